@@ -1,0 +1,42 @@
+// What is known of the radio. Written by the back-end in use, read by everything that draws.
+// Plain data: no rule lives here.
+#pragma once
+
+namespace spectrino {
+
+/// RadioMode: the mode as an Elecraft "MD" code, whichever radio is connected. 0 is unknown.
+namespace mode {
+inline constexpr int kUnknown = 0;
+inline constexpr int kLsb = 1;
+inline constexpr int kUsb = 2;
+inline constexpr int kCw = 3;
+inline constexpr int kFm = 4;
+inline constexpr int kAm = 5;
+inline constexpr int kData = 6;
+inline constexpr int kCwReverse = 7;
+inline constexpr int kDataReverse = 9;
+}  // namespace mode
+
+struct RadioState {
+  double MainFreqMHz = 0;  ///< 0 while no back-end has told a frequency
+  double SubFreqMHz = 0;
+  int RadioMode = mode::kUnknown;
+  int SplitOn = 0;
+  int PreampDb = 0;            ///< gain ahead of the spectrum, 0 when unknown
+  int AttenuatorDb = 0;        ///< loss ahead of the spectrum, 0 when unknown
+  double MainBandwidthHz = 0;  ///< 0 when the back-end tells none
+  double MainShiftHz = 0;      ///< passband shift
+  int PitchHz = 600;           ///< CW pitch
+
+  bool K4Active = false;  ///< the K4 is the spectrum source of this run
+  bool K4Connected = false;
+  bool K4PanDataSeen = false;
+  bool IcomActive = false;  ///< an Icom's scope is the spectrum source of this run
+};
+
+/// Whether the radio delivers the spectrum itself, so that no sound card is involved.
+[[nodiscard]] inline bool RadioSourceActive(const RadioState& radio) {
+  return radio.K4Active || radio.IcomActive;
+}
+
+}  // namespace spectrino
