@@ -4,6 +4,7 @@
 #include <span>
 
 #include "state/FrameGeometry.h"
+#include "state/ScaleState.h"
 #include "state/SpectrumLine.h"
 
 namespace spectrino {
@@ -22,8 +23,8 @@ class FrameSink {
   /// Width of the plot in pixels, the dB label column not counted.
   [[nodiscard]] virtual double PlotWidth() const = 0;
   virtual void ShowFrame(const Frame& frame) = 0;
-  /// The scale changed: range, zoom, rate, size or frequency. Drawn with the next repaint.
-  virtual void DrawScale() = 0;
+  /// The scale as it is now; drawn anew with the next repaint when it differs from the last one given.
+  virtual void DrawScale(const ScaleState& scale) = 0;
   /// Forgets trace and waterfall; Start does so.
   virtual void ClearFrames() = 0;
 };
