@@ -1,0 +1,36 @@
+// Levels by point to levels by pixel column, and a level's colour index and height.
+// Draws nothing; trace, background peak and waterfall all take their columns from here.
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "state/FrameGeometry.h"
+
+namespace spectrino {
+
+class DisplayTrace {
+ public:
+  /// pixels[c] covers x in [c, c + 1), the last one its right end as well. It takes the strongest of the
+  /// points in it; where points stand farther apart than that, the line between the two neighbours, at the
+  /// pixel's centre. Pixels without data are kUndrawnLevel, and so is a point of exactly that level: no
+  /// value. levels: by point index; firstIndex..endIndex-1 hold points. An invalid geometry draws nothing.
+  void Map(const FrameGeometry& geometry, int firstIndex, int endIndex, std::span<const float> levels,
+           std::span<float> pixels);
+
+ private:
+  void FindBounds(const FrameGeometry& geometry, int firstIndex, int endIndex, int pixelCount);
+
+  FrameGeometry geometry_;  ///< what bounds_ was made for
+  int firstIndex_ = 0;
+  int endIndex_ = 0;
+  std::vector<int> bounds_;  ///< pixel c takes the points bounds_[c]..bounds_[c + 1]-1
+};
+
+/// Row of the waterfall's palette: 0 at bottom and below, 256 at top and above.
+[[nodiscard]] int ColourIndex(float level, float bottom, float top);
+
+/// y of a level in a plot whose bottom edge is at plotBottom; y grows downwards. Not clipped.
+[[nodiscard]] double LevelToY(double level, double bottom, double top, double plotBottom, double plotHeight);
+
+}  // namespace spectrino

@@ -1,0 +1,47 @@
+#include "dsp/VisibleRange.h"
+
+#include <algorithm>
+#include <cassert>
+
+#include "state/Val.h"
+
+namespace spectrino {
+
+PointWindow VisiblePoints(int points, int sampleRate, double ifOffsetKHz, int displayZoom, int panPoints) {
+  assert(points > 0 && sampleRate > 0 && displayZoom > 0);
+  if (displayZoom == 1) return {0, points, points / 2};
+  // An offset of a fixed receiver can be any number of MHz; the sum must not leave the integers.
+  const double wanted = points / 2.0 + ifOffsetKHz * 1000 / sampleRate * points;
+  const double limit = 4.0 * points;
+  const int centre =
+      RoundToInt32(std::clamp(wanted, -limit, limit)) + std::clamp(panPoints, -4 * points, 4 * points);
+  const double half = points / (2.0 * displayZoom);
+  const int first = RoundToInt32(centre - half);
+  const int width = RoundToInt32(centre + half) - first;
+  const int shift = std::clamp(first, 0, points - width) - first;
+  return {first + shift, first + width + shift, centre + shift};
+}
+
+FrameGeometry SoundCardGeometry(int points, int sampleRate, double radioFreqMHz, double ifOffsetKHz,
+                                int displayZoom, int panPoints, double plotWidth) {
+  const PointWindow window = VisiblePoints(points, sampleRate, ifOffsetKHz, displayZoom, panPoints);
+  const double rateMHz = sampleRate / 1e6;
+  const double leftEdge = radioFreqMHz - ifOffsetKHz / 1000 - rateMHz / 2;
+  return {.FirstPoint = window.FirstPoint,
+          .LastPoint = window.LastPoint,
+          .CentrePoint = window.CentrePoint,
+          .LeftMHz = leftEdge + window.FirstPoint * rateMHz / points,
+          .RightMHz = leftEdge + window.LastPoint * rateMHz / points,
+          .PlotWidth = plotWidth};
+}
+
+FrameGeometry RadioGeometry(int points, double leftMHz, double rightMHz, double plotWidth) {
+  return {.FirstPoint = 1,
+          .LastPoint = points,
+          .CentrePoint = (points + 1) / 2,
+          .LeftMHz = leftMHz,
+          .RightMHz = rightMHz,
+          .PlotWidth = plotWidth};
+}
+
+}  // namespace spectrino

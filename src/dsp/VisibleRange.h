@@ -1,0 +1,31 @@
+// Which points of a line are in view, and the frame geometry that follows from it.
+// Pixels of single points are FrameGeometry's and DisplayTrace's.
+#pragma once
+
+#include "state/FrameGeometry.h"
+
+namespace spectrino {
+
+struct PointWindow {
+  int FirstPoint = 0;
+  int LastPoint = 0;  ///< one past the last point when nothing is zoomed
+  int CentrePoint = 0;
+};
+
+/// The points of a sound-card line in view. displayZoom 1: all. Above: points / displayZoom points around the
+/// radio's frequency (ifOffsetKHz above the line's centre), moved by panPoints; a window that would leave
+/// 0..points is shifted back, its width kept, CentrePoint with it.
+[[nodiscard]] PointWindow VisiblePoints(int points, int sampleRate, double ifOffsetKHz, int displayZoom,
+                                        int panPoints);
+
+/// A sound-card line. radioFreqMHz: 0 while unknown, frequencies are then offsets. ifOffsetKHz: radio
+/// frequency minus that of the line's 0 Hz. plotWidth: pixels.
+[[nodiscard]] FrameGeometry SoundCardGeometry(int points, int sampleRate, double radioFreqMHz,
+                                              double ifOffsetKHz, int displayZoom, int panPoints,
+                                              double plotWidth);
+
+/// A radio's line, always whole: point 1 at x = 0 and leftMHz, the last at plotWidth and rightMHz. Not
+/// Valid() with fewer than two points.
+[[nodiscard]] FrameGeometry RadioGeometry(int points, double leftMHz, double rightMHz, double plotWidth);
+
+}  // namespace spectrino
