@@ -1,0 +1,25 @@
+// Which band a frequency is in, by each of the numberings in use.
+// Says nothing of where one may transmit.
+#pragma once
+
+#include <optional>
+
+namespace spectrino {
+
+inline constexpr int kBandButtonCount = 14;
+
+/// Index of the band button (0..13) whose designed range holds the frequency, both ends included; 0 ("Gen")
+/// outside all of them. 29 MHz itself belongs to the lower half of 10 m.
+[[nodiscard]] int BandButton(double mhz);
+
+/// The band (0..12) under which reference level and range are kept. Nothing for UHF, which has none.
+[[nodiscard]] std::optional<int> RefBand(double mhz);
+
+/// Band number of the band memory: 1..21 amateur bands, else 22..42 by coarse range, 0 outside 0..3500 MHz.
+/// Radios connected directly, Icom and K4, both use it.
+[[nodiscard]] int IcomBandNumber(double mhz);
+
+/// The band-memory record that band button 0..13 recalls.
+[[nodiscard]] int BandRecordOfButton(int button);
+
+}  // namespace spectrino

@@ -1,0 +1,115 @@
+// Every key of section "Setup", with its default, in the order of the settings table.
+// Only names and defaults: what they mean stands beside the fields of PanSettings.
+#pragma once
+
+#include "settings/ColourTable.h"
+#include "settings/SettingKey.h"
+
+namespace spectrino {
+
+inline constexpr std::string_view kOwnApplication = "Spectrino";
+inline constexpr std::string_view kSetupSection = "Setup";
+
+namespace key {
+
+// The source.
+inline constexpr IntKey kDevice{{"Device"}, 0, {0, INT16_MAX}};
+inline constexpr TextKey kNDevice{{"NDevice"}, ""};
+/// The stable name of the chosen sound input: list indices move when a card is plugged, this does not.
+inline constexpr TextKey kDeviceId{{"DeviceId"}, ""};
+inline constexpr FlagKey kIcom{{"ICOM"}};
+inline constexpr FlagKey kK4{{"K4"}};
+inline constexpr FlagKey kK4D{{"K4D"}};
+
+// Sound card and transform.
+inline constexpr FlagKey k24Bits{{"24b"}};
+inline constexpr IntKey kBits{{"Bits"}, 5, {0, 8}};
+inline constexpr IntKey kSRate{{"SRate"}, 2, {0, 6}};
+inline constexpr FlagKey kIq{{"IQ"}};
+inline constexpr FlagKey kIqCw{{"IQCW"}};
+inline constexpr FlagKey kIqUsb{{"IQUSB"}};
+inline constexpr FlagKey kFlip6{{"Flip6"}};
+inline constexpr NumberKey kFlipFreq{{"FlipFreq"}, 44.0};
+inline constexpr NumberKey kFlipFreq2{{"FlipFreq2"}, 54.0};
+inline constexpr FlagKey kTypZoom{{"TypZoom"}};
+inline constexpr IntKey kZoom{{"Zoom"}, 0, {0, 5}};
+inline constexpr FlagKey kSmoothZeroHz{{"Spik0"}};
+inline constexpr IntKey kWindowType{{"APO"}, 0, {0, 5}};
+inline constexpr IntKey kHistoryDepth{{"integr"}, 2, {0, 10}};
+inline constexpr FlagKey kPriority{{"Priority"}};
+
+// Frequencies.
+inline constexpr IntKey kCatControl{{"OptFreq"}, 0, {0, 8}};
+inline constexpr NumberKeys<5> kOffset{{"Offset"}, 0};
+inline constexpr NumberKeys<4> kCenter{{"Center"}, 7015};
+inline constexpr NumberKey kGlobalOffset{{"Global"}, -6.0};
+inline constexpr IntKeys<3> kAutoSpan{{"AutoSpan"}, {25, 150, 300}};
+inline constexpr IntKeys<4> kStep{{"Step"}, {10, 25, 100, 10}};
+inline constexpr FlagKey kMouse{{"Mouse"}, true};
+inline constexpr FlagKey kWheelInverted{{"Inverted"}};
+
+// Display.
+inline constexpr IntKey kDesign{{"Design"}, 0, {0, 1}};
+inline constexpr FlagKey kSubD{{"subd"}};
+inline constexpr FlagKey kFill{{"Fill"}, true};
+inline constexpr FlagKey kMHz{{"MHZ"}, true};
+inline constexpr FlagKey kBandMode{{"BandMode"}};
+/// Default: kColoursK4[n]. Values wider than 24 bits are masked where they are loaded.
+[[nodiscard]] constexpr IntKey Colour(std::size_t n) {
+  return {KeyName("ccolor").WithIndex(n), static_cast<std::int32_t>(kColoursK4[n]), IntLimits{}};
+}
+inline constexpr FlagKey kAutoRef{{"AutoREF"}, true};
+inline constexpr FlagKey kQsy{{"qsy"}, true};
+inline constexpr FlagKey kMinipan{{"MP"}};
+inline constexpr IntKey kOptSM{{"OptSM"}, 0, {0, 1}};
+inline constexpr IntKey kSMeterCorr{{"SMCorr"}};
+inline constexpr NumberKey kSMeterHold{{"SMHold"}, 4};
+inline constexpr NumberKey kQSplit0{{"QSplit0"}, 1};
+inline constexpr NumberKey kQSplit1{{"QSplit1"}, 5};
+
+// Links to radios, read when they are opened.
+inline constexpr IntKey kPort{{"Port"}, 1, {1, 32}};
+inline constexpr TextKey kIcAddress{{"ICADDR"}, ""};
+inline constexpr TextKey kControllerAddress{{"CTRLADDR"}, "E0"};
+inline constexpr IntKey kIcomControl{{"ICCTRL"}, 0, {0, 1}};
+/// Written when the program switches the radio's scope output on and off; never read back.
+inline constexpr FlagKey kIcomScope{{"ICSCOPE"}};
+/// At connect a missing address is "not defined"; only the setup dialog offers kK4AddressOffered.
+inline constexpr TextKey kK4Address{{"K4TCP"}, ""};
+inline constexpr TextKey kK4AddressOffered{{"K4TCP"}, "127.0.0.1"};
+inline constexpr IntKey kK4CatPort{{"K4CATPORT"}, 9200, {0, 65535}};
+inline constexpr IntKey kK4PanPort{{"K4PANPORT"}, 9201, {0, 65535}};
+inline constexpr IntKey kTcpTimeOutMs{{"TCPTimeOut"}, 1000, {0, INT32_MAX}};
+/// host:port of the CAT server; "" means the default one.
+inline constexpr TextKey kHostEndpoint{{"HostEndpoint"}, ""};
+inline constexpr FlagKey kCatServer{{"CatServer"}};
+inline constexpr IntKey kCatServerPort{{"CatServerPort"}, 4533, {0, 65535}};
+
+// The window. Positions and sizes in twips, which outgrow 16 bits on a wide screen.
+inline constexpr IntKey kTop{{"Top"}, 0, IntLimits{}};
+inline constexpr IntKey kLeft{{"Left"}, 0, IntLimits{}};
+inline constexpr IntKey kHeight{{"Height"}, 5175, IntLimits{}};
+inline constexpr IntKey kWidth{{"Width"}, 10905, IntLimits{}};
+inline constexpr IntKey kWState{{"WState"}};
+inline constexpr NumberKey kDePhase{{"DePhase"}, 0};
+inline constexpr NumberKey kDeAmp{{"DeAmp"}, 0};
+inline constexpr IntKey kRef{{"Ref"}, -60, {-199, 200, -60}};
+inline constexpr IntKey kDivisor{{"Divisor"}, 1000000, {1, INT32_MAX, 1000000}};
+inline constexpr std::size_t kRefBandCount = 13;
+/// currentRef: the value of kRef, which a band without a value of its own takes over. band: 0..12.
+[[nodiscard]] constexpr IntKey BandRef(std::size_t band, std::int32_t currentRef) {
+  return {KeyName("Ref").WithIndex(band), currentRef, {-200, 200, -60}};
+}
+[[nodiscard]] constexpr IntKey BandDivisor(std::size_t band, std::int32_t currentDivisor) {
+  return {KeyName("Divisor").WithIndex(band), currentDivisor, {1, INT32_MAX, 1000000}};
+}
+inline constexpr NumberKey kLevelCorrection{{"db"}, 0};
+inline constexpr IntKey kDisplayMode{{"Disp"}, 0, {0, 3}};
+inline constexpr FlagKey kOnTop{{"OnTop"}};
+inline constexpr FlagKey kBackgroundPeakHold{{"bph"}};
+inline constexpr IntKey kWaterfall{{"WF"}, 0, {0, 3}};
+inline constexpr FlagKey kCwReverse{{"CWR"}};
+inline constexpr FlagKey kFskReverse{{"FSKR"}};
+
+}  // namespace key
+}  // namespace spectrino

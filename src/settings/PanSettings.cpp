@@ -1,0 +1,192 @@
+#include "settings/PanSettings.h"
+
+#include <algorithm>
+
+#include "state/Val.h"
+
+namespace spectrino {
+namespace {
+
+template <typename Keys, typename Value, std::size_t N>
+void ReadRow(const Setup& setup, const Keys& keys, std::array<Value, N>& values) {
+  static_assert(Keys::kCount == N);
+  for (std::size_t n = 0; n < N; ++n) values[n] = setup.Read(keys[n]);
+}
+
+/// A radio's own spectrum is chosen by its flag and stands behind the sound inputs, however many there are.
+void LoadSource(const Setup& setup, int soundInputCount, PanSettings& settings) {
+  settings.Icom = setup.Read(key::kIcom);
+  settings.K4 = setup.Read(key::kK4);
+  settings.K4D = setup.Read(key::kK4D);
+  settings.DeviceId = setup.Read(key::kDeviceId);
+  settings.NDevice = setup.Has(key::kNDevice.Name) ? std::string(Trim(setup.Read(key::kNDevice)))
+                                                   : std::string(Trim(settings.SourceName));
+  if (settings.Icom) {
+    settings.SourceName = "ICOM";
+    settings.Device = soundInputCount;
+  } else if (settings.K4) {
+    settings.SourceName = "K4";
+    settings.Device = soundInputCount + 1;
+  } else if (settings.K4D) {
+    settings.SourceName = "K4D";
+    settings.Device = soundInputCount + 2;
+  } else {
+    settings.SourceName = settings.NDevice;
+    settings.Device = setup.Read(key::kDevice);
+  }
+}
+
+void LoadCapture(const Setup& setup, PanSettings& settings) {
+  settings.Use24Bits = setup.Read(key::k24Bits);
+  settings.Bits = setup.Read(key::kBits);
+  settings.SRate = setup.Read(key::kSRate);
+  settings.Iq = setup.Read(key::kIq);
+  settings.IqCw = setup.Read(key::kIqCw);
+  settings.IqUsb = setup.Read(key::kIqUsb);
+  settings.Flip6 = setup.Read(key::kFlip6);
+  settings.FlipFreqMHz = setup.Read(key::kFlipFreq);
+  settings.FlipFreq2MHz = setup.Read(key::kFlipFreq2);
+  settings.TypZoom = setup.Read(key::kTypZoom);
+  settings.Zoom = setup.Read(key::kZoom);
+  settings.SmoothZeroHz = setup.Read(key::kSmoothZeroHz);
+  settings.WindowTypeIndex = setup.Read(key::kWindowType);
+  settings.HistoryDepth = setup.Read(key::kHistoryDepth);
+  settings.Priority = setup.Read(key::kPriority);
+}
+
+void LoadTuning(const Setup& setup, PanSettings& settings) {
+  settings.Control = static_cast<CatControl>(setup.Read(key::kCatControl));
+  settings.IcomControl = setup.Read(key::kIcomControl);
+  ReadRow(setup, key::kOffset, settings.OffsetKHz);
+  ReadRow(setup, key::kCenter, settings.CenterKHz);
+  settings.GlobalOffsetKHz = setup.Read(key::kGlobalOffset);
+  ReadRow(setup, key::kAutoSpan, settings.AutoSpanKHz);
+  ReadRow(setup, key::kStep, settings.StepHz);
+  settings.WheelInverted = setup.Read(key::kWheelInverted);
+  settings.QSplitKHz = {setup.Read(key::kQSplit0), setup.Read(key::kQSplit1)};
+  settings.HostEndpoint = setup.Read(key::kHostEndpoint);
+}
+
+void LoadDisplay(const Setup& setup, PanSettings& settings) {
+  settings.DisplayDesign = setup.Read(key::kDesign);
+  settings.SubD = setup.Read(key::kSubD);
+  settings.Fill = setup.Read(key::kFill);
+  settings.MHz = setup.Read(key::kMHz);
+  settings.BandMode = setup.Read(key::kBandMode);
+  for (std::size_t n = 0; n < kColourCount; ++n)
+    settings.Colours[n] = static_cast<std::uint32_t>(setup.Read(key::Colour(n))) & 0xFFFFFF;
+  settings.Qsy = setup.Read(key::kQsy);
+  settings.MinipanOption = setup.Read(key::kMinipan);
+  settings.OptSM = setup.Read(key::kOptSM);
+  settings.SMeterCorrDb = setup.Read(key::kSMeterCorr);
+  settings.SMeterHoldSeconds = setup.Read(key::kSMeterHold);
+}
+
+void LoadRange(const Setup& setup, PanSettings& settings) {
+  settings.AutoRef = setup.Read(key::kAutoRef);
+  settings.RefLevel = setup.Read(key::kRef);
+  settings.RangeDivisor = setup.Read(key::kDivisor);
+  for (std::size_t band = 0; band < key::kRefBandCount; ++band) {
+    settings.BandRef[band] = setup.Read(key::BandRef(band, settings.RefLevel));
+    settings.BandDivisor[band] = setup.Read(key::BandDivisor(band, settings.RangeDivisor));
+  }
+}
+
+void PutRange(SetupBatch& batch, const PanSettings& settings, std::optional<int> refBand) {
+  const int ref = settings.RefLevel;
+  const int divisor = settings.RangeDivisor;
+  batch.Put(key::kLevelCorrection, settings.BandLevelDb).Put(key::kRef, ref).Put(key::kDivisor, divisor);
+  if (!settings.AutoRef || !refBand || *refBand < 0) return;
+  const auto band = static_cast<std::size_t>(*refBand);
+  if (band < key::kRefBandCount)
+    batch.Put(key::BandRef(band, ref), ref).Put(key::BandDivisor(band, divisor), divisor);
+}
+
+}  // namespace
+
+void LoadStartup(const Setup& setup, PanSettings& settings) {
+  settings.Mouse = setup.Read(key::kMouse);
+  settings.DePhase = setup.Read(key::kDePhase);
+  settings.DeAmp = setup.Read(key::kDeAmp);
+  settings.DisplayMode = setup.Read(key::kDisplayMode);
+  settings.OnTop = setup.Read(key::kOnTop);
+  settings.BackgroundPeakHold = setup.Read(key::kBackgroundPeakHold);
+  settings.BandLevelDb = setup.Read(key::kLevelCorrection);
+  settings.WaterfallSel = setup.Read(key::kWaterfall);
+  settings.CwReverse = setup.Read(key::kCwReverse);
+  settings.FskReverse = setup.Read(key::kFskReverse);
+}
+
+void LoadSettings(const Setup& setup, int soundInputCount, PanSettings& settings) {
+  LoadSource(setup, soundInputCount, settings);
+  LoadCapture(setup, settings);
+  LoadTuning(setup, settings);
+  LoadDisplay(setup, settings);
+  LoadRange(setup, settings);
+}
+
+std::optional<std::size_t> FindChosenInput(const PanSettings& settings, std::span<const SoundDevice> inputs) {
+  const auto indexOf = [&](std::string SoundDevice::*field,
+                           const std::string& value) -> std::optional<std::size_t> {
+    const auto at = std::ranges::find(inputs, value, field);
+    if (at == inputs.end()) return std::nullopt;
+    return static_cast<std::size_t>(at - inputs.begin());
+  };
+  if (!settings.DeviceId.empty()) return indexOf(&SoundDevice::StableId, settings.DeviceId);
+  if (!settings.NDevice.empty()) {
+    const auto index = static_cast<std::size_t>(settings.Device);
+    // Two cards of one model have the same name; the index tells them apart while it still fits.
+    if (index < inputs.size() && inputs[index].Name == settings.NDevice) return index;
+    return indexOf(&SoundDevice::Name, settings.NDevice);
+  }
+  const auto index = static_cast<std::size_t>(settings.Device);
+  return index < inputs.size() ? std::optional(index) : std::nullopt;
+}
+
+void SaveRange(Setup& setup, const PanSettings& settings, std::optional<int> refBand) {
+  SetupBatch batch(setup);
+  PutRange(batch, settings, refBand);
+  batch.Save();
+}
+
+void SaveZoom(Setup& setup, int zoom) {
+  setup.Write(key::kZoom, zoom);
+}
+
+void SaveMainKeys(Setup& setup, const PanSettings& settings, std::optional<int> refBand) {
+  SetupBatch batch(setup);
+  batch.Put(key::kDePhase, settings.DePhase).Put(key::kDeAmp, settings.DeAmp);
+  PutRange(batch, settings, refBand);
+  batch.Put(key::kDisplayMode, settings.DisplayMode)
+      .Put(key::kOnTop, settings.OnTop)
+      .Put(key::kBackgroundPeakHold, settings.BackgroundPeakHold)
+      .Put(key::kWaterfall, settings.WaterfallSel)
+      .Put(key::kCwReverse, settings.CwReverse)
+      .Put(key::kFskReverse, settings.FskReverse)
+      .Save();
+}
+
+WindowGeometry LoadGeometry(const Setup& setup) {
+  WindowGeometry geometry;
+  geometry.Top = setup.Read(key::kTop);
+  geometry.Left = setup.Read(key::kLeft);
+  geometry.Height = setup.Read(key::kHeight);
+  geometry.Width = setup.Read(key::kWidth);
+  geometry.State = setup.Read(key::kWState) == 2 ? WindowState::Maximised : WindowState::Normal;
+  return geometry;
+}
+
+void SaveGeometry(Setup& setup, const WindowGeometry& geometry) {
+  SetupBatch batch(setup);
+  if (geometry.State == WindowState::Normal)
+    batch.Put(key::kTop, geometry.Top)
+        .Put(key::kLeft, geometry.Left)
+        .Put(key::kHeight, geometry.Height)
+        .Put(key::kWidth, geometry.Width)
+        .Put(key::kWState, 0);
+  else if (geometry.State == WindowState::Maximised)
+    batch.Put(key::kWState, 2);
+  batch.Save();
+}
+
+}  // namespace spectrino

@@ -1,0 +1,87 @@
+// The per-user store: string values addressed by application, section and key.
+// Knows no key and no type; Setup reads and writes typed.
+#pragma once
+
+#include <chrono>
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Clock.h"
+#include "platform/Notifier.h"
+#include "platform/SettingsFile.h"
+#include "settings/IniDocument.h"
+
+namespace spectrino {
+
+struct KeyValue {
+  std::string Key;
+  std::string Value;
+};
+
+/// Sections and keys compare without regard to case. Reads never fail. Every read looks whether the file has
+/// changed (one stat), so what other programs publish is current without watching.
+///
+/// The user is told once when the program's own file cannot be parsed (it is set aside), cannot be read, or
+/// a file cannot be written; what could not be written holds for the session and goes out with the next
+/// write that succeeds. Files of other programs that cannot be parsed are only logged: they may be in the
+/// middle of a write.
+class SettingsStore {
+ public:
+  SettingsStore(SettingsFile& file, Notifier& notifier, const Clock& clock = kSystemClock)
+      : file_(file), notifier_(notifier), clock_(clock) {}
+
+  [[nodiscard]] std::string GetSetting(std::string_view application, std::string_view section,
+                                       std::string_view key, std::string_view fallback);
+  /// Nothing when the key is missing.
+  [[nodiscard]] std::optional<std::string> FindSetting(std::string_view application, std::string_view section,
+                                                       std::string_view key);
+
+  void SaveSetting(std::string_view application, std::string_view section, std::string_view key,
+                   std::string_view value);
+  /// One write for all; none when every value stands there already.
+  void SaveSettings(std::string_view application, std::string_view section, std::span<const KeyValue> values);
+
+  /// A value in memory that beats the file until withdrawn: how a link of ours plays the part of a program
+  /// that publishes a section.
+  void Publish(std::string_view application, std::string_view section, std::string_view key,
+               std::string_view value);
+  void Withdraw(std::string_view application, std::string_view section);
+
+ private:
+  static inline const SystemClock kSystemClock{};
+
+  struct Value {
+    std::string section, key, value;
+  };
+  using Values = std::vector<Value>;  ///< few: found by looking through
+  struct Application {
+    std::string name;
+    IniDocument document;  ///< last good content of the file
+    std::optional<unsigned long long> stamp;
+    std::optional<std::chrono::steady_clock::time_point> vanished;  ///< when a section was first missed
+    Values pending;                                                 ///< not yet in the file
+    Values published;
+    bool told = false;       ///< a failed read or parse was reported; holds until one succeeds
+    bool writeTold = false;  ///< a failed write was reported; holds until one succeeds
+  };
+
+  static Value* Find(Values& values, std::string_view section, std::string_view key);
+  Application& Open(std::string_view name);
+  void Refresh(Application& application);
+  void Accept(Application& application, IniDocument document);
+  void HandleUnreadable(Application& application, const std::string& reason);
+  void HandleUnparsable(Application& application, const std::string& why);
+  WriteOutcome Write(Application& application);
+  void Flush(Application& application);
+
+  SettingsFile& file_;
+  Notifier& notifier_;
+  const Clock& clock_;
+  std::map<std::string, Application, std::less<>> applications_;
+};
+
+}  // namespace spectrino
