@@ -14,6 +14,7 @@ struct SoundDevice {
   std::string Name;        ///< as the desktop shows it
   std::string StableId;    ///< survives replugging and reordering; unique among all inputs
   bool HasFormats = true;  ///< a device without any usable format is not listed
+  int FixedRateHz = 0;     ///< the only rate it runs at; 0 when any may be asked for
 };
 
 enum class BlockState {

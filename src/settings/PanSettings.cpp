@@ -149,6 +149,17 @@ void SaveRange(Setup& setup, const PanSettings& settings, std::optional<int> ref
   batch.Save();
 }
 
+void SaveSource(Setup& setup, const PanSettings& settings) {
+  SetupBatch(setup)
+      .Put(key::kDevice, settings.Device)
+      .Put(key::kNDevice, settings.SourceName)
+      .Put(key::kDeviceId, settings.DeviceId)
+      .Put(key::kIcom, settings.Icom)
+      .Put(key::kK4, settings.K4)
+      .Put(key::kK4D, settings.K4D)
+      .Save();
+}
+
 void SaveZoom(Setup& setup, int zoom) {
   setup.Write(key::kZoom, zoom);
 }

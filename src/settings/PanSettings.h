@@ -101,6 +101,8 @@ void LoadSettings(const Setup& setup, int soundInputCount, PanSettings& settings
 /// The range panel closes: level correction, reference and range, with AutoRef also for refBand (0..12;
 /// nothing where the frequency has no band of its own or is unknown).
 void SaveRange(Setup& setup, const PanSettings& settings, std::optional<int> refBand);
+/// The source was chosen in the list: index, names and the three flags of the radios, in one write.
+void SaveSource(Setup& setup, const PanSettings& settings);
 void SaveZoom(Setup& setup, int zoom);
 /// The window closes: its own choices and the range keys, in one write.
 void SaveMainKeys(Setup& setup, const PanSettings& settings, std::optional<int> refBand);

@@ -1,0 +1,32 @@
+// A radio that delivers its own spectrum, as Start and Stop see it.
+// Frequencies and modes come through RigBackend; lines come through the source named here.
+#pragma once
+
+#include <array>
+
+#include "state/RadioState.h"
+#include "state/ScaleState.h"
+#include "state/SpectrumSource.h"
+
+namespace spectrino {
+
+class RadioLink {
+ public:
+  virtual ~RadioLink() = default;
+  RadioLink() = default;
+  RadioLink(const RadioLink&) = delete;
+  RadioLink& operator=(const RadioLink&) = delete;
+
+  /// Connects and sets the radio up for its run. False when that failed; the user has been told then.
+  /// May keep events flowing while it waits, so Stop can come in between.
+  virtual bool Open(RadioState& radio) = 0;
+  /// Switches the radio's scope output off and closes the link, opened or not.
+  virtual void Close(RadioState& radio) = 0;
+  [[nodiscard]] virtual SpectrumSource& Source() = 0;
+  /// What the level axis spans now.
+  [[nodiscard]] virtual LevelScale Scale() const = 0;
+  /// Distances of the frequency grid lines from the centre.
+  [[nodiscard]] virtual std::array<double, 21> GridHz() const = 0;
+};
+
+}  // namespace spectrino

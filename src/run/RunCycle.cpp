@@ -1,0 +1,117 @@
+#include "run/RunCycle.h"
+
+#include <cmath>
+
+#include "capture/IqSign.h"
+#include "run/IfOffset.h"
+
+namespace spectrino {
+
+using namespace std::chrono_literals;
+
+namespace {
+constexpr auto kPendingWait = 1ms;  // while a capture block is on its way
+constexpr auto kFrameWait = 5ms;    // at the bottom of a frame
+}  // namespace
+
+std::chrono::milliseconds RunCycle::Step() {
+  if (!running_) return kFrameWait;
+  const bool hidden = session_.WindowMinimized || session_.ResizeInProgress;
+  if (hidden) {
+    RefreshRadio();
+    return kFrameWait;
+  }
+  switch (PollSource()) {
+    case PollResult::Failed: {
+      const std::string failure = source_->Failure();
+      Stop();
+      parts_.User.ShowMessage("Spectrino", failure, Severity::Exclamation);
+      return kFrameWait;
+    }
+    case PollResult::Line:
+      ++parts_.Times.Lines;
+      FinishFrame();
+      RefreshRadio();
+      return kFrameWait;
+    case PollResult::Pending:
+      RefreshRadio();
+      return link_ == nullptr ? kPendingWait : kFrameWait;
+  }
+  return kFrameWait;
+}
+
+PollResult RunCycle::PollSource() {
+  const PanSettings& settings = session_.Settings;
+  audio_.Balance = {settings.DeAmp / 1000, settings.DePhase / 1000};
+  audio_.SmoothZeroHz = settings.SmoothZeroHz;
+  audio_.FlipIqCw = settings.IqCw;
+  audio_.FlipIqUsb = settings.IqUsb;
+
+  LineRequest request;
+  request.RadioFreqMHz = session_.Radio.MainFreqMHz;
+  request.IfOffsetKHz = OffsetKHz();
+  request.RadioMode = session_.Radio.RadioMode;
+  request.BandFlip = bandFlip_;
+  request.LevelCorrectionDb =
+      static_cast<float>(settings.BandLevelDb - session_.Radio.PreampDb + session_.Radio.AttenuatorDb);
+  request.BottomLevel = scale_.Levels.BottomLevel;
+  request.TopLevel = scale_.Levels.TopLevel;
+  return source_->Poll(request, line_);
+}
+
+void RunCycle::FinishFrame() {
+  if (line_.EndIndex() != historyPoints_) {
+    historyPoints_ = line_.EndIndex();
+    history_.Reset(historyPoints_);
+  }
+  RestartIfMoved();
+  if (session_.Radio.RadioMode != lastRadioMode_ || !(GeometryOf(line_) == scale_.Geometry)) {
+    lastRadioMode_ = session_.Radio.RadioMode;
+    UpdateScale();
+  }
+  const PanSettings& settings = session_.Settings;
+  {
+    const StageTimer timer(parts_.Times, Stage::History);
+    history_.Push(line_.Levels, static_cast<DisplayMode>(settings.DisplayMode), settings.HistoryDepth,
+                  settings.BackgroundPeakHold);
+  }
+  UpdateMeter();
+  parts_.Sink.ShowFrame({line_, scale_.Geometry, history_.DisplayLevel(), history_.BackgroundPeak()});
+  ++parts_.Times.Frames;
+}
+
+// With "qsy" on, averaging across a retune would smear two pieces of band into one.
+void RunCycle::RestartIfMoved() {
+  const bool moved = line_.LeftMHz != lastLeftMHz_ || line_.RightMHz != lastRightMHz_;
+  const bool first = lastLeftMHz_ == 0 && lastRightMHz_ == 0;
+  lastLeftMHz_ = line_.LeftMHz;
+  lastRightMHz_ = line_.RightMHz;
+  if (moved && !first && session_.Settings.Qsy) history_.Reset(historyPoints_);
+}
+
+void RunCycle::UpdateMeter() {
+  const Passband passband = MainPassband(session_.Radio);
+  const double dialMHz = session_.Radio.MainFreqMHz;
+  const auto level = StrongestLevel(line_, dialMHz + passband.LowHz / 1e6, dialMHz + passband.HighHz / 1e6);
+  readings_.SMeterKnown = level.has_value();
+  if (!level) return;
+  readings_.SMeterDbm = *level;
+  readings_.SMeterHeldDbm = hold_.Update(*level, session_.Settings.SMeterHoldSeconds, parts_.Time.Now());
+}
+
+void RunCycle::RefreshRadio() {
+  RigBackend* backend = parts_.Router.Backend(control_, session_.Radio);
+  // A host that was not found at Start stays out of this run.
+  if (backend == nullptr || (backend == parts_.Router.Host() && !hostOpen_)) return;
+  backend->Refresh(session_.Radio);
+  bandFlip_ = BandFlip(bandFlip_, session_.Radio, control_, session_.Settings);
+}
+
+double RunCycle::OffsetKHz() const {
+  const CatControl control = running_ || starting_ ? control_ : session_.Settings.Control;
+  const RigBackend* backend = parts_.Router.Backend(control, session_.Radio);
+  return IfOffsetKHz(control, session_.Radio, session_.Settings,
+                     backend != nullptr ? backend->LinkOffsetKHz() : 0);
+}
+
+}  // namespace spectrino

@@ -1,0 +1,30 @@
+// Everything that one running program knows and that more than one room changes.
+// One object, owned by main and passed on; nothing of it is global.
+#pragma once
+
+#include <string>
+
+#include "settings/PanSettings.h"
+#include "state/RadioState.h"
+
+namespace spectrino {
+
+struct Session {
+  RadioState Radio;
+  PanSettings Settings;
+
+  bool WindowMinimized = false;   ///< frames wait, the radio is still refreshed
+  bool ResizeInProgress = false;  ///< the window layout is being rebuilt
+  int PanPoints = 0;              ///< how far the zoomed window was dragged off its centre, in points
+  std::string ForcedDeviceId;     ///< input of a demo or recording, chosen for this run and never stored
+  bool SearchHost = true;         ///< false in a demo, which is not to meet the station's own host program
+};
+
+/// What the display shows beside the plot.
+struct Readings {
+  float SMeterDbm = -200;      ///< level of the tuned signal
+  float SMeterHeldDbm = -200;  ///< the highest of the last seconds
+  bool SMeterKnown = false;
+};
+
+}  // namespace spectrino

@@ -1,0 +1,61 @@
+// Records what the program tells its user and its display, and lets time pass without waiting.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/EventPump.h"
+#include "platform/Notifier.h"
+#include "state/FrameSink.h"
+
+namespace spectrino {
+
+class RecordingNotifier final : public Notifier {
+ public:
+  void ShowMessage(std::string_view title, std::string_view text, Severity) override {
+    Messages.push_back(std::string(title) + "|" + std::string(text));
+  }
+  void ShowStatus(std::string_view text) override { Statuses.emplace_back(text); }
+  void Log(LogArea, std::string_view text) override { Logged.emplace_back(text); }
+
+  std::vector<std::string> Messages;  // "title|text"
+  std::vector<std::string> Statuses;
+  std::vector<std::string> Logged;
+};
+
+class RecordingSink final : public FrameSink {
+ public:
+  [[nodiscard]] double PlotWidth() const override { return 800; }
+  void ShowFrame(const Frame& frame) override {
+    ++Frames;
+    Line = frame.Line;
+    Geometry = frame.Geometry;
+    DisplayLevel.assign(frame.DisplayLevel.begin(), frame.DisplayLevel.end());
+    BackgroundPeak.assign(frame.BackgroundPeak.begin(), frame.BackgroundPeak.end());
+  }
+  void DrawScale(const ScaleState& scale) override { Scale = scale; }
+  void ClearFrames() override { ++Clears; }
+
+  int Frames = 0;
+  int Clears = 0;
+  SpectrumLine Line;
+  FrameGeometry Geometry;
+  ScaleState Scale;
+  std::vector<float> DisplayLevel;
+  std::vector<float> BackgroundPeak;
+};
+
+/// Waits by calling what the test wants to happen meanwhile.
+class ScriptedPump final : public EventPump {
+ public:
+  void Wait(std::chrono::milliseconds time) override {
+    Waited += time;
+    if (Meanwhile) Meanwhile();
+  }
+
+  std::chrono::milliseconds Waited{};
+  std::function<void()> Meanwhile;
+};
+
+}  // namespace spectrino
