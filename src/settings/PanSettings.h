@@ -19,6 +19,8 @@ namespace spectrino {
 /// Default-constructed values are those of a fresh store. Enumerations and indices are always in range,
 /// whatever the file holds.
 struct PanSettings {
+  bool operator==(const PanSettings&) const = default;
+
   // Source.
   int Device = 0;          ///< index in the list of sources: sound inputs, then "ICOM", "K4", "K4D"
   std::string NDevice;     ///< name of the chosen source, trimmed

@@ -23,38 +23,29 @@ struct PanSettingsTest : test::StoreTest {
 };
 
 TEST_F(PanSettingsTest, AFreshStoreGivesTheDefaults) {
-  // Everything off and zero beforehand, so that a setting that is not loaded shows.
-  PanSettings settings;
-  settings.Bits = settings.SRate = settings.HistoryDepth = settings.RefLevel = settings.RangeDivisor = -1;
-  settings.Fill = settings.MHz = settings.Qsy = settings.AutoRef = settings.Mouse = false;
-  settings.OnTop = settings.Iq = settings.SubD = settings.BandMode = settings.TypZoom = true;
-  settings.CenterKHz = {};
-  settings.StepHz = {};
-  settings.AutoSpanKHz = {};
-  settings.QSplitKHz = {};
-  settings.Colours = {};
-  settings.BandRef = settings.BandDivisor = {};
-  settings = Load(2, settings);
-  EXPECT_EQ(settings.Device, 0);
-  EXPECT_EQ(settings.Control, CatControl::HostIf);
-  EXPECT_EQ(settings.Bits, 5);
-  EXPECT_EQ(settings.SRate, 2);
-  EXPECT_EQ(settings.HistoryDepth, 2);
-  EXPECT_EQ(settings.RefLevel, -60);
-  EXPECT_EQ(settings.RangeDivisor, 1000000);
-  EXPECT_THAT(settings.BandRef, Each(-60));
-  EXPECT_THAT(settings.BandDivisor, Each(1000000));
-  EXPECT_TRUE(settings.Fill && settings.MHz && settings.Qsy && settings.AutoRef && settings.Mouse);
-  EXPECT_FALSE(settings.OnTop || settings.Iq || settings.SubD || settings.BandMode || settings.TypZoom);
-  EXPECT_THAT(settings.CenterKHz, Each(7015));
-  EXPECT_THAT(settings.StepHz, ElementsAre(10, 25, 100, 10));
-  EXPECT_THAT(settings.AutoSpanKHz, ElementsAre(25, 150, 300));
-  EXPECT_THAT(settings.QSplitKHz, ElementsAre(1, 5));
-  EXPECT_EQ(settings.Colours, kColoursK4);
+  EXPECT_EQ(Load(), PanSettings());
   const WindowGeometry window = LoadGeometry(Keys);
-  EXPECT_EQ(window.Width, 10905);
-  EXPECT_EQ(window.Height, 5175);
-  EXPECT_EQ(window.State, WindowState::Normal);
+  EXPECT_THAT((std::array{window.Top, window.Left, window.Height, window.Width}),
+              ElementsAre(0, 0, 5175, 10905));
+}
+
+TEST_F(PanSettingsTest, WhatIsRemovedFromTheFileIsBackAtItsDefault) {
+  std::string text = "[Setup]\nTop=1\n";
+  for (const char* key :
+       {"24b",       "Bits",     "SRate",  "IQ",           "IQCW",     "IQUSB",    "Flip6",    "FlipFreq",
+        "FlipFreq2", "TypZoom",  "Zoom",   "Spik0",        "APO",      "integr",   "Priority", "OptFreq",
+        "Offset4",   "Center3",  "Global", "AutoSpan2",    "Step3",    "Inverted", "Design",   "subd",
+        "BandMode",  "ccolor12", "MP",     "OptSM",        "SMCorr",   "SMHold",   "QSplit1",  "ICCTRL",
+        "Ref",       "Divisor",  "db",     "Disp",         "OnTop",    "bph",      "WF",       "CWR",
+        "FSKR",      "DePhase",  "DeAmp",  "HostEndpoint", "DeviceId", "Device"})
+    text += std::string(key) + "=1\n";
+  Write(text + "Fill=0\nMHZ=0\nqsy=0\nAutoREF=0\nMouse=0\n");
+  const PanSettings loaded = Load();
+  EXPECT_EQ(loaded.Control, CatControl::FixedLo);
+  EXPECT_EQ(loaded.QSplitKHz[1], 1);
+  EXPECT_FALSE(loaded.Fill || loaded.MHz || loaded.Qsy || loaded.AutoRef || loaded.Mouse);
+  Write("[Setup]\nTop=1\n");
+  EXPECT_EQ(Load(2, loaded), PanSettings());
 }
 
 struct Stored {

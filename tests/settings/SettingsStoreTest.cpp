@@ -8,7 +8,7 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <cstdlib>
+#include <thread>
 
 #include "platform/posix/FileSystem.h"
 #include "settings/TestStore.h"
@@ -53,11 +53,18 @@ TEST_F(StoreTest, WritesABatchOnceAndNothingWhenNothingChanged) {
 TEST_F(StoreTest, SeesWhatOthersWriteAndKeepsItInItsOwnWrites) {
   Write("[PAN]\nMD=3\n", "Bexmora");
   EXPECT_EQ(Store.GetSetting("Bexmora", "PAN", "MD", ""), "3");
-  Write("[PAN]\nMD=2\n", "Bexmora");  // same size, same tick of the file clock
+  Write("[PAN]\nMD=2\n", "Bexmora");  // in place, the same size
   EXPECT_EQ(Store.GetSetting("Bexmora", "PAN", "MD", ""), "2");
   Write("[PAN]\nMD=2\nFW=500\n", "Bexmora");
   Store.SaveSetting("Bexmora", "PAN", "MD", "7");
   EXPECT_EQ(OnDisk("Bexmora"), "[PAN]\nMD=7\nFW=500\n");
+}
+
+TEST_F(StoreTest, AFileCountsAsChangedUntilTheFileClockHasMovedOn) {
+  Write("[PAN]\nMD=3\n", "Bexmora");
+  EXPECT_NE(File.Stamp("Bexmora"), File.Stamp("Bexmora"));
+  std::this_thread::sleep_for(std::chrono::milliseconds(40));
+  EXPECT_EQ(File.Stamp("Bexmora"), File.Stamp("Bexmora"));
 }
 
 TEST_F(StoreTest, HoldsTheLastValuesWhileAnotherProgramRewritesItsFile) {
@@ -159,9 +166,12 @@ INSTANTIATE_TEST_SUITE_P(
                  "Not a directory"},
         Obstacle{"FullDisk", PlaceFullDisk, [](const std::string&) { LimitFileSize(RLIM_INFINITY); },
                  "File too large"},
-        Obstacle{"FileIsAFolder",
-                 [](const std::string& folder) { fs::create_directories(folder + "/Spectrino.ini"); },
-                 [](const std::string& folder) { fs::remove(folder + "/Spectrino.ini"); }, "not a file"},
+        Obstacle{"FileCannotBeRead",
+                 [](const std::string& folder) {
+                   fs::create_directory(folder);
+                   fs::create_symlink("Spectrino.ini", folder + "/Spectrino.ini");
+                 },
+                 [](const std::string& folder) { fs::remove(folder + "/Spectrino.ini"); }, "symbolic links"},
         Obstacle{"LockCannotBeMade",
                  [](const std::string& folder) { fs::create_directories(folder + "/Spectrino.ini.lock"); },
                  [](const std::string& folder) { fs::remove(folder + "/Spectrino.ini.lock"); },
