@@ -16,7 +16,7 @@ struct BandButtonText {
 using BandButtonTexts = std::array<BandButtonText, kBandButtonCount>;
 
 enum class BandLayout {
-  Designed,   ///< 10 m in two halves; Icom
+  Designed,   ///< no 60 m, 10 m in two halves
   HostWhole,  ///< host program with 80 m in one button, 10 m in two
   HostSplit,  ///< host program whose band decoder splits 80 m: 10 m is one button then
   K4,         ///< with 60 m, 80 m and 10 m in one button each

@@ -2,7 +2,7 @@
 #include "capture/IqSign.h"
 #include "run/RunCycle.h"
 #include "run/SetupChecks.h"
-#include "settings/Setup.h"
+#include "settings/SetupSection.h"
 
 namespace spectrino {
 
@@ -124,7 +124,7 @@ bool RunCycle::BeginRun() {
   lastRadioMode_ = session_.Radio.RadioMode;
   parts_.Sink.ClearFrames();
   if (control_ == CatControl::IcomViaHost && session_.Radio.IcomActive) {
-    Setup(parts_.Store).Write(key::kIcomScope, true);
+    SetupSection(parts_.Store).Write(key::kIcomScope, true);
   }
   running_ = true;
   runSince_ = parts_.Time.Now();
@@ -145,7 +145,7 @@ void RunCycle::EndFailedStart() {
 void RunCycle::Stop() {
   stopRequested_ = true;
   if (!running_) return;
-  Setup(parts_.Store).Write(key::kIcomScope, false);
+  SetupSection(parts_.Store).Write(key::kIcomScope, false);
   earlierRuns_ += parts_.Time.Now() - runSince_;
   audio_.CloseCapture();
   if (link_ != nullptr) link_->Close(session_.Radio);
@@ -168,7 +168,7 @@ void RunCycle::SetZoom(int zoomIndex) {
   if (zoomIndex == session_.Settings.Zoom) return;
   session_.Settings.Zoom = zoomIndex;
   session_.PanPoints = 0;
-  Setup setup(parts_.Store);
+  SetupSection setup(parts_.Store);
   SaveZoom(setup, zoomIndex);
   const ZoomPlan next = PlanFor(session_.Settings);
   const bool reopen =

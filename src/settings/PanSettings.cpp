@@ -8,13 +8,13 @@ namespace spectrino {
 namespace {
 
 template <typename Keys, typename Value, std::size_t N>
-void ReadRow(const Setup& setup, const Keys& keys, std::array<Value, N>& values) {
+void ReadRow(const SetupSection& setup, const Keys& keys, std::array<Value, N>& values) {
   static_assert(Keys::kCount == N);
   for (std::size_t n = 0; n < N; ++n) values[n] = setup.Read(keys[n]);
 }
 
 /// A radio's own spectrum is chosen by its flag and stands behind the sound inputs, however many there are.
-void LoadSource(const Setup& setup, int soundInputCount, PanSettings& settings) {
+void LoadSource(const SetupSection& setup, int soundInputCount, PanSettings& settings) {
   settings.Icom = setup.Read(key::kIcom);
   settings.K4 = setup.Read(key::kK4);
   settings.K4D = setup.Read(key::kK4D);
@@ -36,7 +36,7 @@ void LoadSource(const Setup& setup, int soundInputCount, PanSettings& settings) 
   }
 }
 
-void LoadCapture(const Setup& setup, PanSettings& settings) {
+void LoadCapture(const SetupSection& setup, PanSettings& settings) {
   settings.Use24Bits = setup.Read(key::k24Bits);
   settings.Bits = setup.Read(key::kBits);
   settings.SRate = setup.Read(key::kSRate);
@@ -54,7 +54,7 @@ void LoadCapture(const Setup& setup, PanSettings& settings) {
   settings.Priority = setup.Read(key::kPriority);
 }
 
-void LoadTuning(const Setup& setup, PanSettings& settings) {
+void LoadTuning(const SetupSection& setup, PanSettings& settings) {
   settings.Control = static_cast<CatControl>(setup.Read(key::kCatControl));
   settings.IcomControl = setup.Read(key::kIcomControl);
   ReadRow(setup, key::kOffset, settings.OffsetKHz);
@@ -67,7 +67,7 @@ void LoadTuning(const Setup& setup, PanSettings& settings) {
   settings.HostEndpoint = setup.Read(key::kHostEndpoint);
 }
 
-void LoadDisplay(const Setup& setup, PanSettings& settings) {
+void LoadDisplay(const SetupSection& setup, PanSettings& settings) {
   settings.DisplayDesign = setup.Read(key::kDesign);
   settings.SubD = setup.Read(key::kSubD);
   settings.Fill = setup.Read(key::kFill);
@@ -82,7 +82,7 @@ void LoadDisplay(const Setup& setup, PanSettings& settings) {
   settings.SMeterHoldSeconds = setup.Read(key::kSMeterHold);
 }
 
-void LoadRange(const Setup& setup, PanSettings& settings) {
+void LoadRange(const SetupSection& setup, PanSettings& settings) {
   settings.AutoRef = setup.Read(key::kAutoRef);
   settings.RefLevel = setup.Read(key::kRef);
   settings.RangeDivisor = setup.Read(key::kDivisor);
@@ -104,7 +104,7 @@ void PutRange(SetupBatch& batch, const PanSettings& settings, std::optional<int>
 
 }  // namespace
 
-void LoadStartup(const Setup& setup, PanSettings& settings) {
+void LoadStartup(const SetupSection& setup, PanSettings& settings) {
   settings.Mouse = setup.Read(key::kMouse);
   settings.DePhase = setup.Read(key::kDePhase);
   settings.DeAmp = setup.Read(key::kDeAmp);
@@ -117,7 +117,7 @@ void LoadStartup(const Setup& setup, PanSettings& settings) {
   settings.FskReverse = setup.Read(key::kFskReverse);
 }
 
-void LoadSettings(const Setup& setup, int soundInputCount, PanSettings& settings) {
+void LoadSettings(const SetupSection& setup, int soundInputCount, PanSettings& settings) {
   LoadSource(setup, soundInputCount, settings);
   LoadCapture(setup, settings);
   LoadTuning(setup, settings);
@@ -143,13 +143,13 @@ std::optional<std::size_t> FindChosenInput(const PanSettings& settings, std::spa
   return index < inputs.size() ? std::optional(index) : std::nullopt;
 }
 
-void SaveRange(Setup& setup, const PanSettings& settings, std::optional<int> refBand) {
+void SaveRange(SetupSection& setup, const PanSettings& settings, std::optional<int> refBand) {
   SetupBatch batch(setup);
   PutRange(batch, settings, refBand);
   batch.Save();
 }
 
-void SaveSource(Setup& setup, const PanSettings& settings) {
+void SaveSource(SetupSection& setup, const PanSettings& settings) {
   SetupBatch(setup)
       .Put(key::kDevice, settings.Device)
       .Put(key::kNDevice, settings.SourceName)
@@ -160,11 +160,11 @@ void SaveSource(Setup& setup, const PanSettings& settings) {
       .Save();
 }
 
-void SaveZoom(Setup& setup, int zoom) {
+void SaveZoom(SetupSection& setup, int zoom) {
   setup.Write(key::kZoom, zoom);
 }
 
-void SaveMainKeys(Setup& setup, const PanSettings& settings, std::optional<int> refBand) {
+void SaveMainKeys(SetupSection& setup, const PanSettings& settings, std::optional<int> refBand) {
   SetupBatch batch(setup);
   batch.Put(key::kDePhase, settings.DePhase).Put(key::kDeAmp, settings.DeAmp);
   PutRange(batch, settings, refBand);
@@ -177,7 +177,7 @@ void SaveMainKeys(Setup& setup, const PanSettings& settings, std::optional<int> 
       .Save();
 }
 
-WindowGeometry LoadGeometry(const Setup& setup) {
+WindowGeometry LoadGeometry(const SetupSection& setup) {
   WindowGeometry geometry;
   geometry.Top = setup.Read(key::kTop);
   geometry.Left = setup.Read(key::kLeft);
@@ -187,7 +187,7 @@ WindowGeometry LoadGeometry(const Setup& setup) {
   return geometry;
 }
 
-void SaveGeometry(Setup& setup, const WindowGeometry& geometry) {
+void SaveGeometry(SetupSection& setup, const WindowGeometry& geometry) {
   SetupBatch batch(setup);
   if (geometry.State == WindowState::Normal)
     batch.Put(key::kTop, geometry.Top)

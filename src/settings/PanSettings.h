@@ -1,5 +1,5 @@
 // The settings that the running program works with, and when each of them is loaded and saved.
-// Links' own settings (ports, addresses) are not here: they are read through Setup when a link opens.
+// Links' own settings (ports, addresses) are not here: they are read through SetupSection when a link opens.
 #pragma once
 
 #include <array>
@@ -11,7 +11,7 @@
 
 #include "platform/SoundInput.h"
 #include "settings/ColourTable.h"
-#include "settings/Setup.h"
+#include "settings/SetupSection.h"
 #include "state/CatControl.h"
 
 namespace spectrino {
@@ -19,6 +19,8 @@ namespace spectrino {
 /// Default-constructed values are those of a fresh store. Enumerations and indices are always in range,
 /// whatever the file holds.
 struct PanSettings {
+  bool operator==(const PanSettings&) const = default;
+
   // Source.
   int Device = 0;          ///< index in the list of sources: sound inputs, then "ICOM", "K4", "K4D"
   std::string NDevice;     ///< name of the chosen source, trimmed
@@ -88,10 +90,10 @@ struct PanSettings {
 };
 
 /// What the main window reads once, when it is created.
-void LoadStartup(const Setup& setup, PanSettings& settings);
+void LoadStartup(const SetupSection& setup, PanSettings& settings);
 /// What is read at startup and each time the setup dialog closes. soundInputCount: sound inputs now listed.
 /// settings.SourceName is kept when the file names no source.
-void LoadSettings(const Setup& setup, int soundInputCount, PanSettings& settings);
+void LoadSettings(const SetupSection& setup, int soundInputCount, PanSettings& settings);
 
 /// Which of the listed inputs was chosen: by its stable name; by its name, then its index, where no stable
 /// name was ever stored. Nothing when the chosen one is missing: the choice stands until it returns.
@@ -100,12 +102,12 @@ void LoadSettings(const Setup& setup, int soundInputCount, PanSettings& settings
 
 /// The range panel closes: level correction, reference and range, with AutoRef also for refBand (0..12;
 /// nothing where the frequency has no band of its own or is unknown).
-void SaveRange(Setup& setup, const PanSettings& settings, std::optional<int> refBand);
+void SaveRange(SetupSection& setup, const PanSettings& settings, std::optional<int> refBand);
 /// The source was chosen in the list: index, names and the three flags of the radios, in one write.
-void SaveSource(Setup& setup, const PanSettings& settings);
-void SaveZoom(Setup& setup, int zoom);
+void SaveSource(SetupSection& setup, const PanSettings& settings);
+void SaveZoom(SetupSection& setup, int zoom);
 /// The window closes: its own choices and the range keys, in one write.
-void SaveMainKeys(Setup& setup, const PanSettings& settings, std::optional<int> refBand);
+void SaveMainKeys(SetupSection& setup, const PanSettings& settings, std::optional<int> refBand);
 
 enum class WindowState { Normal, Minimised, Maximised };
 
@@ -117,8 +119,8 @@ struct WindowGeometry {
 };
 
 /// A minimised window never comes back minimised: State is Normal or Maximised.
-[[nodiscard]] WindowGeometry LoadGeometry(const Setup& setup);
+[[nodiscard]] WindowGeometry LoadGeometry(const SetupSection& setup);
 /// Maximised keeps the last normal position and size; minimised changes nothing.
-void SaveGeometry(Setup& setup, const WindowGeometry& geometry);
+void SaveGeometry(SetupSection& setup, const WindowGeometry& geometry);
 
 }  // namespace spectrino

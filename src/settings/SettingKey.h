@@ -1,5 +1,5 @@
 // What a typed key is: its name, its default, and what happens to values out of range.
-// The keys themselves are in Keys.h; Setup reads and writes them.
+// The keys themselves are in Keys.h; SetupSection reads and writes them.
 #pragma once
 
 #include <array>

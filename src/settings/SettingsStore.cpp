@@ -38,7 +38,8 @@ void SettingsStore::Refresh(Application& application) {
   if (!reason.empty()) return HandleUnreadable(application, reason);
   std::string why;
   if (std::optional<IniDocument> document = IniDocument::Parse(text.value_or(""), why)) {
-    application.told = false;
+    // A new failure after this is news again.
+    if (std::exchange(application.told, false)) application.writeTold = false;
     Accept(application, std::move(*document));
   } else {
     HandleUnparsable(application, why);
@@ -58,9 +59,12 @@ void SettingsStore::Accept(Application& application, IniDocument document) {
 void SettingsStore::HandleUnreadable(Application& application, const std::string& reason) {
   if (std::exchange(application.told, true)) return;
   notifier_.Log(LogArea::Settings, reason);
-  if (application.name == kOwnApplication)
-    notifier_.ShowMessage("Spectrino", reason + ". The settings are at their defaults until it can be read.",
-                          Severity::Exclamation);
+  if (application.name != kOwnApplication) return;
+  application.writeTold = true;
+  notifier_.ShowMessage(
+      "Spectrino",
+      reason + ".\nThe settings are at their defaults, and changes are not saved until the file can be read.",
+      Severity::Exclamation);
 }
 
 void SettingsStore::HandleUnparsable(Application& application, const std::string& why) {
@@ -69,7 +73,9 @@ void SettingsStore::HandleUnparsable(Application& application, const std::string
   notifier_.Log(LogArea::Settings, path + " cannot be used: " + why);
   if (application.name != kOwnApplication) return;
   const std::string kept = file_.SetAside(application.name);
-  if (!kept.empty()) {
+  if (kept.empty()) {
+    application.writeTold = true;
+  } else {
     application.told = false;
     application.stamp.reset();
   }

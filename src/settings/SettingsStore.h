@@ -1,5 +1,5 @@
 // The per-user store: string values addressed by application, section and key.
-// Knows no key and no type; Setup reads and writes typed.
+// Knows no key and no type; SetupSection reads and writes typed.
 #pragma once
 
 #include <chrono>

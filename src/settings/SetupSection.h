@@ -14,9 +14,9 @@ namespace spectrino {
 
 /// One section of the program's own file. Reads never fail: a missing key gives its default, text without a
 /// leading number is 0, and limits apply last.
-class Setup {
+class SetupSection {
  public:
-  explicit Setup(SettingsStore& store, std::string_view section = kSetupSection)
+  explicit SetupSection(SettingsStore& store, std::string_view section = kSetupSection)
       : store_(store), section_(section) {}
 
   [[nodiscard]] std::int32_t Read(const IntKey& key) const;
@@ -40,7 +40,7 @@ class Setup {
 /// Values gathered for one write of the file. Nothing is stored before Save.
 class SetupBatch {
  public:
-  explicit SetupBatch(Setup& setup) : setup_(setup) {}
+  explicit SetupBatch(SetupSection& setup) : setup_(setup) {}
 
   /// A stored value that reads as value already stays as it is, so that text which was out of range on load
   /// is not replaced by what it was taken for.
@@ -54,7 +54,7 @@ class SetupBatch {
   template <typename Key, typename Value>
   SetupBatch& PutText(const Key& key, const Value& value, std::string text);
 
-  Setup& setup_;
+  SetupSection& setup_;
   std::vector<KeyValue> values_;
 };
 

@@ -1,4 +1,4 @@
-#include "settings/Setup.h"
+#include "settings/SetupSection.h"
 
 #include <algorithm>
 #include <utility>
@@ -7,7 +7,7 @@
 
 namespace spectrino {
 
-std::int32_t Setup::Read(const IntKey& key) const {
+std::int32_t SetupSection::Read(const IntKey& key) const {
   const auto text = store_.FindSetting(kOwnApplication, section_, key.Name.Text());
   const std::int32_t value = text ? RoundToInt32(Val(*text)) : key.Default;
   const IntLimits& limits = key.Limits;
@@ -15,34 +15,34 @@ std::int32_t Setup::Read(const IntKey& key) const {
   return limits.Otherwise ? *limits.Otherwise : std::clamp(value, limits.Low, limits.High);
 }
 
-double Setup::Read(const NumberKey& key) const {
+double SetupSection::Read(const NumberKey& key) const {
   const auto text = store_.FindSetting(kOwnApplication, section_, key.Name.Text());
   return text ? Val(*text) : key.Default;
 }
 
-std::string Setup::Read(const TextKey& key) const {
+std::string SetupSection::Read(const TextKey& key) const {
   return store_.GetSetting(kOwnApplication, section_, key.Name.Text(), key.Default);
 }
 
-bool Setup::Read(const FlagKey& key) const {
+bool SetupSection::Read(const FlagKey& key) const {
   const auto text = store_.FindSetting(kOwnApplication, section_, key.Name.Text());
   return text ? RoundToInt16(Val(*text)) == 1 : key.Default;
 }
 
-bool Setup::Has(const KeyName& key) const {
+bool SetupSection::Has(const KeyName& key) const {
   return store_.FindSetting(kOwnApplication, section_, key.Text()).has_value();
 }
 
-void Setup::Write(const IntKey& key, std::int32_t value) {
+void SetupSection::Write(const IntKey& key, std::int32_t value) {
   SetupBatch(*this).Put(key, value).Save();
 }
-void Setup::Write(const NumberKey& key, double value) {
+void SetupSection::Write(const NumberKey& key, double value) {
   SetupBatch(*this).Put(key, value).Save();
 }
-void Setup::Write(const TextKey& key, std::string_view value) {
+void SetupSection::Write(const TextKey& key, std::string_view value) {
   SetupBatch(*this).Put(key, value).Save();
 }
-void Setup::Write(const FlagKey& key, bool value) {
+void SetupSection::Write(const FlagKey& key, bool value) {
   SetupBatch(*this).Put(key, value).Save();
 }
 

@@ -1,0 +1,90 @@
+// Frequencies at the edges of bands, and what a change of band leaves in the file.
+#include <gmock/gmock.h>
+
+#include "bandplan/BandMemory.h"
+#include "bandplan/Bands.h"
+#include "settings/TestStore.h"
+
+namespace spectrino {
+namespace {
+
+struct Frequency {
+  double mhz;
+  int button;
+  std::optional<int> refBand;
+  int number;
+};
+class FrequencyTest : public ::testing::TestWithParam<Frequency> {};
+
+TEST_P(FrequencyTest, IsInItsBands) {
+  const Frequency& at = GetParam();
+  EXPECT_EQ(BandButton(at.mhz), at.button);
+  EXPECT_EQ(RefBand(at.mhz), at.refBand);
+  EXPECT_EQ(IcomBandNumber(at.mhz), at.number);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Edges, FrequencyTest,
+    ::testing::Values(Frequency{0, 0, 0, 22}, Frequency{0.1, 0, 0, 1}, Frequency{0.2, 0, 0, 23},
+                      Frequency{1.5, 1, 1, 24}, Frequency{1.799999, 1, 1, 25}, Frequency{2.0, 1, 1, 3},
+                      Frequency{2.000001, 0, 0, 25}, Frequency{5.3, 0, 0, 5}, Frequency{7.5, 3, 3, 6},
+                      Frequency{10, 4, 4, 7}, Frequency{14.500001, 0, 0, 28}, Frequency{15, 0, 0, 28},
+                      Frequency{29, 9, 9, 12}, Frequency{29.000001, 10, 10, 12},
+                      Frequency{30.000001, 0, 0, 30}, Frequency{50, 11, 11, 13}, Frequency{70.2, 0, 0, 14},
+                      Frequency{148, 12, 12, 15}, Frequency{425, 0, 0, 17},
+                      Frequency{430, 13, std::nullopt, 17}, Frequency{500.5, 0, 0, 36},
+                      Frequency{3500, 0, 0, 21}, Frequency{3500.1, 0, 0, 0}, Frequency{-1, 0, 0, 0}));
+
+using BandMemoryTest = test::StoreTest;
+
+TEST_F(BandMemoryTest, ButtonsRecallAFrequencyOfTheirBand) {
+  const BandMemory memory = LoadBandMemory(Store);
+  EXPECT_EQ(memory.Records[0].FrequencyMHz, 15);
+  for (int button = 1; button < kBandButtonCount; ++button) {
+    const int band = BandRecordOfButton(button);
+    EXPECT_EQ(IcomBandNumber(memory.Records[static_cast<std::size_t>(band)].FrequencyMHz), band) << button;
+  }
+}
+
+struct Leaving {
+  BandMemoryRadio radio;
+  BandRecord now;
+  std::string stored;
+};
+class LeavingTest : public BandMemoryTest, public ::testing::WithParamInterface<Leaving> {};
+
+TEST_P(LeavingTest, StoresTheRecord) {
+  BandMemory memory = LoadBandMemory(Store);
+  SaveBandMemory(Store, memory, GetParam().radio, GetParam().now);
+  EXPECT_EQ(OnDisk(), GetParam().stored);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Bands, LeavingTest,
+    ::testing::Values(
+        Leaving{BandMemoryRadio::Icom, {14.0255, 2, -5}, "[BSR]\nFREQ8=14.0255\nMODE8=2\nLEVEL8=-5\n"},
+        Leaving{BandMemoryRadio::Icom,
+                {0.137, 1, 3},
+                "[BSR]\nFREQ1=0.137\nMODE1=1\nLEVEL1=3\nFREQ0=0.137\nMODE0=1\nLEVEL0=3\n"},
+        Leaving{BandMemoryRadio::Icom, {13.6, 3, 4}, "[BSR]\nFREQ0=13.6\nMODE0=3\nLEVEL0=4\n"},
+        Leaving{BandMemoryRadio::Icom, {4000, 3, 4}, "[BSR]\nFREQ0=4000\nMODE0=3\nLEVEL0=4\n"},
+        Leaving{BandMemoryRadio::K4, {7.03, 3, 99}, "[BSR]\nFREQK46=7.03\nMODEK46=3\nLEVELK46=10\n"},
+        Leaving{BandMemoryRadio::K4, {13.6, 3, 4}, ""}, Leaving{BandMemoryRadio::Icom, {0, 3, 4}, ""}));
+
+TEST_F(BandMemoryTest, AReturnFindsWhatWasLeft) {
+  BandMemory memory = LoadBandMemory(Store);
+  SaveBandMemory(Store, memory, BandMemoryRadio::Icom, {21.03, 2, -8});
+  SaveBandMemory(Store, memory, BandMemoryRadio::K4, {28.5, 2, 0});
+  SaveBandLevel(Store, memory, 21.2, 6);
+  SaveBandLevel(Store, memory, 13.6, 7);
+  EXPECT_EQ(memory.Records[10].FrequencyMHz, 21.03);
+  EXPECT_EQ(memory.Records[12].FrequencyMHz, 28.5);
+  const BandMemory next = LoadBandMemory(Store);
+  EXPECT_EQ(next.Records[10].FrequencyMHz, 21.03);
+  EXPECT_EQ(next.Records[10].Level, 6);
+  EXPECT_EQ(next.Records[0].Level, 7);
+  EXPECT_EQ(next.Records[12].FrequencyMHz, 28.2) << "K4 records begin anew in each run";
+}
+
+}  // namespace
+}  // namespace spectrino

@@ -1,0 +1,96 @@
+// Writers that are killed, and writers that meet.
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <random>
+#include <thread>
+
+#include "settings/TestStore.h"
+
+namespace spectrino {
+namespace {
+
+using namespace std::chrono_literals;
+using test::RecordingNotifier;
+using test::TemporaryFolder;
+
+/// Runs work in a process of its own, which ends with it.
+template <typename Work>
+pid_t Fork(Work work) {
+  const pid_t child = ::fork();
+  if (child == 0) {
+    work();
+    ::_exit(0);
+  }
+  return child;
+}
+
+TEST(Torture, AKilledWriterLeavesTheOldTextOrTheNew) {
+  constexpr int kValueBytes = 500'000;  // large enough that a kill finds a write half done
+  const TemporaryFolder folder;
+  PosixSettingsFile file(folder.Path("s"), 30s);
+  std::mt19937 random(1);
+  for (int round = 0; round < 60; ++round) {
+    int written[2];
+    ASSERT_EQ(::pipe(written), 0);
+    const pid_t child = Fork([&] {
+      RecordingNotifier notes;
+      SettingsStore store(file, notes);
+      for (char c = 'a';; c = c == 'z' ? 'a' : static_cast<char>(c + 1)) {
+        store.SaveSetting("Spectrino", "Setup", "Value", std::string(kValueBytes, c));
+        if (::write(written[1], &c, 1) != 1) return;
+      }
+    });
+    ASSERT_GT(child, 0);
+    ::close(written[1]);
+    char first = 0;
+    EXPECT_EQ(::read(written[0], &first, 1), 1);  // at least one write got through
+    std::this_thread::sleep_for(std::chrono::microseconds(std::uniform_int_distribution(0, 20000)(random)));
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    ::close(written[0]);
+
+    std::string reason;
+    const std::string text = file.Read("Spectrino", reason).value_or("");
+    ASSERT_GT(text.size(), 2U) << "gone in round " << round << reason;
+    const std::string whole(kValueBytes, text[text.size() - 2]);
+    ASSERT_TRUE(text == "[Setup]\nValue=" + whole + "\n") << "torn in round " << round;
+    // The killed writer's lock is gone with it, and what it left lying about is in nobody's way.
+    ASSERT_TRUE(file.Update("Spectrino", [](const std::string& old) { return old + ' '; }).Ok);
+    ASSERT_TRUE(file.Update("Spectrino", [](const std::string&) { return ""; }).Ok);
+  }
+}
+
+TEST(Torture, FourWritersAtOnceLoseNoKey) {
+  const TemporaryFolder folder;
+  constexpr int kWriters = 4;
+  constexpr int kKeys = 50;
+  std::vector<pid_t> writers;
+  for (int writer = 0; writer < kWriters; ++writer)
+    writers.push_back(Fork([&] {
+      PosixSettingsFile file(folder.Path("s"), 30s);
+      RecordingNotifier notes;
+      SettingsStore store(file, notes);
+      for (int n = 0; n < kKeys; ++n)
+        store.SaveSetting("Spectrino", "Setup", "W" + std::to_string(writer) + "N" + std::to_string(n), "1");
+      if (!notes.Messages.empty()) ::_exit(1);
+    }));
+  for (const pid_t writer : writers) {
+    int status = -1;
+    ASSERT_EQ(::waitpid(writer, &status, 0), writer);
+    EXPECT_EQ(status, 0);
+  }
+  PosixSettingsFile file(folder.Path("s"));
+  RecordingNotifier notes;
+  SettingsStore store(file, notes);
+  int found = 0;
+  for (int writer = 0; writer < kWriters; ++writer)
+    for (int n = 0; n < kKeys; ++n)
+      found += store.GetSetting("Spectrino", "Setup", "W" + std::to_string(writer) + "N" + std::to_string(n),
+                                "0") == "1";
+  EXPECT_EQ(found, kWriters * kKeys);
+}
+
+}  // namespace
+}  // namespace spectrino
