@@ -91,7 +91,8 @@ void LevelHistory::Display(std::size_t begin, int count) {
 void LevelHistory::UpdateAverage(std::size_t begin, int count) {
   static constexpr std::array<float, SlidingMaximum::kChunk> kNothing{};
   double* sums = sums_.data() + begin;
-  if (frameCount_ == 0) std::fill_n(sums, count, 0.0);
+  const bool first = frameCount_ == 0 && !windowFull_;
+  if (first) std::fill_n(sums, count, 0.0);
   const float* leaving = windowFull_ ? history_.Row(frame_ - depth_ - 1) + begin : kNothing.data();
   kernels_->SlideMean(history_.Row(frame_) + begin, leaving, 1.0 / (frameCount_ + 1), sums,
                       displayLevel_.data() + begin, count);
