@@ -1,39 +1,17 @@
 #include "dsp/DisplayTrace.h"
 
 #include <algorithm>
-#include <array>
 #include <cassert>
 #include <cmath>
 #include <cstddef>
-#include <limits>
 
+#include "dsp/kernels/Kernels.h"
 #include "state/SpectrumLine.h"
 
 namespace spectrino {
-namespace {
 
-/// The strongest level that is a value, kUndrawnLevel when there is none.
-float Strongest(const float* levels, int count) {
-  constexpr float kNone = std::numeric_limits<float>::lowest();
-  constexpr int kLanes = 8;
-  std::array<float, kLanes> lanes;
-  lanes.fill(kNone);
-  int i = 0;
-  for (; i + kLanes <= count; i += kLanes) {
-    for (int k = 0; k < kLanes; ++k) {
-      const float level = levels[i + k] == kUndrawnLevel ? kNone : levels[i + k];
-      auto& lane = lanes[static_cast<std::size_t>(k)];
-      lane = std::max(lane, level);
-    }
-  }
-  float strongest = *std::ranges::max_element(lanes);
-  for (; i < count; ++i) {
-    if (levels[i] != kUndrawnLevel) strongest = std::max(strongest, levels[i]);
-  }
-  return strongest == kNone ? kUndrawnLevel : strongest;
-}
-
-}  // namespace
+DisplayTrace::DisplayTrace() : DisplayTrace(BestKernels()) {}
+DisplayTrace::DisplayTrace(const Kernels& kernels) : kernels_(&kernels) {}
 
 void DisplayTrace::Map(const FrameGeometry& geometry, int firstIndex, int endIndex,
                        std::span<const float> levels, std::span<float> pixels) {
@@ -51,7 +29,7 @@ void DisplayTrace::Map(const FrameGeometry& geometry, int firstIndex, int endInd
     const int begin = bounds_[c];
     const int end = bounds_[c + 1];
     if (begin < end) {
-      pixels[c] = Strongest(levels.data() + begin, end - begin);
+      pixels[c] = kernels_->Strongest(levels.data() + begin, kUndrawnLevel, end - begin);
       continue;
     }
     pixels[c] = kUndrawnLevel;

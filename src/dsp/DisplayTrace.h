@@ -9,8 +9,13 @@
 
 namespace spectrino {
 
+struct Kernels;
+
 class DisplayTrace {
  public:
+  DisplayTrace();
+  explicit DisplayTrace(const Kernels& kernels);
+
   /// pixels[c] covers x in [c, c + 1), the last one its right end as well. It takes the strongest of the
   /// points in it; where points stand farther apart than that, the line between the two neighbours, at the
   /// pixel's centre. Pixels without data are kUndrawnLevel, and so is a point of exactly that level: no
@@ -21,6 +26,7 @@ class DisplayTrace {
  private:
   void FindBounds(const FrameGeometry& geometry, int firstIndex, int endIndex, int pixelCount);
 
+  const Kernels* kernels_;
   FrameGeometry geometry_;  ///< what bounds_ was made for
   int firstIndex_ = 0;
   int endIndex_ = 0;

@@ -6,13 +6,20 @@
 #include <span>
 #include <vector>
 
+#include "dsp/SlidingMaximum.h"
+
 namespace spectrino {
 
 /// Setting "Disp". The numbers are stored, so they never change.
 enum class DisplayMode { Max = 0, Avg = 1, Peak = 2, Normal = 3 };
 
+struct Kernels;
+
 class LevelHistory {
  public:
+  LevelHistory();
+  explicit LevelHistory(const Kernels& kernels);
+
   static constexpr int kMaxDepth = 20;
   static constexpr int kBackgroundPeakFrames = 17;
 
@@ -30,32 +37,33 @@ class LevelHistory {
 
   /// The value drawn, by point index.
   [[nodiscard]] std::span<const float> DisplayLevel() const { return displayLevel_; }
-  /// The largest level of the last 17 frames; empty when the last Push did not want it.
-  [[nodiscard]] std::span<const float> BackgroundPeak() const;
+  /// The largest level of the last 17 frames in which it was wanted; empty when the last Push did not want
+  /// it.
+  [[nodiscard]] std::span<const float> BackgroundPeak() const {
+    return hasBackgroundPeak_ ? std::span<const float>(backgroundPeak_) : std::span<const float>();
+  }
   /// Frames in the display beside the newest: 0..historyDepth. -1 before the first frame.
   [[nodiscard]] int FrameCount() const { return frameCount_; }
 
  private:
-  /// One row more than MAX and AVG look at: AVG takes the row that leaves from its sum.
-  static constexpr int kRows = kMaxDepth + 2;
+  void Count(DisplayMode mode, int historyDepth, bool wantBackgroundPeak);
+  void Display(std::size_t begin, int count);
+  void UpdateAverage(std::size_t begin, int count);
 
-  [[nodiscard]] float* Row(int age);
-  void Count(DisplayMode mode, int historyDepth);
-  void StoreNewest(std::span<const float> levels);
-  void Display(std::size_t begin, std::size_t end);
-  void UpdateAverage(std::size_t begin, std::size_t end);
-
+  const Kernels* kernels_;
   std::size_t points_ = 0;
-  std::vector<float> rows_;  ///< kRows rows of points_, a ring
+  LevelRing history_;
+  LevelRing peakHistory_;
+  SlidingMaximum maximum_;
+  SlidingMaximum peakMaximum_;
   std::vector<double> sums_;
   std::vector<float> displayLevel_;
   std::vector<float> backgroundPeak_;
-  int newestRow_ = 0;
+  long frame_ = 0;  ///< of the newest row
   DisplayMode mode_ = DisplayMode::Max;
   int depth_ = 0;
   int frameCount_ = -1;
-  int framesSinceRestart_ = 0;  ///< counted up to kBackgroundPeakFrames
-  bool windowFull_ = false;     ///< this frame pushed another out of MAX and AVG
+  bool windowFull_ = false;  ///< the newest frame pushed another out of the window
   bool hasBackgroundPeak_ = false;
 };
 

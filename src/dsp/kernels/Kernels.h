@@ -43,6 +43,12 @@ struct Kernels {
   void (*Transform)(const TransformTables&, const ChannelMatrix&, const std::int16_t* samples, double* power);
   /// See PowerToLevels.
   void (*Levels)(const double* power, float offsetDb, float* levels, int count);
+  /// RowKernels.inl has these.
+  void (*StoreRow)(const float* levels, const float* previous, float keep, float* row, int count);
+  void (*Maximum)(const float* a, const float* b, float* out, int count);
+  void (*SlideMean)(const float* newest, const float* leaving, double share, double* sums, float* mean,
+                    int count);
+  float (*Strongest)(const float* levels, float none, int count);
 };
 
 /// For every processor that the program itself runs on.

@@ -7,14 +7,14 @@
 namespace spectrino {
 namespace {
 
-void Levels(const double* power, float offsetDb, float* levels, int count) {
+void Levels(const double* __restrict power, float offsetDb, float* __restrict levels, int count) {
   constexpr std::int32_t kRootHalf = 0x3FE6A09E;    // upper half of sqrt(1/2) as a double
   constexpr std::int32_t kSmallest = 0x00100000;    // upper half of the smallest normal double
   constexpr std::int32_t kBiasChange = 0x38000000;  // exponent bias 1023 of a double less 127 of a float
   constexpr float kDbPerOctave = 3.01029995663981F;
   constexpr float kScale = 2 * 4.34294481903252F;
   for (int i = 0; i < count; ++i) {
-    std::int64_t bits;
+    std::uint64_t bits;
     __builtin_memcpy(&bits, power + i, sizeof bits);
     const auto upper = static_cast<std::int32_t>(bits >> 32);
     const std::int32_t exponent = (upper - kRootHalf) >> 20;

@@ -1,0 +1,170 @@
+// The numbers behind the picture: columns, visible range, scale.
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "dsp/DisplayTrace.h"
+#include "dsp/LevelScale.h"
+#include "dsp/PowerOfTwo.h"
+#include "dsp/VisibleRange.h"
+#include "state/SpectrumLine.h"
+
+namespace spectrino {
+namespace {
+
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::FloatEq;
+
+constexpr int kRate = 48000;
+
+TEST(DisplayTrace, ACarrierOfOnePointShowsAtEveryZoomAndWidth) {
+  DisplayTrace trace;
+  for (const int points : {256, 8192, 65536}) {
+    for (const int zoom : {1, 2, 4, 8, 16, 32}) {
+      for (const int width : {1, 300, 1279, 1280, 3840}) {
+        const auto geometry = SoundCardGeometry(points, kRate, 14.1, 3, zoom, 0, width);
+        std::vector<float> pixels(static_cast<std::size_t>(width));
+        for (int share = 0; share <= 8; ++share) {
+          const int carrier = std::min(
+              geometry.FirstPoint + (geometry.LastPoint - geometry.FirstPoint) * share / 8, points - 1);
+          std::vector<float> levels(static_cast<std::size_t>(points), -120);
+          levels[static_cast<std::size_t>(carrier)] = -20;
+          trace.Map(geometry, 0, points, levels, pixels);
+          const auto peak = std::ranges::max_element(pixels);
+          ASSERT_EQ(*peak, -20) << points << " zoom " << zoom << " width " << width << " point " << carrier;
+          const double x = std::min(geometry.PointX(carrier), width - 0.5);
+          ASSERT_NEAR(static_cast<double>(peak - pixels.begin()) + 0.5, x, 0.5001);
+        }
+      }
+    }
+  }
+}
+
+TEST(DisplayTrace, ARadioLineReachesFromEdgeToEdge) {
+  // Points 1..3 at x = 0, 4 and 8; index 0 is no point.
+  const std::vector<float> levels = {99, -10, -50, -30};
+  std::vector<float> pixels(8);
+  DisplayTrace().Map(RadioGeometry(3, 14.0, 14.2, 8), 1, 4, levels, pixels);
+  EXPECT_THAT(pixels, ElementsAre(-10, FloatEq(-25), FloatEq(-35), FloatEq(-45), -50, FloatEq(-42.5F),
+                                  FloatEq(-37.5F), -30));
+}
+
+TEST(DisplayTrace, NoValueIsNeverDrawnNorDrawnAcross) {
+  DisplayTrace trace;
+  std::vector<float> pixels(4);
+  // Two points a pixel: the other one counts; both without value: nothing.
+  const std::vector<float> dense = {kUndrawnLevel, -500,          kUndrawnLevel, kUndrawnLevel,
+                                    -90,           kUndrawnLevel, -80,           -70};
+  trace.Map(SoundCardGeometry(8, kRate, 0, 0, 1, 0, 4), 0, 8, dense, pixels);
+  EXPECT_THAT(pixels, ElementsAre(-500, kUndrawnLevel, -90, -70));
+  const std::vector<float> sparse = {-90, kUndrawnLevel};
+  trace.Map(SoundCardGeometry(2, kRate, 0, 0, 1, 0, 4), 0, 2, sparse, pixels);
+  EXPECT_THAT(pixels, ElementsAre(-90, kUndrawnLevel, kUndrawnLevel, kUndrawnLevel));
+  trace.Map(RadioGeometry(1, 14, 14.2, 4), 1, 2, sparse, pixels);
+  EXPECT_THAT(pixels, Each(kUndrawnLevel)) << "one point makes no line";
+  // A line longer than what is known of it: data only where points are.
+  trace.Map(RadioGeometry(5, 14, 14.2, 4), 1, 3, std::vector<float>{0, -60, -50}, pixels);
+  EXPECT_THAT(pixels, ElementsAre(-60, -50, kUndrawnLevel, kUndrawnLevel));
+}
+
+TEST(DisplayTrace, FollowsAChangeOfGeometryOfTheSameWidth) {
+  DisplayTrace trace;
+  std::vector<float> levels(64, -100);
+  levels[40] = -10;
+  std::vector<float> pixels(64);
+  trace.Map(SoundCardGeometry(64, kRate, 0, 0, 1, 0, 64), 0, 64, levels, pixels);
+  EXPECT_EQ(pixels[40], -10);
+  trace.Map(SoundCardGeometry(64, kRate, 0, 0, 2, 0, 64), 0, 64, levels, pixels);
+  EXPECT_EQ(pixels[40], -100);
+  EXPECT_EQ(pixels[48], -10);
+}
+
+TEST(ColourIndex, RoundsAndStaysInThePalette) {
+  EXPECT_EQ(ColourIndex(-83, -153, -13), 128);
+  EXPECT_EQ(ColourIndex(-82.8F, -153, -13), 128);
+  EXPECT_EQ(ColourIndex(-82.6F, -153, -13), 129);
+  EXPECT_EQ(ColourIndex(kEmptyLevel, -153, -13), 0);
+  EXPECT_EQ(ColourIndex(50, -153, -13), 256);
+  EXPECT_EQ(ColourIndex(-20, -20, -20), 0);
+  EXPECT_DOUBLE_EQ(LevelToY(-48, -153, -13, 500, 400), 200);
+}
+
+struct RangeCase {
+  const char* name;
+  double ifOffsetKHz;
+  int zoom, pan;
+  int first, last, centre;
+};
+class VisibleRange : public ::testing::TestWithParam<RangeCase> {};
+INSTANTIATE_TEST_SUITE_P(
+    Cases, VisibleRange,
+    ::testing::Values(RangeCase{"WholeLine", 9, 1, 700, 0, 8192, 4096},
+                      RangeCase{"Zoomed", 0, 8, 0, 4096 - 512, 4096 + 512, 4096},
+                      RangeCase{"CentredOnTheRadio", 6, 8, 0, 5120 - 512, 5120 + 512, 5120},
+                      RangeCase{"RoundsHalvesToEven", 12.5 / 8192 * 48, 32, 0, 4108 - 128, 4108 + 128, 4108},
+                      RangeCase{"Panned", 6, 8, -100, 5020 - 512, 5020 + 512, 5020},
+                      RangeCase{"ShiftedBackAtTheTop", 23, 8, 0, 8192 - 1024, 8192, 8192 - 512},
+                      RangeCase{"ShiftedBackAtTheBottom", -6, 2, -5000, 0, 4096, 2048},
+                      RangeCase{"FixedReceiverFarAway", 1e12, 4, 1 << 30, 8192 - 2048, 8192, 8192 - 1024},
+                      RangeCase{"FarBelow", -1e12, 32, -(1 << 30), 0, 256, 128}),
+    [](const auto& test) { return std::string(test.param.name); });
+
+TEST_P(VisibleRange, ShowsPointsAtTheirFrequency) {
+  const RangeCase& c = GetParam();
+  const auto geometry = SoundCardGeometry(8192, kRate, 14.1, c.ifOffsetKHz, c.zoom, c.pan, 1000);
+  EXPECT_EQ(geometry.FirstPoint, c.first);
+  EXPECT_EQ(geometry.LastPoint, c.last);
+  EXPECT_EQ(geometry.CentrePoint, c.centre);
+  EXPECT_NEAR(geometry.ShownSpanHz(), 48000.0 * (c.last - c.first) / 8192,
+              0.01 * std::abs(c.ifOffsetKHz) + 1e-3);
+  if (std::abs(c.ifOffsetKHz) > 1000) return;
+  // Point 4096 is 0 Hz; it stands at the radio's frequency less the offset.
+  EXPECT_NEAR(geometry.FrequencyAt(geometry.PointX(4096)), 14.1 - c.ifOffsetKHz / 1000, 1e-9);
+}
+
+TEST(RadioGeometry, PutsFirstAndLastPointAtTheEdges) {
+  const auto geometry = RadioGeometry(475, 14.0, 14.1, 948);
+  EXPECT_DOUBLE_EQ(geometry.PointX(1), 0);
+  EXPECT_DOUBLE_EQ(geometry.PointX(475), 948);
+  EXPECT_DOUBLE_EQ(geometry.FrequencyAt(geometry.PointX(geometry.CentrePoint)), 14.05);
+  EXPECT_FALSE(RadioGeometry(0, 14.0, 14.1, 948).Valid());
+}
+
+TEST(LevelScale, FollowsReferenceRangeAndBinWidth) {
+  LevelScale scale;
+  UpdateLevelScale(scale, -60, 1000000, BinWidthDb(44100, 13));
+  EXPECT_EQ(scale, (LevelScale{-153, -13, 140, 20}));
+  UpdateLevelScale(scale, -60, 1, BinWidthDb(192000, 8));
+  EXPECT_EQ(scale, (LevelScale{-131, -111, 40, 5}));
+  UpdateLevelScale(scale, -57, 12, BinWidthDb(11025, 16));
+  EXPECT_EQ(scale, (LevelScale{-165, -111, 40, 5})) << "an unknown divisor moves the bottom alone";
+  EXPECT_EQ(RangeDb(10000000), 160);
+  EXPECT_EQ(RangeDb(12), 0);
+  EXPECT_EQ(K4LevelScale(-120.5F, 60.25), (LevelScale{-121, -61, 60, 20}));
+}
+
+TEST(GridFrequencies, StepWithTheRate) {
+  const std::vector<std::pair<int, double>> steps = {{11025, 1250},  {22050, 2500},  {44100, 5000},
+                                                     {48000, 5000},  {88200, 10000}, {96000, 10000},
+                                                     {192000, 20000}};
+  for (const auto& [rate, step] : steps) {
+    EXPECT_EQ(BuildGridFrequencies(rate)[1], step) << rate;
+    EXPECT_EQ(BuildGridFrequencies(rate)[20], 20 * step) << rate;
+  }
+}
+
+TEST(PowerOfTwo, TellsFrameLengthsFromOthers) {
+  for (const int n : {0, 1, 3, -8, 689, INT32_MIN}) EXPECT_FALSE(IsPowerOfTwo(n)) << n;
+  for (int bits = 1; bits <= 16; ++bits) {
+    EXPECT_TRUE(IsPowerOfTwo(1 << bits));
+    EXPECT_EQ(NumberOfBitsNeeded(1 << bits), bits);
+  }
+  EXPECT_EQ(NumberOfBitsNeeded(1 << 17), 0);
+  EXPECT_EQ(NumberOfBitsNeeded(12), 2);
+}
+
+}  // namespace
+}  // namespace spectrino
