@@ -108,10 +108,6 @@ std::optional<std::string> IniDocument::Find(std::string_view section, std::stri
   return Unescape(std::string_view(line.text).substr(line.equal + 1));
 }
 
-bool IniDocument::HasSection(std::string_view section) const {
-  return sections_.contains(Fold(section));
-}
-
 bool IniDocument::HasSectionsOf(const IniDocument& other) const {
   return std::ranges::all_of(other.sections_, [this](const auto& entry) {
     return entry.second.keys.empty() || sections_.contains(entry.first);

@@ -26,8 +26,7 @@ class IniDocument {
   [[nodiscard]] static std::optional<IniDocument> Parse(std::string_view text, std::string& why);
 
   [[nodiscard]] std::optional<std::string> Find(std::string_view section, std::string_view key) const;
-  [[nodiscard]] bool HasSection(std::string_view section) const;
-  /// Whether every section that other has is here as well.
+  /// Whether every section in which other has keys is here as well.
   [[nodiscard]] bool HasSectionsOf(const IniDocument& other) const;
 
   /// Changes the key in place, keeping its spelling, or adds it at the end of its section.

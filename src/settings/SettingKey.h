@@ -33,12 +33,12 @@ class KeyName {
   std::size_t length_;
 };
 
-/// Applied to what is read, never to what is stored.
+/// Applied to what is read, never to what is stored. A value outside reads as Otherwise, or without one as
+/// the nearer limit.
 struct IntLimits {
   std::int32_t Low = INT32_MIN;
   std::int32_t High = INT32_MAX;
-  std::optional<std::int32_t> Otherwise =
-      std::nullopt;  ///< what a value outside reads as; without: the nearer limit
+  std::optional<std::int32_t> Otherwise = std::nullopt;
 };
 inline constexpr IntLimits k16Bit{INT16_MIN, INT16_MAX};
 
