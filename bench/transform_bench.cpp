@@ -140,6 +140,8 @@ class RatioReporter : public benchmark::BenchmarkReporter {
     }
   }
   void Finalize() override {
+    // Interleaving brings them in any order; the sizes and stages read better together.
+    std::ranges::sort(order_);
     for (const std::string& name : order_) {
       const std::string size = name.substr(name.find(" b="));
       const double fftw = medians_["fftw" + size];

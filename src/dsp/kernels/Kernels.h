@@ -48,7 +48,8 @@ struct Kernels {
   void (*Maximum)(const float* a, const float* b, float* out, int count);
   void (*SlideMean)(const float* newest, const float* leaving, double share, double* sums, float* mean,
                     int count);
-  float (*Strongest)(const float* levels, float none, int count);
+  void (*StrongestPerPixel)(const float* levels, const int* bounds, int usual, float none, float* pixels,
+                            int count);
 };
 
 /// For every processor that the program itself runs on.
