@@ -135,7 +135,7 @@ class RatioReporter : public benchmark::BenchmarkReporter {
   void ReportRuns(const std::vector<Run>& runs) override {
     for (const Run& run : runs) {
       if (run.run_type != Run::RT_Aggregate || run.aggregate_name != "median") continue;
-      medians_[run.run_name.function_name] = run.GetAdjustedRealTime();
+      medians_[run.run_name.function_name] = run.GetAdjustedCPUTime();
       order_.push_back(run.run_name.function_name);
     }
   }
