@@ -29,7 +29,7 @@ struct TransformTables {
   const double* RowTwiddles = nullptr;       ///< radix-4 passes of the length Columns
   const double* CrossTwiddles = nullptr;     ///< Rows * Columns * (re, im): e^(j2pi c q / (Rows * Columns))
   LaneElement* Work = nullptr;               ///< Rows * Stride
-  LaneElement* Scratch = nullptr;            ///< 3 * 128
+  LaneElement* Scratch = nullptr;            ///< 5 * 128
 };
 
 /// How the two channels make the complex sample: Re = ReLeft * L + ReRight * R, Im likewise.
