@@ -135,11 +135,13 @@ class RatioReporter : public benchmark::BenchmarkReporter {
   void ReportRuns(const std::vector<Run>& runs) override {
     for (const Run& run : runs) {
       if (run.run_type != Run::RT_Aggregate || run.aggregate_name != "median") continue;
-      medians_[run.run_name.function_name] = run.GetAdjustedRealTime();
+      medians_[run.run_name.function_name] = run.GetAdjustedCPUTime();
       order_.push_back(run.run_name.function_name);
     }
   }
   void Finalize() override {
+    // Interleaving brings them in any order; the sizes and stages read better together.
+    std::ranges::sort(order_);
     for (const std::string& name : order_) {
       const std::string size = name.substr(name.find(" b="));
       const double fftw = medians_["fftw" + size];

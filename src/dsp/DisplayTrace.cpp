@@ -24,22 +24,15 @@ void DisplayTrace::Map(const FrameGeometry& geometry, int firstIndex, int endInd
       bounds_.size() != pixels.size() + 1) {
     FindBounds(geometry, firstIndex, endIndex, static_cast<int>(pixels.size()));
   }
-  const double pixelsPerPoint = geometry.PixelsPerPoint();
-  for (std::size_t c = 0; c < pixels.size(); ++c) {
-    const int begin = bounds_[c];
-    const int end = bounds_[c + 1];
-    if (begin < end) {
-      pixels[c] = kernels_->Strongest(levels.data() + begin, kUndrawnLevel, end - begin);
-      continue;
-    }
-    pixels[c] = kUndrawnLevel;
-    if (begin == firstIndex || begin == endIndex) continue;
-    const float left = levels[static_cast<std::size_t>(begin) - 1];
-    const float right = levels[static_cast<std::size_t>(begin)];
-    if (left == kUndrawnLevel || right == kUndrawnLevel) continue;
-    const double centre = static_cast<double>(c) + 0.5;
-    const double share = (centre - geometry.PointX(begin - 1)) / pixelsPerPoint;
-    pixels[c] = static_cast<float>(left + (right - left) * share);
+  const int pixelCount = static_cast<int>(pixels.size());
+  kernels_->StrongestPerPixel(levels.data(), bounds_.data(), usualRun_, kUndrawnLevel, pixels.data(),
+                              pixelCount);
+  for (const Between& between : between_) {
+    const float left = levels[static_cast<std::size_t>(between.right) - 1];
+    const float right = levels[static_cast<std::size_t>(between.right)];
+    const bool drawn = left != kUndrawnLevel && right != kUndrawnLevel;
+    pixels[static_cast<std::size_t>(between.pixel)] =
+        drawn ? left + (right - left) * between.share : kUndrawnLevel;
   }
 }
 
@@ -56,12 +49,15 @@ void DisplayTrace::FindBounds(const FrameGeometry& geometry, int firstIndex, int
     const double limited = std::clamp(point, static_cast<double>(firstIndex), static_cast<double>(endIndex));
     bounds_[static_cast<std::size_t>(c)] = static_cast<int>(limited);
   }
-}
-
-int ColourIndex(float level, float bottom, float top) {
-  if (!(top > bottom)) return 0;
-  const float index = (level - bottom) / (top - bottom) * 256;
-  return static_cast<int>(std::lrint(std::clamp(index, 0.0F, 256.0F)));
+  usualRun_ = std::max(1, static_cast<int>(pointsPerPixel));
+  between_.clear();
+  for (int c = 0; c < pixelCount; ++c) {
+    const int right = bounds_[static_cast<std::size_t>(c)];
+    if (right != bounds_[static_cast<std::size_t>(c) + 1] || right == firstIndex || right == endIndex)
+      continue;
+    const double share = (c + 0.5 - geometry.PointX(right - 1)) * pointsPerPixel;
+    between_.push_back({.pixel = c, .right = right, .share = static_cast<float>(share)});
+  }
 }
 
 double LevelToY(double level, double bottom, double top, double plotBottom, double plotHeight) {

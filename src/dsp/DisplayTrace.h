@@ -2,6 +2,7 @@
 // Draws nothing; trace, background peak and waterfall all take their columns from here.
 #pragma once
 
+#include <algorithm>
 #include <span>
 #include <vector>
 
@@ -24,17 +25,32 @@ class DisplayTrace {
            std::span<float> pixels);
 
  private:
+  /// A pixel without a point of its own, between the points right - 1 and right.
+  struct Between {
+    int pixel;
+    int right;
+    float share;  ///< of the way from left to right
+  };
+
   void FindBounds(const FrameGeometry& geometry, int firstIndex, int endIndex, int pixelCount);
 
   const Kernels* kernels_;
   FrameGeometry geometry_;  ///< what bounds_ was made for
   int firstIndex_ = 0;
   int endIndex_ = 0;
+  int usualRun_ = 1;  ///< points of most pixels, or one less
+  std::vector<Between> between_;
   std::vector<int> bounds_;  ///< pixel c takes the points bounds_[c]..bounds_[c + 1]-1
 };
 
 /// Row of the waterfall's palette: 0 at bottom and below, 256 at top and above.
-[[nodiscard]] int ColourIndex(float level, float bottom, float top);
+[[nodiscard]] inline int ColourIndex(float level, float bottom, float top) {
+  if (!(top > bottom)) return 0;
+  const float index = std::clamp((level - bottom) / (top - bottom) * 256, 0.0F, 256.0F);
+  // Adding 1.5 * 2^23 leaves no bits for a fraction: rounded, halves to even, without a library call.
+  constexpr float kNoFraction = 12582912.0F;
+  return static_cast<int>(index + kNoFraction - kNoFraction);
+}
 
 /// y of a level in a plot whose bottom edge is at plotBottom; y grows downwards. Not clipped.
 [[nodiscard]] double LevelToY(double level, double bottom, double top, double plotBottom, double plotHeight);

@@ -107,7 +107,7 @@ struct Spectrum::Plan {
     // One element more than a row, or a column would fall into a few sets of the cache only.
     const int stride = columns + 1;
     work.resize(static_cast<std::size_t>(rows) * static_cast<std::size_t>(stride));
-    scratch.resize(3 * 128);
+    scratch.resize(5 * 128);
     tables = {.Rows = rows,
               .Columns = columns,
               .Stride = stride,

@@ -7,6 +7,6 @@
 namespace spectrino {
 
 extern const Kernels kAvx2Kernels;
-const Kernels kAvx2Kernels = {"Avx2", Transform, Levels, StoreRow, Maximum, SlideMean, Strongest};
+const Kernels kAvx2Kernels = {"Avx2", Transform, Levels, StoreRow, Maximum, SlideMean, StrongestPerPixel};
 
 }  // namespace spectrino

@@ -7,6 +7,6 @@
 namespace spectrino {
 
 extern const Kernels kAvx512Kernels;
-const Kernels kAvx512Kernels = {"Avx512", Transform, Levels, StoreRow, Maximum, SlideMean, Strongest};
+const Kernels kAvx512Kernels = {"Avx512", Transform, Levels, StoreRow, Maximum, SlideMean, StrongestPerPixel};
 
 }  // namespace spectrino

@@ -29,7 +29,7 @@ struct TransformTables {
   const double* RowTwiddles = nullptr;       ///< radix-4 passes of the length Columns
   const double* CrossTwiddles = nullptr;     ///< Rows * Columns * (re, im): e^(j2pi c q / (Rows * Columns))
   LaneElement* Work = nullptr;               ///< Rows * Stride
-  LaneElement* Scratch = nullptr;            ///< 3 * 128
+  LaneElement* Scratch = nullptr;            ///< 5 * 128
 };
 
 /// How the two channels make the complex sample: Re = ReLeft * L + ReRight * R, Im likewise.
@@ -48,7 +48,8 @@ struct Kernels {
   void (*Maximum)(const float* a, const float* b, float* out, int count);
   void (*SlideMean)(const float* newest, const float* leaving, double share, double* sums, float* mean,
                     int count);
-  float (*Strongest)(const float* levels, float none, int count);
+  void (*StrongestPerPixel)(const float* levels, const int* bounds, int usual, float none, float* pixels,
+                            int count);
 };
 
 /// For every processor that the program itself runs on.

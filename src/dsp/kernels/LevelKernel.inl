@@ -1,32 +1,65 @@
 // Power to decibels for a whole line. Included by one file per instruction set, like TransformKernel.inl.
 //
-// 10 log10(x) of x = 2^e * m, m in [sqrt 1/2, sqrt 2): e * 10 log10(2) + 10/ln 10 * ln m, with
-// ln m = 2 (s + s^3/3 + s^5/5 + ...), s = (m - 1) / (m + 1), |s| < 0.172. The three terms leave 5e-6 dB;
-// taking only the upper half of the double (20 bits of mantissa) leaves 4e-6 dB more.
+// 10 log10(2^e * m) = e * 10 log10(2) + 10 log10(m), m in [1, 2), the second term by the polynomial of degree
+// 5 with the smallest largest error (Remez), 3.8e-5 dB. Only the upper half of each double is looked at: 20
+// bits of mantissa are good to 2.1e-6 dB.
 
 namespace spectrino {
 namespace {
 
-void Levels(const double* __restrict power, float offsetDb, float* __restrict levels, int count) {
-  constexpr std::int32_t kRootHalf = 0x3FE6A09E;    // upper half of sqrt(1/2) as a double
-  constexpr std::int32_t kSmallest = 0x00100000;    // upper half of the smallest normal double
-  constexpr std::int32_t kBiasChange = 0x38000000;  // exponent bias 1023 of a double less 127 of a float
-  constexpr float kDbPerOctave = 3.01029995663981F;
-  constexpr float kScale = 2 * 4.34294481903252F;
-  for (int i = 0; i < count; ++i) {
-    std::uint64_t bits;
-    __builtin_memcpy(&bits, power + i, sizeof bits);
-    const auto upper = static_cast<std::int32_t>(bits >> 32);
-    const std::int32_t exponent = (upper - kRootHalf) >> 20;
-    const std::int32_t mantissaBits = ((upper - exponent * 0x100000 - kBiasChange) * 8) | 4;
-    float mantissa;
-    __builtin_memcpy(&mantissa, &mantissaBits, sizeof mantissa);
-    const float s = (mantissa - 1) / (mantissa + 1);
-    const float square = s * s;
-    const float series = s * (1 + square * (1.0F / 3 + square * (1.0F / 5)));
-    const float level = static_cast<float>(exponent) * kDbPerOctave + (series * kScale + offsetDb);
-    levels[i] = upper < kSmallest ? -1000.0F : level;
+#if defined(__AVX512F__)
+constexpr int kLevelWidth = 16;
+#elif defined(__AVX2__)
+constexpr int kLevelWidth = 8;
+#else
+constexpr int kLevelWidth = 4;
+#endif
+typedef float FloatVec __attribute__((vector_size(4 * kLevelWidth), may_alias, aligned(4)));
+typedef std::int32_t IntVec __attribute__((vector_size(4 * kLevelWidth), may_alias, aligned(4)));
+
+/// The upper halves of kLevelWidth doubles.
+inline __attribute__((always_inline)) IntVec UpperHalves(const double* power) {
+  const IntVec low = *reinterpret_cast<const IntVec*>(power);
+  const IntVec high = *reinterpret_cast<const IntVec*>(power + kLevelWidth / 2);
+#if defined(__AVX512F__)
+  return __builtin_shufflevector(low, high, 1, 3, 5, 7, 9, 11, 13, 15, 17, 19, 21, 23, 25, 27, 29, 31);
+#elif defined(__AVX2__)
+  // Within the halves of the registers first, which is one instruction, then their quarters into order.
+  const IntVec mixed = __builtin_shufflevector(low, high, 1, 3, 9, 11, 5, 7, 13, 15);
+  return __builtin_shufflevector(mixed, mixed, 0, 1, 4, 5, 2, 3, 6, 7);
+#else
+  return __builtin_shufflevector(low, high, 1, 3, 5, 7);
+#endif
+}
+
+inline __attribute__((always_inline)) FloatVec LevelsOf(const double* power, float offsetDb) {
+  constexpr std::int32_t kOne = 0x3FF00000;       // upper half of 1.0
+  constexpr std::int32_t kSmallest = 0x00100000;  // upper half of the smallest normal double
+  // A float of 1.0, and half of the part of the mantissa that was not looked at.
+  constexpr std::int32_t kFloatOne = 0x3F800004;
+  const IntVec upper = UpperHalves(power);
+  const FloatVec exponent = __builtin_convertvector((upper - kOne) >> 20, FloatVec);
+  const FloatVec m = reinterpret_cast<FloatVec>(((upper & 0xFFFFF) << 3) | kFloatOne);
+  FloatVec level = m * 0.135083027F - 1.25398165F;
+  level = level * m + 4.91024706F;
+  level = level * m - 10.6889518F;
+  level = level * m + 15.3275768F;
+  level = level * m + (offsetDb - 8.42993574F);
+  level = exponent * 3.01029996F + level;
+  const FloatVec keep = FloatVec{} - 1000.0F;
+  return upper < kSmallest ? keep : level;
+}
+
+void Levels(const double* power, float offsetDb, float* levels, int count) {
+  int i = 0;
+  for (; i + kLevelWidth <= count; i += kLevelWidth) {
+    *reinterpret_cast<FloatVec*>(levels + i) = LevelsOf(power + i, offsetDb);
   }
+  if (i == count) return;
+  double rest[kLevelWidth] = {};
+  for (int k = 0; k < count - i; ++k) rest[k] = power[i + k];
+  const FloatVec last = LevelsOf(rest, offsetDb);
+  for (int k = 0; k < count - i; ++k) levels[i + k] = last[k];
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 namespace spectrino {
 
 extern const Kernels kPortableKernels;
-const Kernels kPortableKernels = {"Portable", Transform, Levels, StoreRow, Maximum, SlideMean, Strongest};
+const Kernels kPortableKernels = {"Portable", Transform, Levels,           StoreRow,
+                                  Maximum,    SlideMean, StrongestPerPixel};
 
 }  // namespace spectrino

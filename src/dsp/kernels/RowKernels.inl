@@ -32,15 +32,64 @@ void SlideMean(const float* __restrict newest, const float* __restrict leaving, 
   }
 }
 
-/// The largest level but none, which is no value; none when there is no other. count is at least 1.
-float Strongest(const float* levels, float none, int count) {
-  constexpr float kLowest = -3e38F;
-  float strongest = kLowest;
+constexpr float kBelowAll = -3e38F;
+
+/// The largest of the levels except none, which is no value; none when there is no other.
+float Strongest(const float* levels, int count, float none) {
+  float strongest = kBelowAll;
   for (int i = 0; i < count; ++i) {
-    const float level = levels[i] == none ? kLowest : levels[i];
+    const float level = levels[i] == none ? kBelowAll : levels[i];
     strongest = level > strongest ? level : strongest;
   }
-  return strongest == kLowest ? none : strongest;
+  return strongest == kBelowAll ? none : strongest;
+}
+
+constexpr int kPixelBlock = 32;
+constexpr int kLongRun = 16;
+
+/// For short runs, each of usual levels or one more (usual below kLongRun): a loop over one of them would be
+/// over before it pays. Instead every level is replaced by the maximum of itself and those after it, reach of
+/// them, where reach is the largest power of two that fits into usual; two of these, from the run's beginning
+/// and up to its end, then cover it.
+void StrongestOfBlock(const float* levels, const int* bounds, int usual, float none, float* pixels) {
+  float maxima[kPixelBlock * kLongRun + kLongRun];
+  const int first = bounds[0];
+  const int count = bounds[kPixelBlock] - first;
+  for (int i = 0; i < count; ++i) maxima[i] = levels[first + i] == none ? kBelowAll : levels[first + i];
+  for (int i = count; i < count + kLongRun / 2; ++i) maxima[i] = kBelowAll;
+  int reach = 1;
+  for (; 2 * reach <= usual; reach *= 2) {
+    for (int i = 0; i < count; ++i) {
+      maxima[i] = maxima[i + reach] > maxima[i] ? maxima[i + reach] : maxima[i];
+    }
+  }
+  for (int c = 0; c < kPixelBlock; ++c) {
+    const float from = maxima[bounds[c] - first];
+    const float upTo = maxima[bounds[c + 1] - reach - first];
+    const float strongest = upTo > from ? upTo : from;
+    pixels[c] = strongest == kBelowAll ? none : strongest;
+  }
+}
+
+/// pixels[c] = the strongest of the levels bounds[c]..bounds[c + 1]-1; none where there is no level.
+/// usual: most runs have this length or one more.
+void StrongestPerPixel(const float* levels, const int* bounds, int usual, float none, float* pixels,
+                       int count) {
+  for (int c = 0; c < count;) {
+    int irregular = usual >= kLongRun || c + kPixelBlock > count ? 1 : 0;
+    for (int i = c; i < c + kPixelBlock && i < count; ++i) {
+      const int length = bounds[i + 1] - bounds[i];
+      irregular |= length < usual || length > usual + 1 ? 1 : 0;
+    }
+    if (irregular == 0) {
+      StrongestOfBlock(levels, bounds + c, usual, none, pixels + c);
+      c += kPixelBlock;
+      continue;
+    }
+    for (int end = c + kPixelBlock; c < end && c < count; ++c) {
+      pixels[c] = Strongest(levels + bounds[c], bounds[c + 1] - bounds[c], none);
+    }
+  }
 }
 
 }  // namespace

@@ -16,14 +16,23 @@
 namespace spectrino {
 namespace {
 
-#if defined(__AVX__)
+#if defined(__AVX512F__)
+constexpr int kWidth = 8;  // two neighbouring columns or rows at a time
+#elif defined(__AVX__)
 constexpr int kWidth = 4;
 #else
-// Wider vectors than the processor has are kept on the stack: take the four lanes two at a time.
-constexpr int kWidth = 2;
+constexpr int kWidth = 2;  // half the lanes at a time: vectors wider than a register are kept on the stack
 #endif
+constexpr int kNeighbours = kWidth > 4 ? kWidth / 4 : 1;
+constexpr int kLanes = 4 * kNeighbours;
 typedef double Vec __attribute__((vector_size(8 * kWidth), may_alias));
 typedef double UnalignedVec __attribute__((vector_size(8 * kWidth), may_alias, aligned(8)));
+
+/// What the passes work on between the first load and the last store.
+struct alignas(64) Element {
+  double Re[kLanes];
+  double Im[kLanes];
+};
 
 #define SPECTRINO_INLINE inline __attribute__((always_inline))
 
@@ -35,6 +44,38 @@ SPECTRINO_INLINE const Vec& At(const double* lanes) {
 SPECTRINO_INLINE Vec& At(double* lanes) {
   return *reinterpret_cast<Vec*>(lanes);
 }
+
+#if defined(__AVX512F__)
+/// The elements first and first[distance], side by side.
+SPECTRINO_INLINE void Load(const LaneElement* first, long distance, int, Vec& re, Vec& im) {
+  const Vec a = At(first->Re);
+  const Vec b = At(first[distance].Re);
+  re = __builtin_shufflevector(a, b, 0, 1, 2, 3, 8, 9, 10, 11);
+  im = __builtin_shufflevector(a, b, 4, 5, 6, 7, 12, 13, 14, 15);
+}
+SPECTRINO_INLINE void Store(LaneElement* first, long distance, int, Vec re, Vec im) {
+  At(first->Re) = __builtin_shufflevector(re, im, 0, 1, 2, 3, 8, 9, 10, 11);
+  At(first[distance].Re) = __builtin_shufflevector(re, im, 4, 5, 6, 7, 12, 13, 14, 15);
+}
+/// first[0] in all lanes of the first neighbour, first[distance] in those of the second.
+SPECTRINO_INLINE Vec Spread(const double* first, long distance) {
+  const double a = first[0];
+  const double b = first[distance];
+  return Vec{a, a, a, a, b, b, b, b};
+}
+#else
+SPECTRINO_INLINE void Load(const LaneElement* first, long, int lane, Vec& re, Vec& im) {
+  re = At(first->Re + lane);
+  im = At(first->Im + lane);
+}
+SPECTRINO_INLINE void Store(LaneElement* first, long, int lane, Vec re, Vec im) {
+  At(first->Re + lane) = re;
+  At(first->Im + lane) = im;
+}
+SPECTRINO_INLINE Vec Spread(const double* first, long) {
+  return *first - Vec{};
+}
+#endif
 
 /// (re, im) *= (wr, wi); the factor is a vector or one number for all lanes.
 template <class Factor>
@@ -70,14 +111,14 @@ SPECTRINO_INLINE void Butterfly4(Vec& re0, Vec& im0, Vec& re1, Vec& im1, Vec& re
 
 /// Where a pass reads or writes the elements of a buffer.
 struct FromBuffer {
-  const LaneElement* buffer;
+  const Element* buffer;
   SPECTRINO_INLINE void operator()(int i, int lane, Vec& re, Vec& im) const {
     re = At(buffer[i].Re + lane);
     im = At(buffer[i].Im + lane);
   }
 };
 struct ToBuffer {
-  LaneElement* buffer;
+  Element* buffer;
   SPECTRINO_INLINE void operator()(int i, int lane, Vec re, Vec im) const {
     At(buffer[i].Re + lane) = re;
     At(buffer[i].Im + lane) = im;
@@ -91,7 +132,7 @@ SPECTRINO_INLINE void Pass4(int length, int stride, const double* twiddles, Load
   for (int p = 0; p < length / 4; ++p) {
     const double* w = twiddles + 6 * p;
     for (int i = p * stride; i < (p + 1) * stride; ++i) {
-      for (int lane = 0; lane < 4; lane += kWidth) {
+      for (int lane = 0; lane < kLanes; lane += kWidth) {
         Vec re0, im0, re1, im1, re2, im2, re3, im3;
         load(i, lane, re0, im0);
         load(i + step, lane, re1, im1);
@@ -115,7 +156,7 @@ SPECTRINO_INLINE void Pass4(int length, int stride, const double* twiddles, Load
 template <class Load, class Store>
 SPECTRINO_INLINE void Last4(int stride, Load load, Store store) {
   for (int i = 0; i < stride; ++i) {
-    for (int lane = 0; lane < 4; lane += kWidth) {
+    for (int lane = 0; lane < kLanes; lane += kWidth) {
       Vec re0, im0, re1, im1, re2, im2, re3, im3;
       load(i, lane, re0, im0);
       load(i + stride, lane, re1, im1);
@@ -135,7 +176,7 @@ template <class Load, class Store>
 SPECTRINO_INLINE void Last8(int stride, Load load, Store store) {
   constexpr double kHalfRoot = 0.70710678118654752440;
   for (int i = 0; i < stride; ++i) {
-    for (int lane = 0; lane < 4; lane += kWidth) {
+    for (int lane = 0; lane < kLanes; lane += kWidth) {
       Vec re0, im0, re1, im1, re2, im2, re3, im3, re4, im4, re5, im5, re6, im6, re7, im7;
       load(i + stride, lane, re1, im1);
       load(i + 3 * stride, lane, re3, im3);
@@ -168,8 +209,8 @@ SPECTRINO_INLINE void Last8(int stride, Load load, Store store) {
 
 /// A whole transform of 8..128 points; first and second each hold that many elements.
 template <class Load, class Store>
-SPECTRINO_INLINE void Stockham(int length, const double* twiddles, LaneElement* first, LaneElement* second,
-                               Load load, Store store) {
+SPECTRINO_INLINE void Stockham(int length, const double* twiddles, Element* first, Element* second, Load load,
+                               Store store) {
   if (length == 8) return Last8(1, load, store);
   Pass4(length, 1, twiddles, load, ToBuffer{first});
   if (length == 16) return Last4(4, FromBuffer{first}, store);
@@ -194,46 +235,56 @@ void StageColumns(const TransformTables& tables, const ChannelMatrix& matrix, co
   }
 }
 
-/// Column c of the work matrix: what StageColumns left for it, turned by e^(j2pi nr/N) in lane r,
-/// transformed.
-void TransformColumn(const TransformTables& tables, const LaneElement* staged, int column) {
-  const LaneElement* columnLanes = tables.ColumnLanes + column;
+/// Columns of the work matrix, kNeighbours from column on: what StageColumns left for them, turned by
+/// e^(j2pi nr/N) in lane r, transformed.
+void TransformColumns(const TransformTables& tables, int column) {
+  const LaneElement* staged = tables.Scratch;
+  Element* first = reinterpret_cast<Element*>(tables.Scratch + 128);
   const int within = column % 4;
   const auto load = [ =, &tables ](int a, int lane, Vec& re, Vec& im) __attribute__((always_inline)) {
-    re = staged[a].Re[within] - Vec{};
-    im = staged[a].Im[within] - Vec{};
-    Multiply(re, im, At(columnLanes->Re + lane), At(columnLanes->Im + lane));
-    Multiply(re, im, At(tables.RowLanes[a].Re + lane), At(tables.RowLanes[a].Im + lane));
+    Vec turnRe, turnIm;
+    re = Spread(staged[a].Re + within, 1);
+    im = Spread(staged[a].Im + within, 1);
+    Load(tables.ColumnLanes + column, 1, lane, turnRe, turnIm);
+    Multiply(re, im, turnRe, turnIm);
+    Load(tables.RowLanes + a, 0, lane, turnRe, turnIm);
+    Multiply(re, im, turnRe, turnIm);
   };
-  const auto store = [ =, &tables ](int k, int lane, Vec re, Vec im) __attribute__((always_inline)) {
-    ToBuffer{tables.Work + column}(k * tables.Stride, lane, re, im);
+  LaneElement* work = tables.Work + column;
+  const long stride = tables.Stride;
+  const auto store = [=](int k, int lane, Vec re, Vec im) __attribute__((always_inline)) {
+    Store(work + k * stride, 1, lane, re, im);
   };
-  Stockham(tables.Rows, tables.ColumnTwiddles, tables.Scratch + 128, tables.Scratch + 256, load, store);
+  Stockham(tables.Rows, tables.ColumnTwiddles, first, first + 128, load, store);
 }
 
-/// Row k of the work matrix to the power of the points 4 (k + Rows * m) + r, 0 Hz moved to N/2.
-void TransformRow(const TransformTables& tables, int k, double* power) {
+/// Rows of the work matrix, kNeighbours from k on, to the power of the points 4 (k + Rows * m) + r, 0 Hz
+/// moved to N/2.
+void TransformRows(const TransformTables& tables, int k, double* power) {
+  Element* first = reinterpret_cast<Element*>(tables.Scratch + 128);
   const LaneElement* row = tables.Work + static_cast<long>(k) * tables.Stride;
   const double* cross = tables.CrossTwiddles + 2L * k * tables.Columns;
-  const int rows = tables.Rows;
+  const long stride = tables.Stride;
+  const long crossStride = 2L * tables.Columns;
+  const long rows = tables.Rows;
   const int half = tables.Columns / 2;
   const auto load = [=](int c, int lane, Vec& re, Vec& im) __attribute__((always_inline)) {
-    FromBuffer{row}(c, lane, re, im);
-    Multiply(re, im, cross[2 * c], cross[2 * c + 1]);
+    Load(row + c, stride, lane, re, im);
+    Multiply(re, im, Spread(cross + 2 * c, crossStride), Spread(cross + 2 * c + 1, crossStride));
   };
   const auto store = [=](int m, int lane, Vec re, Vec im) __attribute__((always_inline)) {
-    *reinterpret_cast<UnalignedVec*>(power + 4L * (k + rows * (m ^ half)) + lane) = re * re + im * im;
+    *reinterpret_cast<UnalignedVec*>(power + 4 * (k + rows * (m ^ half)) + lane) = re * re + im * im;
   };
-  Stockham(tables.Columns, tables.RowTwiddles, tables.Scratch, tables.Scratch + 128, load, store);
+  Stockham(tables.Columns, tables.RowTwiddles, first, first + 128, load, store);
 }
 
 void Transform(const TransformTables& tables, const ChannelMatrix& matrix, const std::int16_t* samples,
                double* power) {
-  for (int column = 0; column < tables.Columns; ++column) {
+  for (int column = 0; column < tables.Columns; column += kNeighbours) {
     if (column % 4 == 0) StageColumns(tables, matrix, samples, column, tables.Scratch);
-    TransformColumn(tables, tables.Scratch, column);
+    TransformColumns(tables, column);
   }
-  for (int k = 0; k < tables.Rows; ++k) TransformRow(tables, k, power);
+  for (int k = 0; k < tables.Rows; k += kNeighbours) TransformRows(tables, k, power);
 }
 
 }  // namespace
