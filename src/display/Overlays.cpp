@@ -165,8 +165,7 @@ QRect OverlayPainter::DrawInfo(std::string_view text, std::span<const QRect> tak
                      metrics.horizontalAdvance(shown), metrics.height());
   const QRect area = MoveBelow(wanted, taken);
   if (shown.isEmpty() || area.bottom() >= layout_.PlotBottom()) return {};
-  painter_.setPen(QColor(RgbOf(colours_, PlotColour::Info)));
-  painter_.drawText(area.left(), area.top() + metrics.ascent(), shown);
+  DrawText(area, shown, PlotColour::Info);
   return area;
 }
 
@@ -191,8 +190,16 @@ void OverlayPainter::DrawHoverText(int column, std::string_view text, std::span<
   left = std::max(left, 0);
   const int top = layout_.TopMargin + layout_.Pixels(kTextMargin) + metrics.height();
   const QRect area = MoveBelow(QRect(left, top, width, metrics.height()), taken);
-  painter_.setPen(QColor(RgbOf(colours_, PlotColour::Cursor)));
-  painter_.drawText(area.left(), area.top() + metrics.ascent(), shown);
+  DrawText(area, shown, PlotColour::Cursor);
+}
+
+void OverlayPainter::DrawText(const QRect& area, const QString& text, PlotColour colour) {
+  // On a veil of the background: readable over trace and grid, which still shine through.
+  QColor veil(RgbOf(colours_, PlotColour::Background));
+  veil.setAlphaF(0.55F);
+  painter_.fillRect(area.adjusted(-layout_.Pixels(2), 0, layout_.Pixels(2), 0), veil);
+  painter_.setPen(QColor(RgbOf(colours_, colour)));
+  painter_.drawText(area.left(), area.top() + QFontMetrics(font_).ascent(), text);
 }
 
 void OverlayPainter::DrawTimes(std::span<const TimeMark> marks) {

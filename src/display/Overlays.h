@@ -4,6 +4,7 @@
 
 #include <QFont>
 #include <QRect>
+#include <QString>
 #include <chrono>
 #include <optional>
 #include <span>
@@ -84,6 +85,8 @@ class OverlayPainter {
   void DrawTimes(std::span<const TimeMark> marks);
 
  private:
+  void DrawText(const QRect& area, const QString& text, PlotColour colour);
+
   QPainter& painter_;
   const PlotLayout& layout_;
   const DisplayColours& colours_;

@@ -11,9 +11,10 @@
 namespace spectrino {
 namespace {
 
-constexpr double kLabelIndent = 4;        ///< logical pixels between the plot and a level label
-constexpr double kLabelDistance = 8;      ///< least logical distance of two frequency labels
-constexpr double kLeastLineDistance = 2;  ///< pixels between two frequency lines
+constexpr double kLabelIndent = 4;         ///< logical pixels between the plot and a level label
+constexpr double kLevelLabelDistance = 4;  ///< least logical distance of two level labels
+constexpr double kLabelDistance = 8;       ///< least logical distance of two frequency labels
+constexpr double kLeastLineDistance = 2;   ///< pixels between two frequency lines
 
 bool IsMultiple(double level, double step) {
   if (step <= 0) return false;
@@ -21,8 +22,9 @@ bool IsMultiple(double level, double step) {
   return std::fabs(quotient - std::round(quotient)) < 1e-4;
 }
 
+/// Whether area comes closer to a label than distance, in any direction.
 bool Collides(const std::vector<ScaleLabel>& labels, const QRect& area, int distance) {
-  const QRect grown = area.adjusted(-distance, 0, distance, 0);
+  const QRect grown = area.adjusted(-distance, -distance, distance, distance);
   return std::ranges::any_of(labels, [&](const ScaleLabel& label) { return label.Area.intersects(grown); });
 }
 
@@ -35,7 +37,8 @@ void AddLevelLabel(ScaleLines& lines, int level, int row, const PlotLayout& layo
   const int top = std::clamp(row - height / 2, 0, lowest);
   const QRect area(layout.PlotWidth + layout.Pixels(kLabelIndent), top,
                    metrics.horizontalAdvance(QString::fromStdString(text)), height);
-  if (area.right() >= layout.Width || Collides(lines.LevelLabels, area, 0)) return;
+  if (area.right() >= layout.Width || Collides(lines.LevelLabels, area, layout.Pixels(kLevelLabelDistance)))
+    return;
   lines.LevelLabels.push_back({text, area});
 }
 

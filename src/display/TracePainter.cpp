@@ -25,7 +25,7 @@ const QRgb* Row(const QImage& image, int y) {
 
 /// Fill colour at a height of the plot, 0 at the top: lit at the top, deep at the bottom.
 QRgb FillColour(QRgb fill, double depth) {
-  const QRgb top = Blend(QColor(fill).lighter(160).rgb(), qRgb(255, 255, 255), 0.1);
+  const QRgb top = Blend(QColor(fill).lighter(175).rgb(), qRgb(255, 255, 255), 0.12);
   const QRgb bottom = QColor(fill).darker(165).rgb();
   return Blend(top, bottom, depth);
 }
@@ -60,6 +60,99 @@ void PlaceColumns(std::span<const float> levels, const PlotLayout& layout, const
   }
 }
 
+/// Mean of u limited to 0..1 while u runs evenly from one value to another.
+float LimitedMean(float from, float to) {
+  const float distance = to - from;
+  if (std::fabs(distance) < 1e-3F) return std::clamp((from + to) / 2, 0.0F, 1.0F);
+  // Integral of the limited u: 0, then a parabola, then a straight line.
+  const auto integral = [](float u) {
+    const float inside = std::clamp(u, 0.0F, 1.0F);
+    return inside * inside / 2 + std::max(u - 1, 0.0F);
+  };
+  return (integral(to) - integral(from)) / distance;
+}
+
+/// The line through one height per column, smoothed by how much of each pixel it covers.
+class LinePainter {
+ public:
+  LinePainter(QImage& picture, const PlotLayout& layout, QRgb colour)
+      : plot_(reinterpret_cast<QRgb*>(picture.scanLine(layout.TopMargin))),
+        stride_(picture.bytesPerLine() / static_cast<qsizetype>(sizeof(QRgb))),
+        width_(layout.PlotWidth),
+        height_(static_cast<float>(layout.PlotHeight)),
+        halfWidth_(static_cast<float>(kLineWidth * layout.Scale / 2)),
+        peakColumns_(std::max(1, static_cast<int>(std::lround(layout.Scale)))),
+        colour_(colour) {}
+
+  void Paint(std::span<const float> heights) const {
+    for (std::size_t x = 0; x < heights.size(); ++x) {
+      const float here = heights[x];
+      if (here == kNoLine) continue;
+      const float before = x > 0 && heights[x - 1] != kNoLine ? heights[x - 1] : here;
+      const float after = x + 1 < heights.size() && heights[x + 1] != kNoLine ? heights[x + 1] : here;
+      const bool isPeak = here <= std::min(before, after) || here >= std::max(before, after);
+      // Half way to each neighbour, so that the columns join without a gap.
+      const float left = (before + here) / 2;
+      const float right = (here + after) / 2;
+      if (isPeak) {
+        PaintPeak(static_cast<int>(x), std::min({left, here, right}), std::max({left, here, right}));
+      } else {
+        PaintSlope(static_cast<int>(x), {left, right}, std::min(before, after), std::max(before, after));
+      }
+    }
+  }
+
+ private:
+  /// An upright bar, as wide as a line is on this screen: a carrier of one point stays visible.
+  void PaintPeak(int x, float highest, float lowest) const {
+    const int first = std::max(x - (peakColumns_ - 1) / 2, 0);
+    const int last = std::min(x + peakColumns_ / 2, width_ - 1);
+    const auto whole = [](float, float covered) { return covered; };
+    for (int column = first; column <= last; ++column) PaintColumn(column, highest, lowest, whole);
+  }
+
+  /// Heights at a column's two edges.
+  struct Slope {
+    float Left;
+    float Right;
+  };
+
+  /// A slanted band whose width across is the line's. It spills over the column's own part of the line as far
+  /// as the line runs on in the neighbours, from highest to lowest.
+  void PaintSlope(int x, Slope edge, float highest, float lowest) const {
+    const float rise = edge.Right - edge.Left;
+    const float reach = halfWidth_ * std::sqrt(1 + rise * rise);
+    PaintColumn(x, highest, lowest, [=](float row, float covered) {
+      const float above = LimitedMean(edge.Left - reach - row, edge.Right - reach - row);
+      const float below = LimitedMean(edge.Left + reach - row, edge.Right + reach - row);
+      return std::min(below - above, covered);
+    });
+  }
+
+  /// share(row, covered): covered is how much of the pixel lies between highest and lowest, line included.
+  template <typename Share>
+  void PaintColumn(int x, float highest, float lowest, Share share) const {
+    const float top = std::max(highest - halfWidth_, 0.0F);
+    const float bottom = std::min(lowest + halfWidth_, height_);
+    if (!(bottom > top)) return;
+    const int lastRow = std::min(static_cast<int>(bottom), static_cast<int>(height_) - 1);
+    for (int row = static_cast<int>(top); row <= lastRow; ++row) {
+      const auto y = static_cast<float>(row);
+      const float covered = std::max(std::min(bottom, y + 1) - std::max(top, y), 0.0F);
+      QRgb& pixel = plot_[row * stride_ + x];
+      pixel = MixPixel(pixel, colour_, static_cast<std::uint32_t>(share(y, covered) * 256));
+    }
+  }
+
+  QRgb* plot_;
+  std::ptrdiff_t stride_;
+  int width_;
+  float height_;
+  float halfWidth_;
+  int peakColumns_;
+  QRgb colour_;
+};
+
 }  // namespace
 
 void TracePainter::Paint(const QImage& backdrop, const PlotLayout& layout, const TraceInput& input,
@@ -72,9 +165,9 @@ void TracePainter::Paint(const QImage& backdrop, const PlotLayout& layout, const
   if (!input.Peak.empty()) {
     // Under the trace: what is on the air now is what counts.
     PlaceColumns(input.Peak, layout, input.Scale, peakHeights_);
-    PaintLine(peakHeights_, layout, input.BackgroundPeak, picture);
+    LinePainter(picture, layout, input.BackgroundPeak).Paint(peakHeights_);
   }
-  PaintLine(traceHeights_, layout, input.Signal, picture);
+  LinePainter(picture, layout, input.Signal).Paint(traceHeights_);
 }
 
 void TracePainter::PrepareFilled(const QImage& backdrop, const PlotLayout& layout, QRgb fill) {
@@ -115,52 +208,6 @@ void TracePainter::PaintRows(const QImage& backdrop, const PlotLayout& layout, b
       SelectRow(plain, Row(filled_, row), firstRows_.data(), row, layout.PlotWidth, out);
     }
     std::copy_n(plain + layout.PlotWidth, picture.width() - layout.PlotWidth, out + layout.PlotWidth);
-  }
-}
-
-void TracePainter::FindExtents(const Heights& heights, double scale) {
-  const auto halfWidth = static_cast<float>(kLineWidth * scale / 2);
-  slopes_.resize(heights.size());
-  for (std::size_t x = 0; x < heights.size(); ++x) {
-    const float here = heights[x];
-    if (here == kNoLine) {
-      slopes_[x] = {kNoLine, -kNoLine};
-      continue;
-    }
-    const bool hasLeft = x > 0 && heights[x - 1] != kNoLine;
-    const bool hasRight = x + 1 < heights.size() && heights[x + 1] != kNoLine;
-    // Half way to each neighbour, so that the columns join without a gap.
-    const float left = hasLeft ? (heights[x - 1] + here) / 2 : here;
-    const float right = hasRight ? (heights[x + 1] + here) / 2 : here;
-    slopes_[x] = {std::min({left, here, right}) - halfWidth, std::max({left, here, right}) + halfWidth};
-  }
-  // A steep line is one column wide; on a finer screen it takes its neighbours along.
-  const auto columns = static_cast<std::size_t>(std::max(1L, std::lround(scale)));
-  extents_ = slopes_;
-  for (std::size_t step = 1; step < columns; ++step) {
-    for (std::size_t x = step; x < extents_.size(); ++x) {
-      extents_[x].Top = std::min(extents_[x].Top, slopes_[x - step].Top);
-      extents_[x].Bottom = std::max(extents_[x].Bottom, slopes_[x - step].Bottom);
-    }
-  }
-}
-
-void TracePainter::PaintLine(const Heights& heights, const PlotLayout& layout, QRgb colour, QImage& picture) {
-  FindExtents(heights, layout.Scale);
-  const auto stride =
-      static_cast<std::ptrdiff_t>(picture.bytesPerLine() / static_cast<qsizetype>(sizeof(QRgb)));
-  auto* plot = reinterpret_cast<QRgb*>(picture.scanLine(layout.TopMargin));
-  for (std::size_t x = 0; x < extents_.size(); ++x) {
-    const float top = std::max(extents_[x].Top, 0.0F);
-    const float bottom = std::min(extents_[x].Bottom, static_cast<float>(layout.PlotHeight));
-    if (!(bottom > top)) continue;
-    const int lastRow = std::min(static_cast<int>(bottom), layout.PlotHeight - 1);
-    for (int row = static_cast<int>(top); row <= lastRow; ++row) {
-      const auto y = static_cast<float>(row);
-      const float covered = std::min(bottom, y + 1) - std::max(top, y);
-      QRgb& pixel = plot[row * stride + static_cast<std::ptrdiff_t>(x)];
-      pixel = MixPixel(pixel, colour, static_cast<std::uint32_t>(covered * 256));
-    }
   }
 }
 

@@ -31,15 +31,8 @@ class TracePainter {
  private:
   using Heights = std::vector<float>;  ///< y of a trace by column, from the plot's top; kNoLine: none
 
-  struct Extent {
-    float Top = 0;
-    float Bottom = 0;  ///< above Top: nothing to draw
-  };
-
   void PrepareFilled(const QImage& backdrop, const PlotLayout& layout, QRgb fill);
   void PaintRows(const QImage& backdrop, const PlotLayout& layout, bool isFilled, QImage& picture);
-  void PaintLine(const Heights& heights, const PlotLayout& layout, QRgb colour, QImage& picture);
-  void FindExtents(const Heights& heights, double scale);
 
   // The fill depends only on the row and on what lies under it, so it is blended once per backdrop; a frame
   // then takes each pixel from one picture or the other.
@@ -51,8 +44,6 @@ class TracePainter {
   Heights traceHeights_;
   Heights peakHeights_;
   std::vector<std::int32_t> firstRows_;  ///< first filled row of each column
-  std::vector<Extent> extents_;          ///< what the line covers in each column
-  std::vector<Extent> slopes_;           ///< the same before the line is as wide as the screen's scale asks
 };
 
 }  // namespace spectrino
