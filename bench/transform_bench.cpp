@@ -161,7 +161,7 @@ class RatioReporter : public benchmark::BenchmarkReporter {
 
 int main(int argc, char** argv) {
   std::vector<char*> arguments(argv, argv + argc);
-  std::vector<std::string> defaults = {"--benchmark_repetitions=15", "--benchmark_min_time=0.02",
+  std::vector<std::string> defaults = {"--benchmark_repetitions=11", "--benchmark_min_time=0.02",
                                        "--benchmark_enable_random_interleaving=true",
                                        "--benchmark_report_aggregates_only=true"};
   // Ours first, so that the command line can overrule them.

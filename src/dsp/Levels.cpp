@@ -16,8 +16,7 @@ float LevelOffsetDb(WindowType window, int fftBits) {
 
 void PowerToLevels(std::span<const double> power, float offsetDb, std::span<float> levels) {
   assert(power.size() == levels.size());
-  static const Kernels& kernels = BestKernels();
-  kernels.Levels(power.data(), offsetDb, levels.data(), static_cast<int>(levels.size()));
+  BestKernels().Levels(power.data(), offsetDb, levels.data(), static_cast<int>(levels.size()));
 }
 
 }  // namespace spectrino

@@ -11,7 +11,6 @@
 namespace spectrino {
 
 struct Kernels;
-[[nodiscard]] const Kernels& BestKernels();
 
 /// Which channel is the real part. Plus: left is real, right imaginary. Minus: the other way round.
 enum class IqSign { Minus = -1, Plus = 1 };
@@ -26,6 +25,7 @@ struct IqBalance {
 class Spectrum {
  public:
   Spectrum();
+  /// With kernels of the caller's choice; otherwise the fastest that the processor runs.
   explicit Spectrum(const Kernels& kernels);
   ~Spectrum();
   Spectrum(Spectrum&&) noexcept;

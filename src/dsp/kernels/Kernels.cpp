@@ -14,7 +14,9 @@ std::span<const Kernels* const> UsableKernels() {
 #ifdef SPECTRINO_X86_KERNELS
   static constexpr std::array<const Kernels*, 3> kAll = {&kAvx512Kernels, &kAvx2Kernels, &kPortableKernels};
   std::size_t skip = 0;
-  if (!__builtin_cpu_supports("avx512vl") || !__builtin_cpu_supports("avx512dq")) skip = 1;
+  if (!__builtin_cpu_supports("avx512f") || !__builtin_cpu_supports("avx512vl") ||
+      !__builtin_cpu_supports("avx512dq"))
+    skip = 1;
   if (!__builtin_cpu_supports("avx2") || !__builtin_cpu_supports("fma")) skip = 2;
   return std::span(kAll).subspan(skip);
 #else

@@ -2,8 +2,8 @@
 // Internal to dsp: everyone else uses Spectrum, Levels, LevelHistory and DisplayTrace.
 //
 // The kernels are raw loops over raw memory. Their translation units are built for newer processors than
-// the program may run on, so they include no header with inline functions: the linker would be free to keep
-// such a copy for everybody.
+// the program may run on, so they call no inline function of any header: the linker would be free to keep
+// that copy for everybody.
 #pragma once
 
 #include <cstdint>
