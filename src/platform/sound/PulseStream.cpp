@@ -114,7 +114,7 @@ bool PulseStream::StartRecording(Deadline deadline, std::string& reason) {
   stream_ = pa_stream_new_with_proplist(server_.Context(), "I/Q samples", &format, nullptr, properties);
   pa_proplist_free(properties);
   if (stream_ == nullptr) {
-    reason = "The sound server cannot record at " + rate + " Hz: " + LastError(server_.Context()) + ".";
+    reason = "The sound server has no recording to give: " + LastError(server_.Context()) + ".";
     return false;
   }
   pa_stream_set_state_callback(
