@@ -43,8 +43,12 @@ std::vector<SoundDevice> PulseInput::Devices() {
 
 std::unique_ptr<SoundStream> PulseInput::Open(const SoundDevice& device, int rateHz, int blockFrames,
                                               std::string& reason) {
-  if (!device.StableId.starts_with(kIdPrefix) || rateHz <= 0 || blockFrames <= 0) {
+  if (!device.StableId.starts_with(kIdPrefix)) {
     reason = "\"" + device.Name + "\" is no input of the sound server.";
+    return nullptr;
+  }
+  if (rateHz <= 0 || rateHz > static_cast<int>(PA_RATE_MAX) || blockFrames <= 0) {
+    reason = "The sound server cannot record at " + std::to_string(rateHz) + " Hz.";
     return nullptr;
   }
   auto stream = std::make_unique<PulseStream>(

@@ -13,7 +13,10 @@ using std::chrono::milliseconds;
 constexpr milliseconds kOpenPatience{4000};
 // Ticks, not the clock: a program that was itself stopped for a while must not blame the input.
 constexpr milliseconds kWatchTick{250};
-constexpr int kSilentTicksAllowed = 8;
+constexpr int kTicksPerSecond = 4;
+constexpr int kSilentTicksAllowed = 2 * kTicksPerSecond;
+// A virtual cable that idled sleeps up to 2 s before it sends the first samples.
+constexpr int kFirstTicksAllowed = 4 * kTicksPerSecond;
 // PipeWire switches a card to the forced rate a moment after the stream is ready.
 constexpr milliseconds kRateRetry{50};
 constexpr int kRateRetries = 6;
@@ -36,7 +39,7 @@ int Percent(pa_volume_t volume) {
 
 // Empty when nothing stands between the source's samples and ours.
 std::string LevelWarning(const std::string& what, bool muted, const pa_cvolume& volume) {
-  if (muted) return what + " is muted. Switch it on in the sound settings.";
+  if (muted) return "Muted in the sound settings: " + what + ". Switch it on there.";
   if (pa_cvolume_channels_equal_to(&volume, PA_VOLUME_NORM)) return {};
   std::string percents;
   for (int channel = 0; channel < volume.channels; ++channel) {
@@ -57,7 +60,8 @@ std::string LastError(pa_context* context) {
 
 }  // namespace
 
-PulseStream::PulseStream(PulseRequest request) : request_(std::move(request)), ring_(StaleFrames(request_)) {}
+PulseStream::PulseStream(PulseRequest request)
+    : request_(std::move(request)), silentTicksAllowed_(kFirstTicksAllowed), ring_(StaleFrames(request_)) {}
 
 PulseStream::~PulseStream() {
   const PulseServer::Lock lock(server_);
@@ -110,7 +114,7 @@ bool PulseStream::StartRecording(Deadline deadline, std::string& reason) {
   stream_ = pa_stream_new_with_proplist(server_.Context(), "I/Q samples", &format, nullptr, properties);
   pa_proplist_free(properties);
   if (stream_ == nullptr) {
-    reason = "The sound server cannot record at " + rate + " Hz: " + LastError(server_.Context()) + ".";
+    reason = "The sound server has no recording to give: " + LastError(server_.Context()) + ".";
     return false;
   }
   pa_stream_set_state_callback(
@@ -147,7 +151,7 @@ bool PulseStream::SourceKeepsRate(Deadline deadline, std::string& reason) {
       reason = "The sound input " + Quoted() + " went away while it was opened.";
       return false;
     }
-    SetWarning(sourceWarning_, LevelWarning("The sound input " + Quoted(), source->IsMuted, source->Volume));
+    SetWarning(sourceWarning_, LevelWarning("the sound input " + Quoted(), source->IsMuted, source->Volume));
     otherRateHz = OtherRateHz(*source);
     if (otherRateHz == 0) return true;
     server_.WaitUntil([] { return false; }, std::chrono::steady_clock::now() + kRateRetry);
@@ -205,6 +209,7 @@ void PulseStream::ReadSamples() {
     if (data != nullptr) {
       ring_.Write({static_cast<const std::int16_t*>(data), bytes / kFrameBytes * 2});
       silentTicks_ = 0;
+      silentTicksAllowed_ = kSilentTicksAllowed;
     }
     pa_stream_drop(stream_);
   }
@@ -251,7 +256,7 @@ void PulseStream::AskForRecording() {
 
 void PulseStream::SourceChanged(const pa_source_info& info) {
   const PulseSource source = ToPulseSource(info);
-  SetWarning(sourceWarning_, LevelWarning("The sound input " + Quoted(), source.IsMuted, source.Volume));
+  SetWarning(sourceWarning_, LevelWarning("the sound input " + Quoted(), source.IsMuted, source.Volume));
   if (watch_ == nullptr || source.RateHz == request_.RateHz)
     return;  // while opening, the rate may still settle
   Fail("The sound input " + Quoted() + " was switched to " + std::to_string(source.RateHz) +
@@ -260,13 +265,13 @@ void PulseStream::SourceChanged(const pa_source_info& info) {
 
 void PulseStream::RecordingChanged(const pa_source_output_info& info) {
   if (info.has_volume == 0) return;
-  SetWarning(recordingWarning_, LevelWarning("The recording from " + Quoted(), info.mute != 0, info.volume));
+  SetWarning(recordingWarning_, LevelWarning("the recording from " + Quoted(), info.mute != 0, info.volume));
 }
 
 void PulseStream::WatchTick(pa_time_event* event) {
-  if (++silentTicks_ >= kSilentTicksAllowed) {
-    Fail("The sound input " + Quoted() +
-         " has sent nothing for 2 seconds. Check that no other program holds it " +
+  if (++silentTicks_ >= silentTicksAllowed_) {
+    Fail("The sound input " + Quoted() + " has sent nothing for " +
+         std::to_string(silentTicks_ / kTicksPerSecond) + " seconds. Check that no other program holds it " +
          "and that the sound server runs, then press Start.");
     return;
   }

@@ -68,6 +68,7 @@ class PulseStream final : public SoundStream {
   pa_time_event* watch_ = nullptr;
   std::uint32_t sourceIndex_ = PA_INVALID_INDEX;
   int silentTicks_ = 0;
+  int silentTicksAllowed_;
   SampleRing ring_;
   std::atomic<bool> failed_{false};
 

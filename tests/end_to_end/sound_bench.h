@@ -1,0 +1,74 @@
+// What the sound tests share: a private server, signals that are recognised sample by sample, patient
+// reading. No cases of its own.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <random>
+#include <thread>
+
+#include "fakes/PrivateSoundServer.h"
+#include "platform/sound/PulseInput.h"
+
+namespace spectrino {
+
+using namespace std::chrono_literals;
+using Samples = std::vector<std::int16_t>;
+
+class LogNotifier final : public Notifier {
+ public:
+  void ShowMessage(std::string_view, std::string_view, Severity) override {}
+  void ShowStatus(std::string_view) override {}
+  void Log(LogArea, std::string_view text) override { Logged.emplace_back(text); }
+  std::vector<std::string> Logged;
+};
+
+/// Interleaved noise, so that any exchange, scaling, loss or repetition of samples shows. Begins with 1, 2.
+inline Samples MakeNoise(double seconds, int rateHz) {
+  Samples noise(static_cast<std::size_t>(seconds * rateHz) * 2);
+  std::minstd_rand random(42);
+  for (std::int16_t& sample : noise) sample = static_cast<std::int16_t>(random() & 0xFFFF);
+  noise[0] = 1;
+  noise[1] = 2;
+  return noise;
+}
+
+/// Polls as the frame loop does, until the block is there, the stream has failed or the time is up.
+inline BlockState TakeSoon(SoundStream& stream, Samples& block, std::chrono::milliseconds patience = 3s) {
+  const auto end = std::chrono::steady_clock::now() + patience;
+  BlockState state = BlockState::Pending;
+  while ((state = stream.TakeBlock(block)) == BlockState::Pending && std::chrono::steady_clock::now() < end)
+    std::this_thread::sleep_for(1ms);
+  return state;
+}
+
+class Stopwatch {
+ public:
+  [[nodiscard]] std::chrono::milliseconds Elapsed() const {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start_);
+  }
+
+ private:
+  std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+/// A started server and an input that talks to it.
+struct SoundBench {
+  void Start(int rateHz) { ASSERT_EQ(Server.Start(rateHz), ""); }
+  [[nodiscard]] SoundDevice Receiver() const {
+    SoundDevice device;
+    device.Name = Server.SourceDescription();
+    device.StableId = "pulse:" + Server.SourceName();
+    return device;
+  }
+
+  PrivateSoundServer Server;
+  ScopedEnvironment Environment{Server.Environment()};
+  LogNotifier Notifier;
+  PulseInput Input{Notifier};
+  std::string Reason;
+};
+
+}  // namespace spectrino

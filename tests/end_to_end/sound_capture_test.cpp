@@ -1,0 +1,162 @@
+// Samples from a real sound server: exact, in order, at the true rate, and recent after a pause.
+
+#include <linux/capability.h>
+#include <sched.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+
+#include "end_to_end/sound_bench.h"
+
+namespace spectrino {
+namespace {
+
+struct ExactCase {
+  int RateHz;
+  int BlockFrames;
+};
+
+class SoundExact : public testing::TestWithParam<ExactCase> {};
+
+TEST_P(SoundExact, DeliversEverySampleUnchangedAndInOrder) {
+  const auto [rateHz, blockFrames] = GetParam();
+  SoundBench bench;
+  bench.Start(rateHz);
+  if (HasFatalFailure()) return;
+  const auto stream = bench.Input.Open(bench.Receiver(), rateHz, blockFrames, bench.Reason);
+  ASSERT_TRUE(stream) << bench.Reason;
+  EXPECT_EQ(stream->Warning(), "");
+
+  const Samples noise = MakeNoise(2.5, rateHz);
+  ASSERT_TRUE(bench.Server.Play(noise, rateHz));
+  Samples heard;
+  Samples block(2 * static_cast<std::size_t>(blockFrames));
+  for (const Stopwatch watch; heard.size() < noise.size() && watch.Elapsed() < 10s;) {
+    ASSERT_EQ(TakeSoon(*stream, block), BlockState::Done) << stream->Failure();
+    const auto begin =
+        heard.empty() ? std::ranges::find_if(block, [](std::int16_t s) { return s != 0; }) : block.begin();
+    heard.insert(heard.end(), begin, block.end());
+  }
+  ASSERT_GE(heard.size(), noise.size()) << "the server did not play";
+  const auto difference = std::ranges::mismatch(noise, heard).in1 - noise.begin();
+  EXPECT_EQ(difference, static_cast<std::ptrdiff_t>(noise.size())) << "of sample " << difference << " on";
+}
+
+INSTANTIATE_TEST_SUITE_P(Rates, SoundExact,
+                         testing::Values(ExactCase{48000, 4096}, ExactCase{192000, 16384}));
+
+TEST(SoundCapture, ReturnsTheNewestBlockAfterAPauseAndGoesOnFromThere) {
+  constexpr int kRateHz = 48000;
+  constexpr std::size_t kBlockFrames = 1024;
+  SoundBench bench;
+  bench.Start(kRateHz);
+  if (HasFatalFailure()) return;
+  const auto stream = bench.Input.Open(bench.Receiver(), kRateHz, kBlockFrames, bench.Reason);
+  ASSERT_TRUE(stream) << bench.Reason;
+  const Samples noise = MakeNoise(5, kRateHz);
+  ASSERT_TRUE(bench.Server.Play(noise, kRateHz));
+
+  // The frame of the noise that the next block begins with; nothing while silence is heard.
+  Samples block(2 * kBlockFrames);
+  const auto nextPosition = [&]() -> std::ptrdiff_t {
+    if (TakeSoon(*stream, block) != BlockState::Done) return -1;
+    const auto found = std::ranges::search(noise, block);
+    return found.empty() ? -1 : (found.begin() - noise.begin()) / 2;
+  };
+  std::ptrdiff_t before = -1;
+  for (const Stopwatch watch; before < 0 && watch.Elapsed() < 5s;) before = nextPosition();
+  ASSERT_GE(before, 0);
+  std::this_thread::sleep_for(1200ms);
+  const std::ptrdiff_t after = nextPosition();
+  EXPECT_GE(after - before, kRateHz) << "more than 0.2 s late";
+  EXPECT_EQ(nextPosition(), after + static_cast<std::ptrdiff_t>(kBlockFrames));
+}
+
+TEST(SoundCapture, ListsInputsBeforeMonitorsAndTellsTwinsApart) {
+  SoundBench bench;
+  bench.Start(48000);
+  if (HasFatalFailure()) return;
+  for (const std::string name : {"twin1", "twin2"})
+    ASSERT_TRUE(bench.Server.LoadModule({"module-remap-source", "master=cable.monitor", "source_name=" + name,
+                                         "source_properties=device.description=Twin"}));
+  std::vector<std::string> listed;
+  for (const SoundDevice& device : bench.Input.Devices()) {
+    EXPECT_TRUE(device.HasFormats);
+    listed.push_back(device.StableId + " = " + device.Name);
+  }
+  EXPECT_EQ(listed, (std::vector<std::string>{"pulse:iq = Receiver", "pulse:twin1 = Twin (twin1)",
+                                              "pulse:twin2 = Twin (twin2)",
+                                              "pulse:cable.monitor = Monitor of Null Output"}));
+}
+
+TEST(SoundCapture, RefusesWhatWouldFakeASpectrum) {
+  SoundBench bench;
+  bench.Start(48000);
+  if (HasFatalFailure()) return;
+  ASSERT_TRUE(bench.Server.LoadModule(
+      {"module-remap-source", "master=cable.monitor", "source_name=mono", "channels=1", "channel_map=mono"}));
+  struct Refusal {
+    std::string StableId;
+    int RateHz;
+    std::string Reason;
+  };
+  for (const Refusal& refusal :
+       std::vector<Refusal>{{"pulse:iq", 96000, "runs at 48000 Hz, not at 96000 Hz"},
+                            {"pulse:iq", 44100, "runs at 48000 Hz, not at 44100 Hz"},
+                            {"pulse:iq", 500'000'000, "cannot record at 500000000 Hz"},
+                            {"pulse:mono", 48000, "has one channel"},
+                            {"pulse:unplugged", 48000, "is not there"},
+                            {"demo", 48000, "is no input of the sound server"}}) {
+    SoundDevice device;
+    device.Name = "Shack";
+    device.StableId = refusal.StableId;
+    EXPECT_FALSE(bench.Input.Open(device, refusal.RateHz, 2048, bench.Reason)) << refusal.Reason;
+    EXPECT_NE(bench.Reason.find(refusal.Reason), std::string::npos) << bench.Reason;
+  }
+  EXPECT_TRUE(bench.Input.Open(bench.Receiver(), 48000, 2048, bench.Reason)) << bench.Reason;
+}
+
+// Takes the right to real-time scheduling from this thread and the threads that it starts.
+class WithoutRealTime {
+ public:
+  WithoutRealTime() {
+    getrlimit(RLIMIT_RTPRIO, &limit_);
+    const rlimit none{0, limit_.rlim_max};
+    setrlimit(RLIMIT_RTPRIO, &none);
+    syscall(SYS_capget, &header_, data_);
+    __user_cap_data_struct reduced[2] = {data_[0], data_[1]};
+    reduced[0].effective &= ~(1U << CAP_SYS_NICE);
+    syscall(SYS_capset, &header_, reduced);
+  }
+  ~WithoutRealTime() {
+    syscall(SYS_capset, &header_, data_);
+    setrlimit(RLIMIT_RTPRIO, &limit_);
+  }
+  WithoutRealTime(const WithoutRealTime&) = delete;
+  WithoutRealTime& operator=(const WithoutRealTime&) = delete;
+
+ private:
+  rlimit limit_{};
+  __user_cap_header_struct header_{_LINUX_CAPABILITY_VERSION_3, 0};
+  __user_cap_data_struct data_[2]{};
+};
+
+TEST(SoundCapture, CarriesOnWhereRealTimeIsRefusedAndSaysSoOnce) {
+  SoundBench bench;
+  bench.Start(48000);
+  if (HasFatalFailure()) return;
+  const WithoutRealTime limits;
+  ASSERT_EQ(bench.Notifier.Logged, std::vector<std::string>{});
+  bench.Input.SetRealTimePriority(true);
+  for (int run = 0; run < 2; ++run) {
+    const auto stream = bench.Input.Open(bench.Receiver(), 48000, 2048, bench.Reason);
+    ASSERT_TRUE(stream) << bench.Reason;
+    Samples block(2 * 2048);
+    EXPECT_EQ(TakeSoon(*stream, block), BlockState::Done);
+  }
+  ASSERT_EQ(bench.Notifier.Logged.size(), 1U);
+  EXPECT_NE(bench.Notifier.Logged[0].find("Real-time scheduling of the capture was refused"),
+            std::string::npos);
+}
+
+}  // namespace
+}  // namespace spectrino

@@ -1,0 +1,194 @@
+// A sound server of the test's own, in a temporary folder, with a cable from a player to an input.
+// Never the user's server: everything it and its clients use is below the temporary folder.
+#pragma once
+
+#include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+namespace spectrino {
+
+class PrivateSoundServer {
+ public:
+  using Arguments = std::vector<std::string>;
+
+  PrivateSoundServer() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "sound-XXXXXX").string();
+    folder_ = mkdtemp(pattern.data());
+    std::filesystem::permissions(folder_, std::filesystem::perms::owner_all);
+  }
+  ~PrivateSoundServer() {
+    for (const pid_t player : players_) End(player);
+    Kill();
+    std::error_code ignored;
+    std::filesystem::remove_all(folder_, ignored);
+  }
+  PrivateSoundServer(const PrivateSoundServer&) = delete;
+  PrivateSoundServer& operator=(const PrivateSoundServer&) = delete;
+
+  /// Starts the server with a sink ("cable") and the input that hears it ("iq"), both at rateHz.
+  /// Empty when it answers within 10 s, else what went wrong.
+  [[nodiscard]] std::string Start(int rateHz) {
+    const std::string rate = std::to_string(rateHz);
+    // Without "norewinds" an idle sink works in steps of 2 s, and a capture waits that long for its first
+    // samples.
+    std::ofstream(Path("server.pa"))
+        << "load-module module-native-protocol-unix auth-anonymous=1 socket=" << Path("socket") << "\n"
+        << "load-module module-null-sink sink_name=cable format=s16le rate=" << rate
+        << " channels=2 channel_map=left,right norewinds=1\n"
+        << "load-module module-remap-source master=cable.monitor source_name=iq remix=no channels=2"
+        << " master_channel_map=left,right channel_map=left,right"
+        << " source_properties=device.description=Receiver\n";
+    // The idle time ends a server whose test was killed before it could clean up.
+    server_ = Spawn({"pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=60", "--use-pid-file=no",
+                     "--realtime=no", "--high-priority=no", "--log-target=stderr", "-F", Path("server.pa")},
+                    "server.log");
+    if (server_ <= 0) return "pulseaudio cannot be run; is it installed?";
+    for (int attempt = 0; attempt < 100; ++attempt) {
+      if (std::filesystem::exists(Path("socket")) && Pactl({"info"})) return {};
+      if (waitpid(server_, nullptr, WNOHANG) == server_) {
+        server_ = 0;
+        return "pulseaudio ended: " + Text("server.log");
+      }
+      std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    }
+    return "pulseaudio does not answer: " + Text("server.log");
+  }
+
+  /// What a program needs in its environment to find this server and no other.
+  [[nodiscard]] std::map<std::string, std::string> Environment() const {
+    return {{"XDG_RUNTIME_DIR", folder_},
+            {"XDG_CONFIG_HOME", Path("config")},
+            {"HOME", folder_},
+            {"PULSE_SERVER", "unix:" + Path("socket")}};
+  }
+  [[nodiscard]] std::string SinkName() const { return "cable"; }
+  [[nodiscard]] std::string SourceName() const { return "iq"; }
+  [[nodiscard]] std::string SourceDescription() const { return "Receiver"; }
+  [[nodiscard]] std::string Path(const std::string& name) const { return folder_ + "/" + name; }
+
+  /// Plays interleaved 16-bit stereo samples into the sink, once, beside the test.
+  [[nodiscard]] bool Play(const std::vector<std::int16_t>& samples, int rateHz) {
+    const std::string file = Path("play" + std::to_string(players_.size()) + ".raw");
+    std::ofstream(file, std::ios::binary)
+        .write(reinterpret_cast<const char*>(samples.data()),
+               static_cast<std::streamsize>(samples.size() * sizeof(std::int16_t)));
+    const pid_t player =
+        Spawn({"paplay", "--raw", "--format=s16le", "--channels=2", "--channel-map=left,right",
+               "--rate=" + std::to_string(rateHz), "--device=" + SinkName(), file},
+              "player.log");
+    if (player > 0) players_.push_back(player);
+    return player > 0;
+  }
+
+  /// Runs pactl to its end, at most 5 s; what it printed is in output.
+  bool Pactl(Arguments arguments, std::string* output = nullptr) {
+    arguments.insert(arguments.begin(), "pactl");
+    const pid_t child = Spawn(arguments, "pactl.log");
+    int status = -1;
+    for (int attempt = 0; child > 0 && attempt < 500; ++attempt) {
+      if (waitpid(child, &status, WNOHANG) == child) {
+        if (output != nullptr) *output = Text("pactl.log");
+        return status == 0;
+      }
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    End(child);
+    return false;
+  }
+  bool LoadModule(Arguments module) {
+    module.insert(module.begin(), "load-module");
+    return Pactl(std::move(module));
+  }
+  /// Unplugs the input.
+  bool UnplugSource() { return Pactl({"unload-module", "module-remap-source"}); }
+
+  /// The server stops answering, but stays connected, until Continue().
+  void Stop() { Signal(SIGSTOP); }
+  void Continue() { Signal(SIGCONT); }
+  void Kill() {
+    End(server_);
+    server_ = 0;
+  }
+
+ private:
+  void Signal(int number) const {
+    if (server_ > 0) kill(server_, number);
+  }
+  static void End(pid_t child) {
+    if (child <= 0) return;
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+  }
+  [[nodiscard]] std::string Text(const std::string& name) const {
+    std::ostringstream text;
+    text << std::ifstream(Path(name)).rdbuf();
+    return text.str();
+  }
+
+  // Starts a program with this server's environment; its output goes to a file of the folder.
+  [[nodiscard]] pid_t Spawn(const Arguments& arguments, const std::string& outputName) const {
+    std::vector<std::string> variables{"PATH=" + std::string(std::getenv("PATH")), "LC_ALL=C.UTF-8"};
+    for (const auto& [name, value] : Environment()) variables.push_back(name + "=" + value);
+    const auto pointers = [](const std::vector<std::string>& texts) {
+      std::vector<char*> result;
+      for (const std::string& text : texts) result.push_back(const_cast<char*>(text.c_str()));
+      result.push_back(nullptr);
+      return result;
+    };
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, 1, Path(outputName).c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+                                     0600);
+    posix_spawn_file_actions_adddup2(&actions, 1, 2);
+    pid_t child = 0;
+    const int error = posix_spawnp(&child, arguments[0].c_str(), &actions, nullptr,
+                                   pointers(arguments).data(), pointers(variables).data());
+    posix_spawn_file_actions_destroy(&actions);
+    return error == 0 ? child : -1;
+  }
+
+  std::string folder_;
+  pid_t server_ = 0;
+  std::vector<pid_t> players_;
+};
+
+/// Points this process's own sound clients at a server, and back when it goes out of scope.
+class ScopedEnvironment {
+ public:
+  explicit ScopedEnvironment(const std::map<std::string, std::string>& variables) {
+    for (const auto& [name, value] : variables) {
+      const char* old = std::getenv(name.c_str());
+      before_.emplace_back(name, old != nullptr ? old : "", old != nullptr);
+      setenv(name.c_str(), value.c_str(), 1);
+    }
+  }
+  ~ScopedEnvironment() {
+    for (const auto& [name, value, wasSet] : before_) {
+      wasSet ? setenv(name.c_str(), value.c_str(), 1) : unsetenv(name.c_str());
+    }
+  }
+  ScopedEnvironment(const ScopedEnvironment&) = delete;
+  ScopedEnvironment& operator=(const ScopedEnvironment&) = delete;
+
+ private:
+  std::vector<std::tuple<std::string, std::string, bool>> before_;
+};
+
+}  // namespace spectrino
