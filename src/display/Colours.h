@@ -3,31 +3,15 @@
 #pragma once
 
 #include <QRgb>
-#include <array>
-#include <cstddef>
 #include <cstdint>
+
+#include "settings/ColourTable.h"
 
 namespace spectrino {
 
-/// Places in the user's colour table.
-enum class PlotColour : std::size_t {
-  Signal,
-  Background,
-  SubDivision,
-  Grid,
-  Mark,
-  Cursor,
-  Fill,
-  Filter,
-  SubReceiver,
-  Info,
-  BackgroundPeak,
-  Frequency,
-  SMeter
-};
-
-/// 13 values 0x00BBGGRR, by PlotColour.
-using DisplayColours = std::array<std::uint32_t, 13>;
+/// Places in the user's colour table, and the table itself: 13 values 0x00BBGGRR.
+using PlotColour = ColourIndex;
+using DisplayColours = ColourTable;
 
 /// 0x00BBGGRR to an opaque colour of Qt's.
 [[nodiscard]] constexpr QRgb FromBgr(std::uint32_t bgr) {

@@ -91,7 +91,8 @@ void WaterfallImage::PaintSlot(int slot) {
   const std::span<const float> levels = LevelsOf(slot);
   auto* out = reinterpret_cast<QRgb*>(picture_.scanLine(slot));
   for (std::size_t x = 0; x < levels.size(); ++x) {
-    const int index = levels[x] == kUndrawnLevel ? 0 : ColourIndex(levels[x], row.BottomLevel, row.TopLevel);
+    const int index =
+        levels[x] == kUndrawnLevel ? 0 : WaterfallColourIndex(levels[x], row.BottomLevel, row.TopLevel);
     out[x] = row.IsDimmed ? DimmedWaterfallColour(index) : WaterfallColour(index);
   }
 }

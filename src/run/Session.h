@@ -17,6 +17,7 @@ struct Session {
   bool ResizeInProgress = false;  ///< the window layout is being rebuilt
   int PanPoints = 0;              ///< how far the zoomed window was dragged off its centre, in points
   std::string ForcedDeviceId;     ///< input of a demo or recording, chosen for this run and never stored
+  bool FirstRun = false;          ///< no settings were ever stored
   bool SearchHost = true;         ///< false in a demo, which is not to meet the station's own host program
 };
 

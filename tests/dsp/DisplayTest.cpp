@@ -83,12 +83,12 @@ TEST(DisplayTrace, FollowsAChangeOfGeometryOfTheSameWidth) {
 }
 
 TEST(ColourIndex, RoundsAndStaysInThePalette) {
-  EXPECT_EQ(ColourIndex(-83, -153, -13), 128);
-  EXPECT_EQ(ColourIndex(-82.8F, -153, -13), 128);
-  EXPECT_EQ(ColourIndex(-82.6F, -153, -13), 129);
-  EXPECT_EQ(ColourIndex(kEmptyLevel, -153, -13), 0);
-  EXPECT_EQ(ColourIndex(50, -153, -13), 256);
-  EXPECT_EQ(ColourIndex(-20, -20, -20), 0);
+  EXPECT_EQ(WaterfallColourIndex(-83, -153, -13), 128);
+  EXPECT_EQ(WaterfallColourIndex(-82.8F, -153, -13), 128);
+  EXPECT_EQ(WaterfallColourIndex(-82.6F, -153, -13), 129);
+  EXPECT_EQ(WaterfallColourIndex(kEmptyLevel, -153, -13), 0);
+  EXPECT_EQ(WaterfallColourIndex(50, -153, -13), 256);
+  EXPECT_EQ(WaterfallColourIndex(-20, -20, -20), 0);
   EXPECT_DOUBLE_EQ(LevelToY(-48, -153, -13, 500, 400), 200);
 }
 

@@ -1,0 +1,18 @@
+// The texts that the window puts together from state: information line and mode.
+#pragma once
+
+#include <QString>
+#include <string>
+
+#include "run/RunCycle.h"
+#include "run/Session.h"
+
+namespace spectrino {
+
+/// RadioMode as the header shows it; empty while unknown.
+[[nodiscard]] QString ModeText(int radioMode);
+
+/// Span, range, FFT length and resolution, or the radio: the line at the top of the plot.
+[[nodiscard]] std::string InfoText(const Session& session, const RunCycle& cycle);
+
+}  // namespace spectrino

@@ -1,0 +1,78 @@
+#include "app/Program.h"
+
+#include <QGuiApplication>
+#include <QMessageBox>
+
+#include "run/SetupChecks.h"
+
+namespace spectrino {
+namespace {
+
+constexpr std::uint32_t kDemoSeed = 7;
+
+bool NobodyWatches(const CommandLine& line) {
+  return line.QuitAfterSeconds.has_value() || QGuiApplication::platformName() == "offscreen";
+}
+
+}  // namespace
+
+Program::Program(const CommandLine& line)
+    : user_(NobodyWatches(line)),
+      settingsFile_(line.Demo == DemoKind::None ? DefaultSettingsFolder() : demoFolder_.path().toStdString()),
+      store_(settingsFile_, user_),
+      times_(std::make_unique<StageTimes>()),
+      pulse_(user_),
+      demo_(
+          clock_, [this] { return session_.Radio.MainFreqMHz; }, kDemoSeed) {
+  session_.SearchHost = line.Demo == DemoKind::None;
+  LoadIqFiles(line.IqFiles);
+  std::vector<SoundInput*> inputs{&pulse_, &demo_};
+  for (const auto& file : iqFiles_) inputs.push_back(file.get());
+  devices_ = std::make_unique<DeviceList>(std::move(inputs));
+  devices_->InitDevices();
+  ChooseForThisRun(line);
+  cycle_ = std::make_unique<RunCycle>(
+      session_, RunParts{*devices_, display_, store_, user_, pump_, clock_, *times_, RigRouter{}});
+  // A newcomer has chosen nothing yet: show what the program is about.
+  session_.FirstRun = settingsFile_.Stamp(std::string(kOwnApplication)) == 0;
+  window_ = std::make_unique<frmPan>(
+      frmPan::Parts{session_, *devices_, store_, user_, display_, *cycle_, *times_, clock_});
+}
+
+Program::~Program() = default;
+
+void Program::LoadIqFiles(const QStringList& paths) {
+  for (const QString& path : paths) {
+    std::string message;
+    std::optional<IqFile> file = LoadIqFile(path.toStdString(), message);
+    if (!file) {
+      iqFileError_ = QString::fromStdString(message);
+      return;
+    }
+    iqFiles_.push_back(std::make_unique<IqFileInput>(clock_, path.toStdString(), std::move(*file)));
+  }
+}
+
+// A demo and a recording are chosen for this run alone; what is stored stays as it is.
+void Program::ChooseForThisRun(const CommandLine& line) {
+  SoundInput* wanted = !iqFiles_.empty()           ? static_cast<SoundInput*>(iqFiles_.front().get())
+                       : line.Demo == DemoKind::Iq ? static_cast<SoundInput*>(&demo_)
+                                                   : nullptr;
+  if (wanted == nullptr) return;
+  for (const DeviceList::Entry& entry : devices_->Entries()) {
+    if (entry.Input == wanted) session_.ForcedDeviceId = entry.Device.StableId;
+  }
+}
+
+void Program::TellNoDevices() {
+  if (Unattended())
+    user_.ShowMessage("Ack!", kNoInputDevices, Severity::Critical);
+  else
+    QMessageBox::critical(nullptr, "Ack!", kNoInputDevices);
+}
+
+double Program::RunSeconds() const {
+  return std::chrono::duration<double>(cycle_->TimeInRuns()).count();
+}
+
+}  // namespace spectrino

@@ -1,0 +1,232 @@
+#include "app/frmPan.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include "app/PanTexts.h"
+#include "display/SMeterText.h"
+#include "dsp/LevelScale.h"
+#include "rig/Passband.h"
+#include "state/FrequencyText.h"
+
+namespace spectrino {
+
+frmPan::frmPan(const Parts& parts) : parts_(parts) {
+  setObjectName("frmPan");
+  setWindowTitle(QString("Spectrino V%1").arg(QCoreApplication::applicationVersion()));
+  setMinimumSize(727, 345);
+  Compose();
+  ConnectHeader();
+  ConnectStrip();
+  ConnectCalibration();
+  passTimer_.setSingleShot(true);
+  passTimer_.setTimerType(Qt::PreciseTimer);
+  connect(&passTimer_, &QTimer::timeout, this, &frmPan::RunPass);
+  parts_.Cycle.RunningChanged = [this] { ShowRunState(); };
+  parts_.User.SetWindow(this);
+  connect(&parts_.User, &QtNotifier::StatusChanged, scope_, &ScopeWidget::ShowStatus);
+}
+
+void frmPan::Compose() {
+  auto* body = new QWidget(this);
+  auto* rows = new QVBoxLayout(body);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->setSpacing(0);
+  header_ = new HeaderPanel(body);
+  rows->addWidget(header_);
+
+  auto* middle = new QHBoxLayout;
+  middle->setSpacing(0);
+  scope_ = new ScopeWidget(parts_.Display, parts_.Times, body);
+  cmdFold_ = new QToolButton(body);
+  cmdFold_->setObjectName("cmdFold");
+  cmdFold_->setToolTip(tr("Fold the controls away"));
+  cmdFold_->setAccessibleName(tr("Fold the controls away"));
+  cmdFold_->setFixedWidth(10);
+  cmdFold_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+  range_ = new RangePanel(body);
+  middle->addWidget(scope_, 1);
+  middle->addWidget(cmdFold_);
+  middle->addWidget(range_);
+  rows->addLayout(middle, 1);
+
+  deck_ = new QWidget(body);
+  deck_->setObjectName("Deck");
+  auto* deckRows = new QVBoxLayout(deck_);
+  deckRows->setContentsMargins(0, 0, 0, 0);
+  calibration_ = new CalibrationPanel(deck_);
+  deckRows->addWidget(calibration_);
+  deck_->hide();
+  rows->addWidget(deck_);
+  setCentralWidget(body);
+
+  connect(cmdFold_, &QToolButton::clicked, this, [this] { FoldStrip(!stripFolded_); });
+  connect(scope_, &ScopeWidget::ResizeBegun, this, [this] { parts_.State.ResizeInProgress = true; });
+  connect(scope_, &ScopeWidget::Resized, this, [this] {
+    parts_.State.ResizeInProgress = false;
+    parts_.Cycle.UpdateScale();
+  });
+  auto* escape = new QShortcut(Qt::Key_Escape, this);
+  connect(escape, &QShortcut::activated, this, &frmPan::ToggleFullScreen);
+  FoldStrip(false);
+}
+
+void frmPan::ConnectHeader() {
+  connect(header_, &HeaderPanel::StartButton_Click, this, &frmPan::StartButton_Click);
+  connect(header_, &HeaderPanel::StopButton_Click, this, &frmPan::StopButton_Click);
+  connect(header_, &HeaderPanel::DevicesWanted, this, &frmPan::InitDevices);
+  connect(header_, &HeaderPanel::DevicesBox_Click, this, &frmPan::DevicesBox_Click);
+  connect(header_, &HeaderPanel::cmdFullScreen_Click, this, &frmPan::ToggleFullScreen);
+  connect(header_, &HeaderPanel::chkTop_Click, this, &frmPan::AlwaysOnTop);
+}
+
+void frmPan::ConnectStrip() {
+  RunCycle& cycle = parts_.Cycle;
+  const auto thenShow = [this](void (RunCycle::*action)()) {
+    return [this, action] {
+      (parts_.Cycle.*action)();
+      ShowStrip();
+    };
+  };
+  connect(range_, &RangePanel::Command1_Click, this, thenShow(&RunCycle::ReferenceUp));
+  connect(range_, &RangePanel::Command18_Click, this, thenShow(&RunCycle::ReferenceDown));
+  connect(range_, &RangePanel::Command3_Click, this, thenShow(&RunCycle::RangeUp));
+  connect(range_, &RangePanel::Command2_Click, this, thenShow(&RunCycle::RangeDown));
+  connect(range_, &RangePanel::optDisp_Click, this, [&cycle](int index) { cycle.SetDisplayMode(index); });
+  connect(range_, &RangePanel::optZoom_Click, this, [this, &cycle](int index) {
+    cycle.SetZoom(index);
+    ShowStrip();
+  });
+  connect(range_, &RangePanel::optWaterfall_Click, this, [this](int index) {
+    parts_.State.Settings.WaterfallSel = index;
+    ApplyDisplayOptions();
+  });
+  connect(range_, &RangePanel::chkBPH_Click, this,
+          [this](bool on) { parts_.State.Settings.BackgroundPeakHold = on; });
+  connect(range_, &RangePanel::cmdIQ_Click, this, [this](bool open) { deck_->setVisible(open); });
+}
+
+void frmPan::ConnectCalibration() {
+  PanSettings& settings = parts_.State.Settings;
+  connect(calibration_, &CalibrationPanel::sldAmplitude_Change, this,
+          [&settings](int value) { settings.DeAmp = value; });
+  connect(calibration_, &CalibrationPanel::sldPhase_Change, this,
+          [&settings](int value) { settings.DePhase = value; });
+  connect(calibration_, &CalibrationPanel::slddbm_Change, this,
+          [&settings](int value) { settings.BandLevelDb = value; });
+}
+
+void frmPan::StartButton_Click() {
+  header_->ShowRunning(false, true);
+  parts_.Cycle.Start();
+}
+
+void frmPan::StopButton_Click() {
+  parts_.Cycle.Stop();
+  ShowRunState();
+}
+
+void frmPan::ShowRunState() {
+  const bool running = parts_.Cycle.Running();
+  header_->ShowRunning(running, parts_.Cycle.Starting());
+  if (running && !passTimer_.isActive()) passTimer_.start(0);
+  const std::string warning = parts_.Cycle.Audio().Warning();
+  if (running && !warning.empty()) scope_->ShowStatus(QString::fromStdString(warning));
+  shownMode_ = -1;
+  ShowStrip();
+  ShowHeader();
+  ShowOverlays();
+  scope_->update();
+}
+
+void frmPan::RunPass() {
+  const auto wait = parts_.Cycle.Step();
+  // The pass may have ended the run, or a nested Start may have armed the timer already.
+  if (parts_.Cycle.Running()) passTimer_.start(wait);
+  ShowHeader();
+  ShowOverlays();
+  scope_->ShowNew(parts_.Cycle.LastArrival());
+}
+
+void frmPan::closeEvent(QCloseEvent* event) {
+  parts_.Cycle.Stop();
+  passTimer_.stop();
+  SaveWindow();
+  event->accept();
+}
+
+void frmPan::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::WindowStateChange) parts_.State.WindowMinimized = isMinimized();
+}
+
+void frmPan::ToggleFullScreen() {
+  const bool full = !isFullScreen();
+  range_->setVisible(!full && !stripFolded_);
+  cmdFold_->setVisible(!full);
+  if (full)
+    showFullScreen();
+  else
+    setWindowState(windowState() & ~Qt::WindowFullScreen);
+  header_->ShowFullScreen(full);
+}
+
+void frmPan::AlwaysOnTop(bool on) {
+  parts_.State.Settings.OnTop = on;
+  const bool shown = isVisible();
+  setWindowFlag(Qt::WindowStaysOnTopHint, on);
+  if (shown) show();
+}
+
+void frmPan::FoldStrip(bool folded) {
+  stripFolded_ = folded;
+  range_->setVisible(!folded);
+  cmdFold_->setText(QString::fromUtf8(folded ? "\u25C2" : "\u25B8"));
+}
+
+void frmPan::ShowHeader() {
+  const RadioState& radio = parts_.State.Radio;
+  header_->ShowFrequency(QString::fromStdString(FrequencyText(radio.MainFreqMHz)), ModeText(radio.RadioMode));
+  header_->ShowSubFrequency(radio.SubFreqMHz > 0 ? QString::fromStdString(FrequencyText(radio.SubFreqMHz))
+                                                 : QString());
+  const Readings& meter = parts_.Cycle.Meter();
+  const bool known = parts_.Cycle.Running() && meter.SMeterKnown;
+  const auto dbm = static_cast<std::int16_t>(qBound(-500, qRound(meter.SMeterDbm), 500));
+  header_->ShowMeter(
+      meter.SMeterDbm, meter.SMeterHeldDbm, known,
+      known ? QString::fromStdString(SMeterText(dbm, parts_.State.Settings.DisplayDesign)) : QString());
+}
+
+void frmPan::ShowStrip() {
+  const PanSettings& settings = parts_.State.Settings;
+  RangePanelState state;
+  state.RefLevel = settings.RefLevel;
+  state.RangeDb = RangeDb(settings.RangeDivisor);
+  state.DisplayMode = settings.DisplayMode;
+  state.WaterfallSel = settings.WaterfallSel;
+  state.Zoom = settings.Zoom;
+  state.BackgroundPeakHold = settings.BackgroundPeakHold;
+  state.OwnScale = !RadioSourceActive(parts_.State.Radio);
+  range_->Show(state);
+}
+
+void frmPan::ShowOverlays() {
+  const RadioState& radio = parts_.State.Radio;
+  parts_.Display.SetInfoText(InfoText(parts_.State, parts_.Cycle));
+  if (!parts_.Cycle.Running()) {
+    parts_.Display.SetMarkers({});
+    return;
+  }
+  const Passband passband = MainPassband(radio);
+  PlotMarker main;
+  main.FreqMHz = radio.MainFreqMHz;
+  main.PassbandLowMHz = radio.MainFreqMHz + passband.LowHz / 1e6;
+  main.PassbandHighMHz = radio.MainFreqMHz + passband.HighHz / 1e6;
+  main.Label = "A";
+  parts_.Display.SetMarkers({&main, 1});
+}
+
+}  // namespace spectrino

@@ -1,0 +1,82 @@
+// The main window: composes the panels and wires them to the run cycle.
+// No radio logic, no drawing: handlers forward, panels show.
+#pragma once
+
+#include <QMainWindow>
+#include <QTimer>
+#include <QToolButton>
+
+#include "capture/ui/CalibrationPanel.h"
+#include "display/PanDisplay.h"
+#include "display/ui/HeaderPanel.h"
+#include "display/ui/RangePanel.h"
+#include "display/ui/ScopeWidget.h"
+#include "platform/WindowCommands.h"
+#include "platform/qt/QtNotifier.h"
+#include "run/RunCycle.h"
+#include "run/Session.h"
+#include "settings/SettingsStore.h"
+
+namespace spectrino {
+
+class frmPan final : public QMainWindow, public WindowCommands {
+  Q_OBJECT
+ public:
+  struct Parts {
+    Session& State;
+    DeviceList& Devices;
+    SettingsStore& Store;
+    QtNotifier& User;
+    PanDisplay& Display;
+    RunCycle& Cycle;
+    StageTimes& Times;
+    const Clock& Time;
+  };
+
+  explicit frmPan(const Parts& parts);
+
+  /// Geometry, settings and panels; before the window is shown.
+  void LoadWindow();
+  /// LoadSettings: reads the store again and shows what it holds.
+  void LoadSettings();
+  void StartButton_Click();
+  void StopButton_Click();
+  void ToggleFullScreen() override;
+  void AlwaysOnTop(bool on) override;
+  /// Rebuilds the list of sources; a chosen device that is missing is shown as missing.
+  void InitDevices();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void Compose();
+  void ConnectHeader();
+  void ConnectStrip();
+  void ConnectCalibration();
+  void DevicesBox_Click(int index);
+  void RunPass();
+  void ScheduleFirstPass();
+  void ShowRunState();
+  void ShowHeader();
+  void ShowStrip();
+  void ShowOverlays();
+  void ApplyDisplayOptions();
+  void FoldStrip(bool folded);
+  void RestoreGeometry();
+  void SaveWindow();
+
+  Parts parts_;
+  HeaderPanel* header_;
+  ScopeWidget* scope_;
+  RangePanel* range_;
+  QWidget* deck_;
+  CalibrationPanel* calibration_;
+  QToolButton* cmdFold_;
+  QTimer passTimer_;
+  bool stripFolded_ = false;
+  int shownMode_ = -1;
+};
+
+}  // namespace spectrino

@@ -1,0 +1,147 @@
+#include "display/ui/HeaderPanel.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QResizeEvent>
+#include <QSignalBlocker>
+
+namespace spectrino {
+namespace {
+
+constexpr int kSmallWidth = 900;
+
+QPushButton* MakeButton(const char* name, const QString& text, const QString& toolTip, QWidget* parent) {
+  auto* button = new QPushButton(text, parent);
+  button->setObjectName(name);
+  button->setToolTip(toolTip);
+  button->setAccessibleName(toolTip);
+  button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  return button;
+}
+
+QLabel* MakeLabel(const char* name, const char* role, const QString& accessible, QWidget* parent) {
+  auto* label = new QLabel(parent);
+  label->setObjectName(name);
+  label->setProperty("role", role);
+  label->setAccessibleName(accessible);
+  label->setTextFormat(Qt::PlainText);
+  return label;
+}
+
+}  // namespace
+
+HeaderPanel::HeaderPanel(QWidget* parent) : QWidget(parent) {
+  setObjectName("HeaderPanel");
+  setFixedHeight(36);
+  startButton_ = MakeButton("StartButton", QString::fromUtf8("\u25B6 Start"), tr("Start"), this);
+  stopButton_ = MakeButton("StopButton", QString::fromUtf8("\u25A0 Stop"), tr("Stop"), this);
+  devicesBox_ = new DevicesBox(this);
+  devicesBox_->setObjectName("DevicesBox");
+  devicesBox_->setToolTip(tr("Device selection"));
+  devicesBox_->setAccessibleName(tr("Device selection"));
+  devicesBox_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  devicesBox_->setMinimumContentsLength(6);
+  lblA_ = MakeLabel("lblA", "tag", {}, this);
+  lblA_->setText("A");
+  lblFreqA_ = MakeLabel("lblFreqA", "frequency", tr("Frequency of VFO A"), this);
+  lblFreqA_->setTextFormat(Qt::RichText);
+  lblMode_ = MakeLabel("lblMode", "badge", tr("Mode"), this);
+  lblB_ = MakeLabel("lblB", "tag", {}, this);
+  lblB_->setText("B");
+  lblFreqB_ = MakeLabel("lblFreqB", "frequencyB", tr("Frequency of VFO B"), this);
+  bar_ = new SMeterBar(this);
+  lblSMeter_ = MakeLabel("lblSMeter", "meter", tr("Signal level"), this);
+  lblSMeter_->setMinimumWidth(lblSMeter_->fontMetrics().horizontalAdvance("S9+60") * 3 / 2);
+  chkTop_ = MakeButton("chkTop", QString::fromUtf8("\u25B2"), tr("Always on top"), this);
+  chkTop_->setCheckable(true);
+  cmdFullScreen_ = MakeButton("cmdFullScreen", QString::fromUtf8("\u26F6"), tr("Full screen"), this);
+  cmdFullScreen_->setCheckable(true);
+
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(8, 4, 8, 4);
+  row->setSpacing(8);
+  for (QWidget* widget : std::initializer_list<QWidget*>{startButton_, stopButton_, devicesBox_, lblA_,
+                                                         lblFreqA_, lblMode_, lblB_, lblFreqB_}) {
+    row->addWidget(widget);
+  }
+  row->addStretch(1);
+  for (QWidget* widget : std::initializer_list<QWidget*>{bar_, lblSMeter_, chkTop_, cmdFullScreen_}) {
+    row->addWidget(widget);
+  }
+  ShowRunning(false, false);
+  ShowFrequency("---------", {});
+  ShowSubFrequency({});
+
+  connect(startButton_, &QAbstractButton::clicked, this, &HeaderPanel::StartButton_Click);
+  connect(stopButton_, &QAbstractButton::clicked, this, &HeaderPanel::StopButton_Click);
+  connect(devicesBox_, &QComboBox::activated, this, &HeaderPanel::DevicesBox_Click);
+  connect(devicesBox_, &DevicesBox::AboutToShow, this, &HeaderPanel::DevicesWanted);
+  connect(chkTop_, &QAbstractButton::toggled, this, &HeaderPanel::chkTop_Click);
+  connect(cmdFullScreen_, &QAbstractButton::clicked, this, &HeaderPanel::cmdFullScreen_Click);
+}
+
+void HeaderPanel::ShowDevices(const QStringList& names, int current) {
+  const QSignalBlocker silent(devicesBox_);
+  devicesBox_->clear();
+  devicesBox_->addItems(names);
+  devicesBox_->setCurrentIndex(current);
+}
+
+void HeaderPanel::ShowRunning(bool running, bool starting) {
+  const bool focusMoves = startButton_->hasFocus() || stopButton_->hasFocus();
+  const bool canStop = running || starting;
+  startButton_->setVisible(!canStop);
+  stopButton_->setVisible(canStop);
+  if (focusMoves) (canStop ? stopButton_ : startButton_)->setFocus();
+  devicesBox_->setEnabled(!canStop);
+  devicesBox_->setToolTip(canStop ? tr("Device selection (stop first)") : tr("Device selection"));
+}
+
+void HeaderPanel::ShowFrequency(const QString& frequencyText, const QString& modeText) {
+  // The last three digits are Hz, written smaller, as on a front panel.
+  const qsizetype cut = frequencyText.contains('.') ? frequencyText.size() - 3 : frequencyText.size();
+  const QString html =
+      QString("%1<span style=\"font-size:14px;color:#9fb0c2\">%2</span>")
+          .arg(frequencyText.left(cut).toHtmlEscaped(), frequencyText.mid(cut).toHtmlEscaped());
+  if (lblFreqA_->text() != html) {
+    lblFreqA_->setText(html);
+    lblFreqA_->setAccessibleDescription(frequencyText);
+  }
+  if (lblMode_->text() != modeText) lblMode_->setText(modeText);
+  lblMode_->setVisible(!modeText.isEmpty());
+}
+
+void HeaderPanel::ShowSubFrequency(const QString& frequencyText) {
+  if (lblFreqB_->text() != frequencyText) lblFreqB_->setText(frequencyText);
+  const bool shown = !frequencyText.isEmpty() && width() >= kSmallWidth;
+  lblB_->setVisible(shown);
+  lblFreqB_->setVisible(shown);
+}
+
+void HeaderPanel::ShowMeter(float levelDbm, float heldDbm, bool known, const QString& reading) {
+  bar_->SetLevels(levelDbm, heldDbm, known);
+  if (lblSMeter_->text() != reading) lblSMeter_->setText(reading);
+}
+
+void HeaderPanel::SetMeterColour(const QColor& colour) {
+  lblSMeter_->setStyleSheet(QString("color:%1").arg(colour.name()));
+}
+
+void HeaderPanel::ShowOnTop(bool on) {
+  const QSignalBlocker silent(chkTop_);
+  chkTop_->setChecked(on);
+}
+
+void HeaderPanel::ShowFullScreen(bool on) {
+  cmdFullScreen_->setChecked(on);
+}
+
+void HeaderPanel::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  const bool small = event->size().width() < kSmallWidth;
+  bar_->setFixedWidth(small ? 110 : 190);
+  devicesBox_->setMaximumWidth(small ? 140 : 260);
+  ShowSubFrequency(lblFreqB_->text());
+}
+
+}  // namespace spectrino

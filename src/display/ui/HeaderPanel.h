@@ -1,0 +1,71 @@
+// The line at the top: Start and Stop, source, frequencies, mode, S-meter, window buttons.
+// Shows and forwards; knows neither radio nor settings.
+#pragma once
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLabel>
+#include <QWidget>
+
+#include "display/ui/SMeterBar.h"
+
+namespace spectrino {
+
+/// The list of sources; asks for a fresh list whenever it is opened.
+class DevicesBox final : public QComboBox {
+  Q_OBJECT
+ public:
+  using QComboBox::QComboBox;
+  void showPopup() override {
+    emit AboutToShow();
+    QComboBox::showPopup();
+  }
+
+ signals:
+  void AboutToShow();
+};
+
+class HeaderPanel final : public QWidget {
+  Q_OBJECT
+ public:
+  explicit HeaderPanel(QWidget* parent = nullptr);
+
+  void ShowDevices(const QStringList& names, int current);
+  /// Start or Stop, and the list locked during a run.
+  void ShowRunning(bool running, bool starting);
+  /// frequencyText as "14.074.000" or "---------"; an empty mode hides its badge.
+  void ShowFrequency(const QString& frequencyText, const QString& modeText);
+  /// An empty text hides VFO B.
+  void ShowSubFrequency(const QString& frequencyText);
+  void ShowMeter(float levelDbm, float heldDbm, bool known, const QString& reading);
+  void ShowOnTop(bool on);
+  void ShowFullScreen(bool on);
+  void SetMeterColour(const QColor& colour);
+
+ signals:
+  void StartButton_Click();
+  void StopButton_Click();
+  void DevicesBox_Click(int index);
+  void DevicesWanted();
+  void cmdFullScreen_Click();
+  void chkTop_Click(bool on);
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  QAbstractButton* startButton_;
+  QAbstractButton* stopButton_;
+  DevicesBox* devicesBox_;
+  QLabel* lblA_;
+  QLabel* lblFreqA_;
+  QLabel* lblMode_;
+  QLabel* lblB_;
+  QLabel* lblFreqB_;
+  SMeterBar* bar_;
+  QLabel* lblSMeter_;
+  QAbstractButton* chkTop_;
+  QAbstractButton* cmdFullScreen_;
+};
+
+}  // namespace spectrino

@@ -1,0 +1,141 @@
+#include "display/ui/RangePanel.h"
+
+#include <QGridLayout>
+#include <QPushButton>
+#include <QResizeEvent>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+namespace spectrino {
+namespace {
+
+struct Control {
+  const char* name;
+  const char* caption;
+  const char* toolTip;
+};
+
+constexpr Control kReference[] = {{"Command18", "\u22123", "Reference DOWN -3dB"},
+                                  {"Command1", "+3", "Reference UP +3dB"}};
+constexpr Control kRange[] = {{"Command2", "\u221220", "Range DOWN -20dB"},
+                              {"Command3", "+20", "Range UP +20dB"}};
+constexpr Control kDisplay[] = {{"optDisp0", "MAX", "Maximum values (for AVG/MAX Samples)"},
+                                {"optDisp1", "AVG", "Average values (for AVG/MAX Samples)"},
+                                {"optDisp2", "PEAK", "Peak values"},
+                                {"optDisp3", "NOR", "Normal display (no averaging)"}};
+constexpr Control kWaterfall[] = {{"optWaterfall0", "0ff", "Waterfall OFF"},
+                                  {"optWaterfall1", "1/8", "Waterfall 1/8 Screen"},
+                                  {"optWaterfall2", "1/4", "Waterfall 1/4 Screen"},
+                                  {"optWaterfall3", "1/2", "Waterfall 1/2 Screen"}};
+constexpr Control kZoom[] = {{"optZoom0", "1X", "Zoom 1X"},   {"optZoom1", "2X", "Zoom 2X"},
+                             {"optZoom2", "4X", "Zoom 4X"},   {"optZoom3", "8X", "Zoom 8X"},
+                             {"optZoom4", "16X", "Zoom 16X"}, {"optZoom5", "32X", "Zoom 32X"}};
+constexpr Control kPeakHold = {"chkBPH", "BPH", "Background Peak Hold"};
+constexpr Control kCalibration = {"cmdIQ", "I/Q", "Calibration (I/Q Rejection, CAL Level)"};
+
+QPushButton* MakeButton(const Control& control, QWidget* parent) {
+  auto* button = new QPushButton(QString::fromUtf8(control.caption), parent);
+  button->setObjectName(control.name);
+  button->setToolTip(QString::fromUtf8(control.toolTip));
+  button->setAccessibleName(QString::fromUtf8(control.toolTip));
+  button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  button->setMinimumWidth(button->fontMetrics().horizontalAdvance(button->text()) + 4);
+  return button;
+}
+
+// A block of buttons, columns in a row; fills an exclusive group when one is given.
+template <std::size_t count>
+QList<QPushButton*> AddBlock(const Control (&controls)[count], int columns, QWidget* parent,
+                             QButtonGroup* group) {
+  auto* grid = new QGridLayout;
+  grid->setSpacing(3);
+  QList<QPushButton*> buttons;
+  for (std::size_t i = 0; i < count; ++i) {
+    QPushButton* button = MakeButton(controls[i], parent);
+    const int index = static_cast<int>(i);
+    grid->addWidget(button, index / columns, index % columns);
+    if (group != nullptr) {
+      button->setCheckable(true);
+      group->addButton(button, index);
+    }
+    buttons.append(button);
+  }
+  static_cast<QVBoxLayout*>(parent->layout())->addLayout(grid);
+  return buttons;
+}
+
+}  // namespace
+
+RangePanel::RangePanel(QWidget* parent) : QWidget(parent) {
+  setObjectName("RangePanel");
+  setFixedWidth(104);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(5, 4, 5, 4);
+  column->setSpacing(3);
+
+  lblRef_ = AddCaption({}, "lblRef");
+  const auto reference = AddBlock(kReference, 2, this, nullptr);
+  FraRange_ = AddCaption({}, "FraRange");
+  const auto range = AddBlock(kRange, 2, this, nullptr);
+  for (QPushButton* button : reference + range) scaleButtons_.append(button);
+  connect(reference[0], &QPushButton::clicked, this, &RangePanel::Command18_Click);
+  connect(reference[1], &QPushButton::clicked, this, &RangePanel::Command1_Click);
+  connect(range[0], &QPushButton::clicked, this, &RangePanel::Command2_Click);
+  connect(range[1], &QPushButton::clicked, this, &RangePanel::Command3_Click);
+
+  AddCaption("Display", "fraDisp");
+  optDisp_ = new QButtonGroup(this);
+  AddBlock(kDisplay, 2, this, optDisp_);
+  AddCaption("Waterfall Hgt", "fraWaterfall");
+  optWaterfall_ = new QButtonGroup(this);
+  AddBlock(kWaterfall, 4, this, optWaterfall_);
+  AddCaption("Zoom", "fraZoom");
+  optZoom_ = new QButtonGroup(this);
+  AddBlock(kZoom, 3, this, optZoom_);
+  // idClicked, not idToggled: choosing PEAK again clears it.
+  connect(optDisp_, &QButtonGroup::idClicked, this, &RangePanel::optDisp_Click);
+  connect(optWaterfall_, &QButtonGroup::idClicked, this, &RangePanel::optWaterfall_Click);
+  connect(optZoom_, &QButtonGroup::idClicked, this, &RangePanel::optZoom_Click);
+
+  const Control toggles[] = {kPeakHold, kCalibration};
+  const auto pair = AddBlock(toggles, 2, this, nullptr);
+  chkBPH_ = pair[0];
+  cmdIQ_ = pair[1];
+  chkBPH_->setCheckable(true);
+  cmdIQ_->setCheckable(true);
+  connect(chkBPH_, &QAbstractButton::toggled, this, &RangePanel::chkBPH_Click);
+  connect(cmdIQ_, &QAbstractButton::toggled, this, &RangePanel::cmdIQ_Click);
+  column->addStretch(1);
+}
+
+QLabel* RangePanel::AddCaption(const QString& text, const QString& name) {
+  auto* label = new QLabel(text, this);
+  label->setObjectName(name);
+  label->setProperty("role", "caption");
+  captions_.append(label);
+  layout()->addWidget(label);
+  return label;
+}
+
+void RangePanel::Show(const RangePanelState& state) {
+  lblRef_->setText(QString("Ref %1 dB").arg(state.RefLevel));
+  FraRange_->setText(QString("Range %1dB").arg(state.RangeDb));
+  const auto check = [](QButtonGroup* group, int index) {
+    if (QAbstractButton* button = group->button(index)) button->setChecked(true);
+  };
+  check(optDisp_, state.DisplayMode);
+  check(optWaterfall_, state.WaterfallSel);
+  check(optZoom_, state.Zoom);
+  for (QAbstractButton* button : scaleButtons_) button->setEnabled(state.OwnScale);
+  const QSignalBlocker silent(chkBPH_);
+  chkBPH_->setChecked(state.BackgroundPeakHold);
+}
+
+void RangePanel::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  // A low window has room for the buttons, not for what is written over them.
+  const bool room = event->size().height() >= 330;
+  for (QLabel* caption : captions_) caption->setVisible(room);
+}
+
+}  // namespace spectrino

@@ -1,0 +1,58 @@
+// The strip at the right: reference, range, display mode, waterfall height, zoom, peak hold, calibration.
+// Shows and forwards; what a press does is decided elsewhere.
+#pragma once
+
+#include <QAbstractButton>
+#include <QButtonGroup>
+#include <QLabel>
+#include <QWidget>
+
+namespace spectrino {
+
+/// What the strip shows.
+struct RangePanelState {
+  int RefLevel = -60;
+  int RangeDb = 140;
+  int DisplayMode = 0;
+  int WaterfallSel = 0;
+  int Zoom = 0;
+  bool BackgroundPeakHold = false;
+  bool OwnScale = true;  ///< false with a radio whose scale the buttons cannot change
+};
+
+class RangePanel final : public QWidget {
+  Q_OBJECT
+ public:
+  explicit RangePanel(QWidget* parent = nullptr);
+  /// Moves the controls without sending anything.
+  void Show(const RangePanelState& state);
+
+ signals:
+  void Command1_Click();   ///< reference up
+  void Command18_Click();  ///< reference down
+  void Command3_Click();   ///< range up
+  void Command2_Click();   ///< range down
+  void optDisp_Click(int index);
+  void optWaterfall_Click(int index);
+  void optZoom_Click(int index);
+  void chkBPH_Click(bool on);
+  void cmdIQ_Click(bool open);
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  QLabel* AddCaption(const QString& text, const QString& name);
+
+  QLabel* lblRef_ = nullptr;
+  QLabel* FraRange_ = nullptr;
+  QList<QLabel*> captions_;
+  QButtonGroup* optDisp_ = nullptr;
+  QButtonGroup* optWaterfall_ = nullptr;
+  QButtonGroup* optZoom_ = nullptr;
+  QList<QAbstractButton*> scaleButtons_;
+  QAbstractButton* chkBPH_ = nullptr;
+  QAbstractButton* cmdIQ_ = nullptr;
+};
+
+}  // namespace spectrino

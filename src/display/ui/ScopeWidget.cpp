@@ -1,0 +1,96 @@
+#include "display/ui/ScopeWidget.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace spectrino {
+namespace {
+constexpr int kRepaintMs = 33;
+constexpr int kResizeSettleMs = 40;
+}  // namespace
+
+ScopeWidget::ScopeWidget(PanDisplay& display, StageTimes& times, QWidget* parent)
+    : QWidget(parent), display_(display), times_(times), lblStatus_(new QLabel(this)) {
+  setObjectName("Scope");
+  setAccessibleName(tr("Spectrum and waterfall"));
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  setMouseTracking(true);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  lblStatus_->setObjectName("lblStatus");
+  lblStatus_->setTextFormat(Qt::PlainText);
+  lblStatus_->setAttribute(Qt::WA_TransparentForMouseEvents);
+  lblStatus_->hide();
+  // A window that is dragged wider sends hundreds of sizes; the picture is laid out for the last one.
+  resizeTimer_.setSingleShot(true);
+  resizeTimer_.setInterval(kResizeSettleMs);
+  connect(&resizeTimer_, &QTimer::timeout, this, &ScopeWidget::ApplySize);
+  repaintTimer_.setSingleShot(true);
+  repaintTimer_.setTimerType(Qt::PreciseTimer);
+  connect(&repaintTimer_, &QTimer::timeout, this, [this] { update(); });
+}
+
+void ScopeWidget::ShowNew(std::chrono::steady_clock::time_point arrived) {
+  if (!display_.TakeDirty() || repaintTimer_.isActive()) return;
+  const qint64 since = sinceRepaint_.isValid() ? sinceRepaint_.elapsed() : kRepaintMs;
+  if (since < kRepaintMs) {
+    repaintTimer_.start(static_cast<int>(kRepaintMs - since));
+    return;
+  }
+  times_.Add(Stage::Latency, std::chrono::steady_clock::now() - arrived);
+  update();
+}
+
+void ScopeWidget::ShowStatus(const QString& text) {
+  lblStatus_->setText(text);
+  lblStatus_->setVisible(!text.isEmpty());
+  PlaceStatus();
+}
+
+void ScopeWidget::PlaceStatus() {
+  const int widest = width() - 60;
+  lblStatus_->setWordWrap(lblStatus_->fontMetrics().horizontalAdvance(lblStatus_->text()) > widest - 20);
+  lblStatus_->setMaximumWidth(qMax(widest, 60));
+  lblStatus_->adjustSize();
+  const PlotLayout& layout = display_.Layout();
+  const int bottom = qRound((layout.TopMargin + layout.PlotHeight) / devicePixelRatioF());
+  lblStatus_->move(6, qMax(0, bottom - lblStatus_->height() - 4));
+}
+
+void ScopeWidget::paintEvent(QPaintEvent*) {
+  const StageTimer timer(times_, Stage::Draw);
+  sinceRepaint_.restart();
+  QPainter painter(this);
+  display_.Paint(painter);
+}
+
+void ScopeWidget::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  if (display_.Layout().PlotWidth <= 0 || !isVisible()) {
+    ApplySize();
+    return;
+  }
+  emit ResizeBegun();
+  resizeTimer_.start();
+}
+
+void ScopeWidget::ApplySize() {
+  display_.Resize(size(), devicePixelRatioF());
+  PlaceStatus();
+  emit Resized();
+  update();
+}
+
+void ScopeWidget::mouseMoveEvent(QMouseEvent* event) {
+  display_.SetHover(event->position());
+  emit HoverMoved();
+  update();
+}
+
+void ScopeWidget::leaveEvent(QEvent* event) {
+  QWidget::leaveEvent(event);
+  display_.SetHover(std::nullopt);
+  emit HoverMoved();
+  update();
+}
+
+}  // namespace spectrino

@@ -1,0 +1,50 @@
+// The plot on the screen: shows what PanDisplay painted and tells where the pointer is.
+// Decides nothing and draws nothing itself.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QTimer>
+#include <QWidget>
+
+#include "display/PanDisplay.h"
+#include "state/StageTimes.h"
+
+namespace spectrino {
+
+class ScopeWidget final : public QWidget {
+  Q_OBJECT
+ public:
+  ScopeWidget(PanDisplay& display, StageTimes& times, QWidget* parent = nullptr);
+
+  /// Asks for a repaint if the display has something new, at most 30 times a second.
+  /// arrived: when the line that is shown came in; the time since then is the latency.
+  void ShowNew(std::chrono::steady_clock::time_point arrived);
+  /// One line over the lower left corner of the plot; empty hides it.
+  void ShowStatus(const QString& text);
+  [[nodiscard]] QSize sizeHint() const override { return {600, 200}; }
+
+ signals:
+  void Resized();
+  void ResizeBegun();
+  void HoverMoved();
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+
+ private:
+  void ApplySize();
+  void PlaceStatus();
+
+  PanDisplay& display_;
+  StageTimes& times_;
+  QLabel* lblStatus_;
+  QTimer resizeTimer_;
+  QTimer repaintTimer_;
+  QElapsedTimer sinceRepaint_;
+};
+
+}  // namespace spectrino

@@ -1,0 +1,184 @@
+// The real window on the demo band, driven as a person would.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QSlider>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "app/Program.h"
+#include "app/Theme.h"
+
+namespace spectrino {
+namespace {
+
+class Window : public testing::Test {
+ protected:
+  Window() {
+    qputenv("XDG_CONFIG_HOME", folder_.path().toLocal8Bit());
+    Reload();
+  }
+  ~Window() override { program_->Window().close(); }
+
+  // A second program with the settings that the first one left.
+  void Reload(const QStringList& arguments = {"spectrino"}) {
+    if (program_) program_->Window().close();
+    program_.reset();
+    QString error;
+    program_ = std::make_unique<Program>(*ParseCommandLine(arguments, error));
+    program_->Window().LoadWindow();
+    program_->Window().show();
+  }
+  template <typename Widget = QPushButton>
+  Widget* Find(const char* name) {
+    auto* widget = program_->Window().findChild<Widget*>(name);
+    EXPECT_NE(widget, nullptr) << name;
+    return widget;
+  }
+  void Click(const char* name) { QTest::mouseClick(Find(name), Qt::LeftButton); }
+  [[nodiscard]] std::uint64_t Lines() { return program_->Times().Lines; }
+  [[nodiscard]] bool LinesCome(std::uint64_t count) {
+    const std::uint64_t goal = Lines() + count;
+    return QTest::qWaitFor([&] { return Lines() >= goal; }, 10000);
+  }
+  [[nodiscard]] QByteArray SettingsText() {
+    QFile file(folder_.filePath("spectrino/Spectrino.ini"));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+
+  QTemporaryDir folder_;
+  std::unique_ptr<Program> program_;
+};
+
+TEST_F(Window, StartRunsTheDemoAndStopEndsIt) {
+  auto* devices = Find<QComboBox>("DevicesBox");
+  EXPECT_EQ(devices->currentText(), "Demo signal (no hardware)");
+  EXPECT_EQ(devices->itemText(devices->count() - 1), "K4D");
+  Click("StartButton");
+  ASSERT_TRUE(LinesCome(5));
+  EXPECT_FALSE(devices->isEnabled());
+  EXPECT_TRUE(Find("StopButton")->isVisible());
+  EXPECT_FALSE(Find<QLabel>("lblSMeter")->text().isEmpty());
+  Click("StopButton");
+  const auto lines = Lines();
+  QTest::qWait(150);
+  EXPECT_EQ(Lines(), lines);
+  EXPECT_TRUE(devices->isEnabled());
+}
+
+TEST_F(Window, StopWorksWhileTheHostIsLookedFor) {
+  QTimer::singleShot(200, &program_->Window(), [this] { Click("StopButton"); });
+  Click("StartButton");
+  EXPECT_EQ(Lines(), 0U);
+  EXPECT_TRUE(Find("StartButton")->isVisible());
+}
+
+TEST_F(Window, ClosingWhileTheHostIsLookedForEndsCleanly) {
+  QTimer::singleShot(200, &program_->Window(), [this] { program_->Window().close(); });
+  Click("StartButton");
+  QTest::qWait(100);
+  EXPECT_EQ(Lines(), 0U);
+}
+
+TEST_F(Window, WhatIsSetIsThereAgainNextTime) {
+  Click("Command1");
+  Click("Command2");
+  Click("optDisp1");
+  Click("optWaterfall2");
+  Click("optZoom3");
+  Click("chkBPH");
+  Click("cmdIQ");
+  Find<QSlider>("sldAmplitude")->setValue(120);
+  Find<QSlider>("slddbm")->setValue(-7);
+  program_->Window().resize(780, 500);
+  Reload();
+  EXPECT_EQ(Find<QLabel>("lblRef")->text(), "Ref -57 dB");
+  EXPECT_EQ(Find<QLabel>("FraRange")->text(), "Range 120dB");
+  for (const char* name : {"optDisp1", "optWaterfall2", "optZoom3", "chkBPH"}) {
+    EXPECT_TRUE(Find(name)->isChecked()) << name;
+  }
+  EXPECT_EQ(Find<QSlider>("sldAmplitude")->value(), 120);
+  EXPECT_EQ(Find<QLabel>("lbldbm")->text(), "-7 dB");
+  EXPECT_EQ(program_->Window().size(), QSize(780, 500));
+}
+
+TEST_F(Window, AMissingInputIsShownAsMissingAndKept) {
+  QFile file(folder_.filePath("spectrino/Spectrino.ini"));
+  ASSERT_TRUE(QDir().mkpath(folder_.filePath("spectrino")) && file.open(QIODevice::WriteOnly));
+  file.write("[Setup]\nDevice=3\nNDevice=USB Codec\nDeviceId=pulse:usb\nOptFreq=7\nSRate=6\n");
+  file.close();
+  Reload();
+  EXPECT_EQ(Find<QComboBox>("DevicesBox")->currentText(), "USB Codec (missing)");
+  Click("StartButton");
+  EXPECT_TRUE(Find("StartButton")->isVisible());
+  Reload();
+  EXPECT_TRUE(SettingsText().contains("DeviceId=pulse:usb"));
+  EXPECT_TRUE(SettingsText().contains("NDevice=USB Codec"));
+}
+
+TEST_F(Window, ADemoRunLeavesTheUsersSettingsAlone) {
+  Reload({"spectrino", "--demo=iq"});
+  Click("Command1");
+  Click("StartButton");
+  EXPECT_TRUE(LinesCome(2));
+  Reload();
+  EXPECT_EQ(Find<QLabel>("lblRef")->text(), "Ref -60 dB");
+}
+
+TEST_F(Window, ZoomDuringARunKeepsItRunning) {
+  Reload({"spectrino", "--demo=iq"});
+  Click("StartButton");
+  for (const char* zoom : {"optZoom5", "optZoom1", "optZoom0"}) {
+    Click(zoom);
+    EXPECT_TRUE(LinesCome(2)) << zoom;
+  }
+}
+
+struct SizeCase {
+  QSize size;
+  double leastPlotShare;
+};
+
+class WindowSize : public Window, public testing::WithParamInterface<SizeCase> {};
+
+TEST_P(WindowSize, KeepsThePlotLargeAndEveryCaptionWhole) {
+  frmPan& window = program_->Window();
+  window.resize(GetParam().size);
+  QTest::qWait(120);
+  ASSERT_EQ(window.size(), GetParam().size);
+  const QWidget* scope = Find<QWidget>("Scope");
+  EXPECT_GE(scope->height(), GetParam().leastPlotShare * window.height());
+  for (const QPushButton* button : window.findChildren<QPushButton*>()) {
+    if (!button->isVisible()) continue;
+    EXPECT_GE(button->width(), button->fontMetrics().horizontalAdvance(button->text()))
+        << qPrintable(button->objectName());
+    const QRect place(button->mapTo(&window, QPoint()), button->size());
+    EXPECT_TRUE(window.rect().contains(place)) << qPrintable(button->objectName());
+    for (const QPushButton* other : window.findChildren<QPushButton*>()) {
+      if (other == button || !other->isVisible() || other->parent() != button->parent()) continue;
+      EXPECT_FALSE(other->geometry().intersects(button->geometry()))
+          << qPrintable(button->objectName() + " over " + other->objectName());
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, WindowSize,
+                         testing::Values(SizeCase{{727, 345}, 0.45}, SizeCase{{1280, 720}, 0.6},
+                                         SizeCase{{1920, 1080}, 0.75}, SizeCase{{3840, 2160}, 0.75}));
+
+}  // namespace
+}  // namespace spectrino
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  // The build lists the tests by running this program, and it has no display.
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication application(argc, argv);
+  QApplication::setApplicationVersion("test");
+  spectrino::ApplyTheme(application);
+  return RUN_ALL_TESTS();
+}
