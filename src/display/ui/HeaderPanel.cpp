@@ -54,7 +54,7 @@ HeaderPanel::HeaderPanel(QWidget* parent) : QWidget(parent) {
   lblSMeter_->setMinimumWidth(lblSMeter_->fontMetrics().horizontalAdvance("S9+60") * 3 / 2);
   chkTop_ = MakeButton("chkTop", QString::fromUtf8("\u25B2"), tr("Always on top"), this);
   chkTop_->setCheckable(true);
-  cmdFullScreen_ = MakeButton("cmdFullScreen", QString::fromUtf8("\u26F6"), tr("Full screen"), this);
+  cmdFullScreen_ = MakeButton("cmdFullScreen", QString::fromUtf8("\u21F2"), tr("Full screen"), this);
   cmdFullScreen_->setCheckable(true);
 
   auto* row = new QHBoxLayout(this);
@@ -140,7 +140,7 @@ void HeaderPanel::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   const bool small = event->size().width() < kSmallWidth;
   bar_->setFixedWidth(small ? 110 : 190);
-  devicesBox_->setMaximumWidth(small ? 140 : 260);
+  devicesBox_->setFixedWidth(small ? 140 : 230);
   ShowSubFrequency(lblFreqB_->text());
 }
 
