@@ -1,6 +1,8 @@
-// The demo band as a sound input, always there.
+// The demo signal as a sound input, so that the program runs on a machine without a sound card.
+// Not the signal itself: see DemoBand.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 
 #include "platform/Clock.h"
@@ -10,9 +12,9 @@ namespace spectrino {
 
 class DemoInput final : public SoundInput {
  public:
-  /// radioFreqMHz tells what the radio is tuned to, 0 while that is unknown; the band stands still around it.
-  DemoInput(const Clock& clock, std::function<double()> radioFreqMHz, std::uint32_t seed)
-      : clock_(clock), radioFreqMHz_(std::move(radioFreqMHz)), seed_(seed) {}
+  /// radioFreqMHz tells what 0 Hz receives, 0 when unknown; asked once a block. clock must outlive the input
+  /// and its streams.
+  DemoInput(const Clock& clock, std::function<double()> radioFreqMHz, std::uint32_t seed);
 
   [[nodiscard]] std::vector<SoundDevice> Devices() override;
   [[nodiscard]] std::unique_ptr<SoundStream> Open(const SoundDevice& device, int rateHz, int blockFrames,

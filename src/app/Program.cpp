@@ -23,7 +23,7 @@ Program::Program(const CommandLine& line)
       times_(std::make_unique<StageTimes>()),
       pulse_(user_),
       demo_(
-          clock_, [this] { return session_.Radio.MainFreqMHz; }, kDemoSeed) {
+          clock_, [this] { return cycle_->ZeroFreqMHz(); }, kDemoSeed) {
   session_.SearchHost = line.Demo == DemoKind::None;
   LoadIqFiles(line.IqFiles);
   std::vector<SoundInput*> inputs{&pulse_, &demo_};

@@ -69,6 +69,8 @@ class RunCycle {
   [[nodiscard]] AudioSource& Audio() { return audio_; }
   /// The source of this run, or the chosen one while stopped.
   [[nodiscard]] const std::string& SourceName() const;
+  /// What arrives at the 0 Hz of a sound card, MHz; counted from the dial while its frequency is unknown.
+  [[nodiscard]] double ZeroFreqMHz() const { return session_.Radio.MainFreqMHz - OffsetKHz() / 1000; }
   /// When the line that was shown last arrived.
   [[nodiscard]] std::chrono::steady_clock::time_point LastArrival() const { return line_.Arrived; }
   /// How long runs have lasted, all together.
