@@ -118,18 +118,16 @@ class PrivateSoundServer {
   /// Unplugs the input.
   bool UnplugSource() { return Pactl({"unload-module", "module-remap-source"}); }
 
-  /// The server stops answering, but stays connected, until Continue().
-  void Stop() { Signal(SIGSTOP); }
-  void Continue() { Signal(SIGCONT); }
+  /// The server stops answering, but stays connected.
+  void Stop() const {
+    if (server_ > 0) kill(server_, SIGSTOP);
+  }
   void Kill() {
     End(server_);
     server_ = 0;
   }
 
  private:
-  void Signal(int number) const {
-    if (server_ > 0) kill(server_, number);
-  }
   static void End(pid_t child) {
     if (child <= 0) return;
     kill(child, SIGKILL);

@@ -21,6 +21,8 @@ struct PulseRequest {
   int BlockFrames = 0;
 };
 
+/// Fails when the source or the server goes away, and when nothing arrives for 2 s; the first samples may
+/// take 4 s.
 class PulseStream final : public SoundStream {
  public:
   explicit PulseStream(PulseRequest request);
