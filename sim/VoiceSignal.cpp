@@ -1,0 +1,141 @@
+#include "sim/VoiceSignal.h"
+
+#include <algorithm>
+
+#include "sim/HashRandom.h"
+
+namespace spectrino {
+
+namespace {
+
+constexpr double kLowHz = 300;
+constexpr double kHighHz = 2700;
+constexpr std::int64_t kPhraseCells = 13;
+
+enum Detail : std::uint64_t {
+  kSilence,
+  kNoise,
+  kLoudness,
+  kOn,
+  kOff,
+  kPitch,
+  kGlide,
+  kFormant1,
+  kFormant2,
+  kTurn,
+  kPhrase,
+  kHarmonic
+};
+
+double Resonance(double hz, double formantHz, double widthHz) {
+  const double distance = (hz - formantHz) / widthHz;
+  return 1 / (1 + distance * distance);
+}
+
+/// The transmitter's filter: flat in between, 150 Hz of slope at either end.
+double SidebandFilter(double hz) {
+  return std::clamp((hz - kLowHz) / 150, 0.0, 1.0) * std::clamp((kHighHz - hz) / 150, 0.0, 1.0);
+}
+
+/// Harmonics of pitchHz under two formants and a third at 2.5 kHz; the strongest has weight 1.
+HarmonicBank MakeBank(double pitchHz, double formant1Hz, double formant2Hz, std::uint64_t key) {
+  HarmonicBank bank;
+  bank.Count = std::min(HarmonicBank::kMaxCount, static_cast<int>(kHighHz / pitchHz));
+  std::array<double, HarmonicBank::kMaxCount> size{};
+  double largest = 1e-9;
+  for (int k = 0; k < bank.Count; ++k) {
+    const double hz = pitchHz * (k + 1);
+    const double voice = Resonance(hz, formant1Hz, 130) + 0.5 * Resonance(hz, formant2Hz, 180) +
+                         0.2 * Resonance(hz, 2500, 250) + 0.01;
+    size[static_cast<std::size_t>(k)] = voice * SidebandFilter(hz);
+    largest = std::max(largest, size[static_cast<std::size_t>(k)]);
+  }
+  for (int k = 0; k < bank.Count; ++k) {
+    const auto at = static_cast<std::size_t>(k);
+    const Phasor phase = UnitPhasor(Unit(Mix(key, kHarmonic, at)));
+    const auto weight = static_cast<float>(size[at] / largest);
+    bank.Weight[at] = {phase.Re * weight, phase.Im * weight};
+  }
+  return bank;
+}
+
+}  // namespace
+
+VoiceSignal::VoiceSignal(double patternHz, std::array<double, 2> levelsDb, std::uint64_t key)
+    : DemoSignal(patternHz, kHighHz + 100),
+      key_(key),
+      cellS_(Between(Mix(key, 1), 0.17, 0.23)),
+      turnS_(Between(Mix(key, 2), 7, 16)) {
+  for (std::size_t i = 0; i < speakers_.size(); ++i) {
+    speakers_[i].Strength = {levelsDb[i], 3, Between(Mix(key, 3, i), 5, 11), Unit(Mix(key, 4, i))};
+    speakers_[i].PitchHz = Between(Mix(key, 5, i), 95, 200);
+  }
+}
+
+void VoiceSignal::MakeSyllable(std::int64_t cell) {
+  syllable_ = {};
+  syllable_.Cell = cell;
+  const double startS = static_cast<double>(cell) * cellS_;
+  const auto turn = static_cast<std::int64_t>(std::floor(startS / turnS_));
+  const std::uint64_t turnKey = Mix(key_, kTurn, static_cast<std::uint64_t>(turn));
+  const std::uint64_t key = Mix(key_, static_cast<std::uint64_t>(cell));
+  const auto draw = [key](Detail detail) { return Mix(key, detail); };
+
+  const std::uint64_t phraseKey = Mix(key_, kPhrase, static_cast<std::uint64_t>(cell / kPhraseCells));
+  const auto spoken = kPhraseCells - 2 - static_cast<std::int64_t>(phraseKey % 3);
+  const bool breath = cell % kPhraseCells >= spoken;
+  const bool nobody = Unit(turnKey) < 0.12;
+  if (breath || nobody || Unit(draw(kSilence)) < 0.08) return;
+
+  const Speaker& speaker = speakers_[static_cast<std::size_t>(turn & 1)];
+  const bool noise = Unit(draw(kNoise)) < 0.22;  // s, sh, f
+  syllable_.Amplitude = speaker.Strength.AmplitudeAt(startS) *
+                        std::pow(10.0, Between(draw(kLoudness), noise ? -22 : -9, noise ? -14 : 0) / 20);
+  syllable_.OnS = cellS_ * Between(draw(kOn), 0.02, 0.2);
+  syllable_.OffS = cellS_ * Between(draw(kOff), noise ? 0.55 : 0.75, noise ? 0.8 : 0.98);
+  syllable_.PitchHz = noise ? 70 : speaker.PitchHz * Between(draw(kPitch), 0.85, 1.25);
+  syllable_.GlideHzPerS = noise ? 0 : syllable_.PitchHz * Between(draw(kGlide), -1.2, 0.7);
+  syllable_.Roughness = noise ? 0.12 : 0.003;
+  const double formant1 = noise ? 1700 : Between(draw(kFormant1), 330, 750);
+  const double formant2 = noise ? 2200 : Between(draw(kFormant2), 950, 2200);
+  syllable_.Bank = MakeBank(syllable_.PitchHz, formant1, formant2, key);
+}
+
+double VoiceSignal::EnvelopeAt(double secondsInCell) const {
+  constexpr double kAttackS = 0.02;
+  constexpr double kDecayS = 0.06;
+  const double inside =
+      std::min((secondsInCell - syllable_.OnS) / kAttackS, (syllable_.OffS - secondsInCell) / kDecayS);
+  return syllable_.Amplitude * (0.5 - 0.5 * std::cos(std::numbers::pi * std::clamp(inside, 0.0, 1.0)));
+}
+
+double VoiceSignal::PitchCyclesAt(double secondsInCell) const {
+  const double s = secondsInCell;
+  const double jitter =
+      std::sin(2 * std::numbers::pi * 17 * s) + 0.7 * std::sin(2 * std::numbers::pi * 41 * s);
+  return (syllable_.PitchHz + syllable_.GlideHzPerS * s / 2) * s + syllable_.Roughness * jitter;
+}
+
+void VoiceSignal::AddTo(const Slice& slice, const Placement& place, SliceBuffer& out) {
+  const double start = slice.StartS() + place.TimeShiftS;
+  const auto cell = static_cast<std::int64_t>(std::floor(start / cellS_));
+  if (cell != syllable_.Cell) MakeSyllable(cell);
+  if (syllable_.Amplitude <= 0) return;
+
+  const double from = start - static_cast<double>(cell) * cellS_;
+  const double to = from + slice.LengthS();
+  const double gainFrom = EnvelopeAt(from) * place.Gain;
+  const double gainTo = EnvelopeAt(to) * place.Gain;
+  if (gainFrom <= 0 && gainTo <= 0) return;
+  std::array<float, kMaxSliceFrames> envelope;
+  const std::span<float> used(envelope.data(), static_cast<std::size_t>(slice.Frames));
+  FillRamp(used, gainFrom, gainTo);
+
+  const double side = place.LowerSideband ? -1 : 1;
+  const double cycles = PitchCyclesAt(from);
+  const double cyclesPerFrame = (PitchCyclesAt(to) - cycles) / slice.Frames;
+  AddHarmonics(used, Rotator(place.OffsetHz * slice.StartS(), place.OffsetHz / slice.RateHz),
+               Rotator(side * cycles, side * cyclesPerFrame), syllable_.Bank, out);
+}
+
+}  // namespace spectrino
