@@ -12,10 +12,6 @@ namespace {
 // Shorter edges click, longer ones make fast keying soft. Shorter than a dit at any speed in use.
 constexpr double kEdgeS = 0.006;
 
-Rotator CarrierOf(const Slice& slice, const Placement& place) {
-  return {place.OffsetHz * slice.StartS(), place.OffsetHz / slice.RateHz};
-}
-
 }  // namespace
 
 CwSignal::CwSignal(double patternHz, const Fading& fading, const Keying& keying, int rateHz)
@@ -69,7 +65,7 @@ void CwSignal::AddTo(const Slice& slice, const Placement& place, SliceBuffer& ou
       }
     }
   }
-  AddTone(used, CarrierOf(slice, place), out);
+  AddTone(used, Rotator(CarrierOf(slice, place)), out);
 }
 
 void CarrierSignal::AddTo(const Slice& slice, const Placement& place, SliceBuffer& out) {
@@ -78,7 +74,7 @@ void CarrierSignal::AddTo(const Slice& slice, const Placement& place, SliceBuffe
   const double start = slice.StartS() + place.TimeShiftS;
   FillRamp(used, fading_.AmplitudeAt(start) * place.Gain,
            fading_.AmplitudeAt(start + slice.LengthS()) * place.Gain);
-  AddTone(used, CarrierOf(slice, place), out);
+  AddTone(used, Rotator(CarrierOf(slice, place)), out);
 }
 
 }  // namespace spectrino

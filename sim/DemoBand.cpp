@@ -16,7 +16,7 @@ constexpr double kZeroHzLevelDb = -98;
 constexpr double kSidebandChangeHz = 10e6;  // voices use the lower sideband below
 constexpr double kBandEdgeShare = 0.015;    // slope of the converter's input filter, as a share of the rate
 
-/// Slices last 1.3 to 1.5 ms at every rate.
+/// A power of two that lasts 1.3 to 1.5 ms at every rate.
 int SliceFramesFor(int rateHz) {
   int frames = 16;
   while (frames < kMaxSliceFrames && frames * 1000 < rateHz) frames *= 2;

@@ -38,6 +38,11 @@ struct Placement {
   double Gain = 1;             ///< below 1 at the edges of the sampled band
 };
 
+/// The phase of the signal's carrier during the slice.
+[[nodiscard]] inline PhaseLine CarrierOf(const Slice& slice, const Placement& place) {
+  return {place.OffsetHz * slice.StartS(), place.OffsetHz / slice.RateHz};
+}
+
 /// Slow fading: the level swings by DepthDb either way in two unrelated periods.
 struct Fading {
   double LevelDb = -100;
@@ -51,13 +56,6 @@ struct Fading {
     return AmplitudeOf(LevelDb + DepthDb * (0.7 * slow + 0.3 * fast));
   }
 };
-
-/// Fills the envelope with a straight line from start towards end (reached one frame past the last).
-inline void FillRamp(std::span<float> envelope, double start, double end) {
-  const auto first = static_cast<float>(start);
-  const auto step = static_cast<float>((end - start) / static_cast<double>(envelope.size()));
-  for (std::size_t i = 0; i < envelope.size(); ++i) envelope[i] = first + step * static_cast<float>(i);
-}
 
 class DemoSignal {
  public:

@@ -70,10 +70,8 @@ void SlotSignal::AddTo(const Slice& slice, const Placement& place, SliceBuffer& 
 
   const double cycles = ToneCycles(slot, sent);
   const double advance = std::remainder(ToneCycles(slot, sentAfter) - cycles, 1.0);
-  AddTone(used,
-          Rotator(place.OffsetHz * slice.StartS() + cycles,
-                  place.OffsetHz / slice.RateHz + advance / slice.Frames),
-          out);
+  const PhaseLine tones{cycles, advance / slice.Frames};
+  AddTone(used, Rotator(CarrierOf(slice, place) + tones), out);
 }
 
 }  // namespace spectrino

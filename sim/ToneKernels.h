@@ -1,4 +1,4 @@
-// The inner loops of the demo band: one tone, or one bank of harmonics, added to a slice of samples.
+// The inner loop of the demo band: one tone added to a slice of samples.
 // Knows nothing of stations; a phase is given in cycles, an envelope sample by sample.
 #pragma once
 
@@ -49,19 +49,35 @@ inline void StoreLanes(float* to, Lanes lanes) {
   std::memcpy(to, &lanes, sizeof lanes);
 }
 
+/// A phase that runs straight through a slice.
+struct PhaseLine {
+  double Cycles = 0;  ///< at the first frame
+  double CyclesPerFrame = 0;
+};
+
+[[nodiscard]] inline PhaseLine operator+(PhaseLine a, PhaseLine b) {
+  return {a.Cycles + b.Cycles, a.CyclesPerFrame + b.CyclesPerFrame};
+}
+
+[[nodiscard]] inline PhaseLine operator*(double factor, PhaseLine line) {
+  return {factor * line.Cycles, factor * line.CyclesPerFrame};
+}
+
 /// A tone as eight neighbouring frames that step on by eight. Exact at the start; the error of the
 /// recurrence stays below 1e-5 over a slice.
 class Rotator {
  public:
-  Rotator(double cycles, double cyclesPerFrame) {
-    const Phasor step = UnitPhasor(cyclesPerFrame);
-    Phasor phasor = UnitPhasor(cycles);
+  explicit Rotator(PhaseLine line) {
+    const Phasor step = UnitPhasor(line.CyclesPerFrame);
+    Phasor phasor = UnitPhasor(line.Cycles);
     for (int frame = 0; frame < kKernelFrames; ++frame) {
       Re[frame / 4][frame % 4] = phasor.Re;
       Im[frame / 4][frame % 4] = phasor.Im;
       phasor = phasor * step;
     }
-    step_ = UnitPhasor(cyclesPerFrame * kKernelFrames);
+    step_ = step * step;
+    step_ = step_ * step_;
+    step_ = step_ * step_;
   }
 
   void Advance() {
@@ -79,6 +95,18 @@ class Rotator {
   Phasor step_;
 };
 
+/// Fills the envelope with a straight line from start towards end, which it would reach one frame past the
+/// last. Size as in AddTone.
+inline void FillRamp(std::span<float> envelope, double start, double end) {
+  const auto first = static_cast<float>(start);
+  const auto step = static_cast<float>((end - start) / static_cast<double>(envelope.size()));
+  Lanes lanes{first, first + step, first + 2 * step, first + 3 * step};
+  for (std::size_t i = 0; i < envelope.size(); i += 4) {
+    StoreLanes(&envelope[i], lanes);
+    lanes += 4 * step;
+  }
+}
+
 /// Adds envelope * tone. envelope.size() is a multiple of kKernelFrames, at most kMaxSliceFrames.
 inline void AddTone(std::span<const float> envelope, Rotator tone, SliceBuffer& out) {
   for (std::size_t frame = 0; frame < envelope.size(); frame += kKernelFrames) {
@@ -89,42 +117,6 @@ inline void AddTone(std::span<const float> envelope, Rotator tone, SliceBuffer& 
       StoreLanes(&out.Im[at], LoadLanes(&out.Im[at]) + gain * tone.Im[half]);
     }
     tone.Advance();
-  }
-}
-
-/// Weights of the harmonics 1, 2, ... Count of a pitch.
-struct HarmonicBank {
-  static constexpr int kMaxCount = 40;
-  int Count = 0;
-  std::array<Phasor, kMaxCount> Weight{};
-};
-
-/// Adds envelope * carrier * sum over k of Weight[k-1] * pitch^k. Sizes as in AddTone.
-inline void AddHarmonics(std::span<const float> envelope, Rotator carrier, Rotator pitch,
-                         const HarmonicBank& bank, SliceBuffer& out) {
-  for (std::size_t frame = 0; frame < envelope.size(); frame += kKernelFrames) {
-    Lanes re[2]{};
-    Lanes im[2]{};
-    // Horner's rule: one complex product a harmonic, where a tone each would also need its own phase.
-    for (int k = bank.Count - 1; k >= 0; --k) {
-      const Phasor weight = bank.Weight[static_cast<std::size_t>(k)];
-      for (int half = 0; half < 2; ++half) {
-        const Lanes sumRe = re[half] + weight.Re;
-        const Lanes sumIm = im[half] + weight.Im;
-        re[half] = sumRe * pitch.Re[half] - sumIm * pitch.Im[half];
-        im[half] = sumRe * pitch.Im[half] + sumIm * pitch.Re[half];
-      }
-    }
-    for (int half = 0; half < 2; ++half) {
-      const std::size_t at = frame + 4 * static_cast<std::size_t>(half);
-      const Lanes gain = LoadLanes(&envelope[at]);
-      const Lanes tuneRe = re[half] * carrier.Re[half] - im[half] * carrier.Im[half];
-      const Lanes tuneIm = re[half] * carrier.Im[half] + im[half] * carrier.Re[half];
-      StoreLanes(&out.Re[at], LoadLanes(&out.Re[at]) + gain * tuneRe);
-      StoreLanes(&out.Im[at], LoadLanes(&out.Im[at]) + gain * tuneIm);
-    }
-    carrier.Advance();
-    pitch.Advance();
   }
 }
 

@@ -40,21 +40,21 @@ double SidebandFilter(double hz) {
 /// Harmonics of pitchHz under two formants and a third at 2.5 kHz; the strongest has weight 1.
 HarmonicBank MakeBank(double pitchHz, double formant1Hz, double formant2Hz, std::uint64_t key) {
   HarmonicBank bank;
-  bank.Count = std::min(HarmonicBank::kMaxCount, static_cast<int>(kHighHz / pitchHz));
+  bank.First = static_cast<int>(std::ceil(kLowHz / pitchHz));
+  bank.Count = std::min(HarmonicBank::kMaxCount, static_cast<int>(kHighHz / pitchHz) - bank.First + 1);
   std::array<double, HarmonicBank::kMaxCount> size{};
   double largest = 1e-9;
-  for (int k = 0; k < bank.Count; ++k) {
-    const double hz = pitchHz * (k + 1);
+  for (std::size_t i = 0; i < static_cast<std::size_t>(bank.Count); ++i) {
+    const double hz = pitchHz * (bank.First + static_cast<int>(i));
     const double voice = Resonance(hz, formant1Hz, 130) + 0.5 * Resonance(hz, formant2Hz, 180) +
                          0.2 * Resonance(hz, 2500, 250) + 0.01;
-    size[static_cast<std::size_t>(k)] = voice * SidebandFilter(hz);
-    largest = std::max(largest, size[static_cast<std::size_t>(k)]);
+    size[i] = voice * SidebandFilter(hz);
+    largest = std::max(largest, size[i]);
   }
-  for (int k = 0; k < bank.Count; ++k) {
-    const auto at = static_cast<std::size_t>(k);
-    const Phasor phase = UnitPhasor(Unit(Mix(key, kHarmonic, at)));
-    const auto weight = static_cast<float>(size[at] / largest);
-    bank.Weight[at] = {phase.Re * weight, phase.Im * weight};
+  for (std::size_t i = 0; i < static_cast<std::size_t>(bank.Count); ++i) {
+    const Phasor phase = UnitPhasor(Unit(Mix(key, kHarmonic, i)));
+    const auto weight = static_cast<float>(size[i] / largest);
+    bank.Weight[i] = {phase.Re * weight, phase.Im * weight};
   }
   return bank;
 }
@@ -133,9 +133,8 @@ void VoiceSignal::AddTo(const Slice& slice, const Placement& place, SliceBuffer&
 
   const double side = place.LowerSideband ? -1 : 1;
   const double cycles = PitchCyclesAt(from);
-  const double cyclesPerFrame = (PitchCyclesAt(to) - cycles) / slice.Frames;
-  AddHarmonics(used, Rotator(place.OffsetHz * slice.StartS(), place.OffsetHz / slice.RateHz),
-               Rotator(side * cycles, side * cyclesPerFrame), syllable_.Bank, out);
+  const PhaseLine pitch{cycles, (PitchCyclesAt(to) - cycles) / slice.Frames};
+  AddHarmonics(used, CarrierOf(slice, place), side * pitch, syllable_.Bank, out);
 }
 
 }  // namespace spectrino

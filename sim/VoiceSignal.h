@@ -5,6 +5,7 @@
 #include <array>
 
 #include "sim/DemoSignal.h"
+#include "sim/HarmonicKernel.h"
 
 namespace spectrino {
 
