@@ -12,6 +12,11 @@ constexpr double kLowHz = 300;
 constexpr double kHighHz = 2700;
 constexpr std::int64_t kPhraseCells = 13;
 
+// Hissing consonants are a low pitch, shaken by so much that the higher harmonics run into one another.
+constexpr double kNoisePitchHz = 70;
+constexpr double kNoiseRoughness = 0.02;
+constexpr double kNoiseSwing = 0.08;  // largest change of pitch by the roughness
+
 enum Detail : std::uint64_t {
   kSilence,
   kNoise,
@@ -37,18 +42,28 @@ double SidebandFilter(double hz) {
   return std::clamp((hz - kLowHz) / 150, 0.0, 1.0) * std::clamp((kHighHz - hz) / 150, 0.0, 1.0);
 }
 
-/// Harmonics of pitchHz under two formants and a third at 2.5 kHz; the strongest has weight 1.
-HarmonicBank MakeBank(double pitchHz, double formant1Hz, double formant2Hz, std::uint64_t key) {
+/// A pitch that glides from one value to the other within a syllable.
+struct PitchRange {
+  double FromHz;
+  double ToHz;
+};
+
+/// Harmonics of a pitch under two formants and a third at 2.5 kHz; the strongest has weight 1. The filter
+/// holds for the whole glide.
+HarmonicBank MakeBank(PitchRange pitch, double formant1Hz, double formant2Hz, std::uint64_t key) {
   HarmonicBank bank;
-  bank.First = static_cast<int>(std::ceil(kLowHz / pitchHz));
-  bank.Count = std::min(HarmonicBank::kMaxCount, static_cast<int>(kHighHz / pitchHz) - bank.First + 1);
+  bank.First = static_cast<int>(std::ceil(kLowHz / std::min(pitch.FromHz, pitch.ToHz)));
+  const int last = static_cast<int>(kHighHz / std::max(pitch.FromHz, pitch.ToHz));
+  bank.Count = std::clamp(last - bank.First + 1, 0, HarmonicBank::kMaxCount);
   std::array<double, HarmonicBank::kMaxCount> size{};
   double largest = 1e-9;
   for (std::size_t i = 0; i < static_cast<std::size_t>(bank.Count); ++i) {
-    const double hz = pitchHz * (bank.First + static_cast<int>(i));
+    const int harmonic = bank.First + static_cast<int>(i);
+    const double hz = harmonic * (pitch.FromHz + pitch.ToHz) / 2;
     const double voice = Resonance(hz, formant1Hz, 130) + 0.5 * Resonance(hz, formant2Hz, 180) +
                          0.2 * Resonance(hz, 2500, 250) + 0.01;
-    size[i] = voice * SidebandFilter(hz);
+    size[i] =
+        voice * std::min(SidebandFilter(harmonic * pitch.FromHz), SidebandFilter(harmonic * pitch.ToHz));
     largest = std::max(largest, size[i]);
   }
   for (std::size_t i = 0; i < static_cast<std::size_t>(bank.Count); ++i) {
@@ -93,12 +108,16 @@ void VoiceSignal::MakeSyllable(std::int64_t cell) {
                         std::pow(10.0, Between(draw(kLoudness), noise ? -22 : -9, noise ? -14 : 0) / 20);
   syllable_.OnS = cellS_ * Between(draw(kOn), 0.02, 0.2);
   syllable_.OffS = cellS_ * Between(draw(kOff), noise ? 0.55 : 0.75, noise ? 0.8 : 0.98);
-  syllable_.PitchHz = noise ? 70 : speaker.PitchHz * Between(draw(kPitch), 0.85, 1.25);
-  syllable_.GlideHzPerS = noise ? 0 : syllable_.PitchHz * Between(draw(kGlide), -1.2, 0.7);
-  syllable_.Roughness = noise ? 0.12 : 0.003;
+  syllable_.PitchHz = noise ? kNoisePitchHz : speaker.PitchHz * Between(draw(kPitch), 0.85, 1.25);
+  syllable_.GlideHzPerS = noise ? 0 : syllable_.PitchHz * Between(draw(kGlide), -0.8, 0.6);
+  syllable_.Roughness = noise ? kNoiseRoughness : 0.003;
   const double formant1 = noise ? 1700 : Between(draw(kFormant1), 330, 750);
   const double formant2 = noise ? 2200 : Between(draw(kFormant2), 950, 2200);
-  syllable_.Bank = MakeBank(syllable_.PitchHz, formant1, formant2, key);
+  const double endHz = syllable_.PitchHz + syllable_.GlideHzPerS * cellS_;
+  const PitchRange range =
+      noise ? PitchRange{(1 - kNoiseSwing) * kNoisePitchHz, (1 + kNoiseSwing) * kNoisePitchHz}
+            : PitchRange{syllable_.PitchHz, endHz};
+  syllable_.Bank = MakeBank(range, formant1, formant2, key);
 }
 
 double VoiceSignal::EnvelopeAt(double secondsInCell) const {

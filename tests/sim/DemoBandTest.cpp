@@ -1,0 +1,224 @@
+// What an operator would see of the demo band, measured with a plain DFT.
+#include "sim/DemoBand.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <complex>
+#include <string>
+
+namespace spectrino {
+namespace {
+
+using Samples = std::vector<std::int16_t>;
+using testing::AllOf;
+using testing::Each;
+using testing::Ge;
+using testing::HasSubstr;
+using testing::Le;
+
+Samples Rendered(DemoBand& band, double fromS, int rateHz, std::size_t frames, double centreMHz) {
+  Samples block(2 * frames);
+  band.Render(static_cast<std::uint64_t>(fromS * rateHz), centreMHz, block);
+  return block;
+}
+
+/// Level that the spectrum shows offsetHz right of the centre: positive exponent over (left, right), Hann
+/// window, scaled to the level of a steady tone at 8192 points.
+double LevelAt(const Samples& block, int rateHz, double offsetHz) {
+  const std::size_t frames = block.size() / 2;
+  const auto turn = std::polar(1.0, 2 * M_PI * offsetHz / rateHz);
+  const auto windowTurn = std::polar(1.0, 2 * M_PI / static_cast<double>(frames));
+  std::complex<double> phasor = 1;
+  std::complex<double> windowPhasor = 1;
+  std::complex<double> sum = 0;
+  for (std::size_t n = 0; n < frames; ++n) {
+    const std::complex<double> sample(block[2 * n], block[2 * n + 1]);
+    sum += (1 - windowPhasor.real()) * sample * phasor;
+    phasor *= turn;
+    windowPhasor *= windowTurn;
+  }
+  return 20 * std::log10(std::abs(sum) / static_cast<double>(frames) * 2048 + 1e-9) - 156;
+}
+
+double StrongestIn(const Samples& block, int rateHz, double fromHz, double toHz, double stepHz) {
+  double strongest = -500;
+  for (double hz = fromHz; hz <= toHz; hz += stepHz) {
+    strongest = std::max(strongest, LevelAt(block, rateHz, hz));
+  }
+  return strongest;
+}
+
+class DemoBandAtRate : public testing::TestWithParam<int> {};
+
+// The band has a carrier at 4.6 kHz of every 200 kHz, with nothing at its mirror image.
+TEST_P(DemoBandAtRate, CarrierStandsAtItsFrequencyOnTheRightSide) {
+  const int rate = GetParam();
+  DemoBand band(rate, 1);
+  const auto frames = static_cast<std::size_t>(rate / 10);
+  for (const double centreMHz : {0.0, 14.0, 14.2, 14.2036, 14.2070, 1296.2}) {
+    const double offsetHz = std::remainder(4600 - centreMHz * 1e6, 200000.0);
+    const Samples block = Rendered(band, 3, rate, frames, centreMHz);
+    EXPECT_GT(LevelAt(block, rate, offsetHz), -100) << centreMHz;
+    EXPECT_LT(LevelAt(block, rate, -offsetHz), -112) << centreMHz;
+    EXPECT_LT(LevelAt(block, rate, offsetHz + 100), -112) << centreMHz;
+  }
+}
+
+TEST_P(DemoBandAtRate, WeakBirdieStaysAtZeroHzWhileTheNoiseStaysBelowIt) {
+  const int rate = GetParam();
+  DemoBand band(rate, 1);
+  for (const double centreMHz : {14.063, 7.0722}) {  // free frequencies
+    const Samples block = Rendered(band, 1, rate, 8192, centreMHz);
+    EXPECT_NEAR(LevelAt(block, rate, 0), -98, 2.5);
+    double power = 0;
+    for (int i = 0; i < 64; ++i) power += std::pow(10.0, LevelAt(block, rate, 200 + 9.0 * i) / 10);
+    // 8192 frames instead of 2048 lower the noise by 6 dB, the window raises it by 1.8 dB.
+    EXPECT_NEAR(10 * std::log10(power / 64) + 6 - 1.8, -122.5, 2);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(AllRates, DemoBandAtRate, testing::ValuesIn(kSoundRatesHz));
+
+TEST(DemoBand, SomethingIsOnTheAirWhereverTheRadioIs) {
+  constexpr int kRate = 22050;
+  DemoBand band(kRate, 1);
+  double strongestOfAll = -500;
+  for (double centreMHz = 21.0; centreMHz < 21.2; centreMHz += 0.01) {
+    double strongest = -500;
+    for (double second = 0; second < 30; second += 3.7) {
+      const Samples block = Rendered(band, second, kRate, 1024, centreMHz);
+      // What the lowest rate shows around the centre, less the birdie.
+      strongest = std::max(
+          {strongest, StrongestIn(block, kRate, -5400, -600, 25), StrongestIn(block, kRate, 600, 5400, 25)});
+    }
+    EXPECT_GT(strongest, -98) << centreMHz;
+    strongestOfAll = std::max(strongestOfAll, strongest);
+  }
+  EXPECT_LT(strongestOfAll, -35);
+  EXPECT_GT(strongestOfAll, -60);
+}
+
+TEST(DemoBand, SameSeedIsTheSameBandHoweverItIsCut) {
+  constexpr double kCentreMHz = 14.074;
+  DemoBand whole(96000, 7);
+  DemoBand pieces(96000, 7);
+  DemoBand other(96000, 8);
+  const Samples expected = Rendered(whole, 5, 96000, 9000, kCentreMHz);
+
+  // Later frames first, in odd lengths, and with a visit to another frequency in between.
+  Samples got(expected.size());
+  const std::uint64_t first = 5 * 96000;
+  pieces.Render(first + 4001, kCentreMHz, std::span(got).subspan(2 * 4001));
+  Samples elsewhere(200);
+  pieces.Render(77, 3.5, elsewhere);
+  for (std::size_t frame = 0; frame < 4001; frame += 127) {
+    pieces.Render(first + frame, kCentreMHz,
+                  std::span(got).subspan(2 * frame, 2 * std::min<std::size_t>(127, 4001 - frame)));
+  }
+  EXPECT_EQ(got, expected);
+  EXPECT_NE(Rendered(other, 5, 96000, 9000, kCentreMHz), expected);
+}
+
+TEST(DemoBand, NonsenseFromTheRadioLinkShowsTheStandingBand) {
+  DemoBand band(48000, 1);
+  const Samples standing = Rendered(band, 2, 48000, 1000, 0);
+  for (const double mhz : {std::nan(""), -14.0, static_cast<double>(INFINITY)}) {
+    EXPECT_EQ(Rendered(band, 2, 48000, 1000, mhz), standing) << mhz;
+  }
+}
+
+/// Dots and dashes with " " between letters and "/" between words, from the tone offsetHz above the centre.
+std::string CopyMorse(const Samples& block, int rateHz, double offsetHz, double ditS) {
+  constexpr int kSteps = 12;  // to a dit
+  const auto window = static_cast<std::size_t>(ditS * rateHz / kSteps);
+  std::string copied;
+  int run = 0;
+  bool down = false;
+  for (std::size_t at = 0; at + window <= block.size() / 2; at += window) {
+    const auto from = block.begin() + static_cast<std::ptrdiff_t>(2 * at);
+    const Samples part(from, from + static_cast<std::ptrdiff_t>(2 * window));
+    const bool now = LevelAt(part, rateHz, offsetHz) > -68;
+    if (now == down) {
+      ++run;
+      continue;
+    }
+    const double dits = static_cast<double>(run) / kSteps;
+    if (down) copied += dits < 2 ? "." : "-";
+    if (!down && dits > 2) copied += dits < 5 ? " " : "/";
+    down = now;
+    run = 1;
+  }
+  return copied;
+}
+
+TEST(DemoBand, TelegraphyIsReadableAndDoesNotClick) {
+  constexpr int kRate = 11025;
+  DemoBand band(kRate, 1);
+  const Samples block = Rendered(band, 0, kRate, 30 * kRate, 14.020);
+  EXPECT_THAT(CopyMorse(block, kRate, 1150, 1.2 / 32), HasSubstr("/-.-. --.-/- . ... -/--.- "));  // CQ TEST Q
+
+  double strongest = -500;
+  for (std::size_t frame = 0; frame + 1024 <= block.size() / 2; frame += 512) {
+    const Samples part(block.begin() + static_cast<std::ptrdiff_t>(2 * frame),
+                       block.begin() + static_cast<std::ptrdiff_t>(2 * (frame + 1024)));
+    strongest = std::max(strongest, StrongestIn(part, kRate, 1900, 2500, 10));
+  }
+  EXPECT_LT(strongest, -103) << "the noise of 1000 readings alone reaches -108";
+}
+
+struct Sideband {
+  double CentreMHz;
+  double Side;
+};
+class DemoVoice : public testing::TestWithParam<Sideband> {};
+
+TEST_P(DemoVoice, TalksInTheSidebandOfTheBandAndPauses) {
+  constexpr int kRate = 11025;
+  const auto [centreMHz, side] = GetParam();
+  DemoBand band(kRate, 1);
+  int loud = 0;
+  int silent = 0;
+  for (double second = 0; second < 40; second += 0.25) {
+    const Samples block = Rendered(band, second, kRate, 512, centreMHz);
+    const double used =
+        StrongestIn(block, kRate, std::min(300 * side, 2700 * side), std::max(300 * side, 2700 * side), 20);
+    const double unused = StrongestIn(block, kRate, std::min(-300 * side, -2700 * side),
+                                      std::max(-300 * side, -2700 * side), 20);
+    const double above = StrongestIn(block, kRate, 2900, 3500, 20);
+    const double below = StrongestIn(block, kRate, -3500, -2900, 20);
+    EXPECT_THAT((std::vector{unused, above, below}), Each(Le(-95))) << second;
+    loud += used > -85 ? 1 : 0;
+    silent += used < -105 ? 1 : 0;
+  }
+  EXPECT_THAT(loud, AllOf(Ge(40), Le(140)));
+  EXPECT_THAT(silent, AllOf(Ge(15), Le(110)));
+}
+
+INSTANTIATE_TEST_SUITE_P(Bands, DemoVoice, testing::Values(Sideband{14.151, 1}, Sideband{7.151, -1}));
+
+TEST(DemoBand, DigitalGroupSendsInSlotsOfFifteenSeconds) {
+  constexpr int kRate = 11025;
+  DemoBand band(kRate, 1);
+  std::vector<double> pauseStarts;
+  int quietTicks = 0;
+  for (int tick = 0; tick < 480; ++tick) {  // 48 s
+    const Samples block = Rendered(band, 0.1 * tick, kRate, 1024, 14.0735);
+    if (StrongestIn(block, kRate, 700, 3000, 20) < -107) {
+      ++quietTicks;
+      continue;
+    }
+    if (quietTicks > 10) {
+      EXPECT_NEAR(0.1 * quietTicks, 15 - 12.64, 0.35);
+      pauseStarts.push_back(0.1 * (tick - quietTicks));
+    }
+    quietTicks = 0;
+  }
+  ASSERT_GE(pauseStarts.size(), 2U);
+  for (std::size_t i = 1; i < pauseStarts.size(); ++i) {
+    EXPECT_NEAR(pauseStarts[i] - pauseStarts[i - 1], 15, 0.35);
+  }
+}
+
+}  // namespace
+}  // namespace spectrino

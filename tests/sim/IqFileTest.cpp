@@ -1,0 +1,174 @@
+// I/Q files, good and bad, byte by byte.
+#include "sim/IqFile.h"
+
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
+namespace spectrino {
+namespace {
+
+const std::vector<std::int16_t> kSamples{1, -2, 300, -400, 32767, -32768, 0, 7};
+const std::string kPcmGuidTail("\x00\x00\x00\x00\x10\x00\x80\x00\x00\xAA\x00\x38\x9B\x71", 14);
+
+std::string Number(std::uint32_t value, int bytes) {
+  std::string text;
+  for (int i = 0; i < bytes; ++i) text += static_cast<char>(value >> (8 * i) & 0xFF);
+  return text;
+}
+
+std::string Chunk(const std::string& id, const std::string& body, std::optional<std::uint32_t> size = {}) {
+  const auto actual = static_cast<std::uint32_t>(body.size());
+  return id + Number(size.value_or(actual), 4) + body + (body.size() % 2 != 0 ? std::string(1, '\0') : "");
+}
+
+std::string Format(std::uint32_t tag, std::uint32_t channels, std::uint32_t rate, std::uint32_t bits) {
+  const std::uint32_t frame = channels * bits / 8;
+  return Number(tag, 2) + Number(channels, 2) + Number(rate, 4) + Number(rate * frame, 4) + Number(frame, 2) +
+         Number(bits, 2);
+}
+
+std::string Extensible(std::uint32_t tag, const std::string& guidTail) {
+  return Format(0xFFFE, 2, 48000, 16) + Number(22, 2) + Number(16, 2) + Number(3, 4) + Number(tag, 2) +
+         guidTail;
+}
+
+std::string Riff(const std::string& chunks) {
+  return Chunk("RIFF", "WAVE" + chunks);
+}
+
+std::string Body() {
+  std::string body;
+  for (const std::int16_t sample : kSamples) body += Number(static_cast<std::uint16_t>(sample), 2);
+  return body;
+}
+
+std::string Good() {
+  return Riff(Chunk("fmt ", Format(1, 2, 48000, 16)) + Chunk("data", Body()));
+}
+
+struct Case {
+  std::string Name;
+  std::string Bytes;
+  std::string Message = {};                      ///< after "path: "; empty: the file is good
+  std::vector<std::int16_t> Samples = kSamples;  ///< of a good file
+};
+
+void PrintTo(const Case& c, std::ostream* os) {
+  *os << c.Name;
+}
+
+class IqFileTest : public testing::TestWithParam<Case> {
+ protected:
+  ~IqFileTest() override { std::filesystem::remove(path_); }
+
+  std::optional<IqFile> Load(const std::string& bytes) {
+    std::ofstream(path_, std::ios::binary | std::ios::trunc) << bytes;
+    message_.clear();
+    return LoadIqFile(path_, message_);
+  }
+
+  const std::string path_ =
+      std::filesystem::temp_directory_path() / ("spectrino-iq-" + std::to_string(getpid()) + ".wav");
+  std::string message_;
+};
+
+using IqFileCase = IqFileTest;
+
+TEST_P(IqFileCase, IsReadOrRefusedWithTheReason) {
+  const auto file = Load(GetParam().Bytes);
+  if (GetParam().Message.empty()) {
+    ASSERT_TRUE(file) << message_;
+    EXPECT_EQ(file->RateHz, 48000);
+    EXPECT_EQ(file->Samples, GetParam().Samples);
+  } else {
+    EXPECT_FALSE(file);
+    EXPECT_EQ(message_, path_ + ": " + GetParam().Message);
+  }
+}
+
+const std::string kFmt = Chunk("fmt ", Format(1, 2, 48000, 16));
+const std::string kData = Chunk("data", Body());
+
+std::string With(std::uint32_t tag, std::uint32_t channels, std::uint32_t rate, std::uint32_t bits) {
+  return Riff(Chunk("fmt ", Format(tag, channels, rate, bits)) + kData);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Good, IqFileCase,
+    testing::Values(
+        Case{"plain", Good()}, Case{"extensible", Riff(Chunk("fmt ", Extensible(1, kPcmGuidTail)) + kData)},
+        Case{"odd chunk before and after",
+             Riff(Chunk("auxi", "abc") + kFmt + Chunk("LIST", "x") + kData + Chunk("id3 ", "yz"))},
+        Case{"data before format", Riff(kData + kFmt)},
+        Case{"data size 0 while recording", Riff(kFmt + Chunk("data", Body(), 0))},
+        Case{"data size unknown", Riff(kFmt + Chunk("data", Body(), 0xFFFFFFFF))},
+        Case{"data longer than the file", Riff(kFmt + Chunk("data", Body(), 4000))},
+        Case{"last frame cut", Good().substr(0, Good().size() - 1), "", {1, -2, 300, -400, 32767, -32768}}));
+
+const std::string kRates = "; I/Q files need one of 11025, 22050, 44100, 48000, 88200, 96000, 192000 Hz";
+
+INSTANTIATE_TEST_SUITE_P(
+    Bad, IqFileCase,
+    testing::Values(
+        Case{"empty", "", "not a WAV file; I/Q files need 16-bit stereo WAV"},
+        Case{"text", "RIFF is not all that it takes", "not a WAV file; I/Q files need 16-bit stereo WAV"},
+        Case{"header only", Riff(""), "the WAV file has no format chunk; I/Q files need 16-bit stereo"},
+        Case{"short format", Riff(Chunk("fmt ", "1234") + kData),
+             "the WAV file has no format chunk; I/Q files need 16-bit stereo"},
+        Case{"mono", With(1, 1, 48000, 16), "mono; I/Q files need 16-bit stereo"},
+        Case{"surround", With(1, 6, 48000, 16), "6 channels; I/Q files need 16-bit stereo"},
+        Case{"8 bits", With(1, 2, 48000, 8), "8-bit samples; I/Q files need 16-bit stereo"},
+        Case{"24 bits", With(1, 2, 48000, 24), "24-bit samples; I/Q files need 16-bit stereo"},
+        Case{"32 bits", With(1, 2, 48000, 32), "32-bit samples; I/Q files need 16-bit stereo"},
+        Case{"float", With(3, 2, 48000, 32), "floating-point samples; I/Q files need 16-bit stereo"},
+        Case{"compressed", With(85, 2, 48000, 16),
+             "sample format 85 is not PCM; I/Q files need 16-bit stereo"},
+        Case{"extensible float", Riff(Chunk("fmt ", Extensible(3, kPcmGuidTail)) + kData),
+             "floating-point samples; I/Q files need 16-bit stereo"},
+        Case{"extensible unknown", Riff(Chunk("fmt ", Extensible(1, std::string(14, 'x'))) + kData),
+             "sample format 65534 is not PCM; I/Q files need 16-bit stereo"},
+        Case{"other rate", With(1, 2, 8000, 16), "sample rate 8000 Hz" + kRates},
+        Case{"absurd rate", With(1, 2, 0xFFFFFFFF, 16), "sample rate 4294967295 Hz" + kRates},
+        Case{"no data", Riff(kFmt), "there are no samples in it"},
+        Case{"less than a frame", Riff(kFmt + Chunk("data", "abc")), "there are no samples in it"}));
+
+TEST_F(IqFileTest, EveryTruncationGivesWholeFramesOrAReason) {
+  const std::string good = Riff(Chunk("LIST", "abc") + Chunk("fmt ", Extensible(1, kPcmGuidTail)) + kData);
+  const std::size_t dataAt = good.size() - Body().size();
+  for (std::size_t length = 0; length < good.size(); ++length) {
+    const auto file = Load(good.substr(0, length));
+    const std::size_t frames = length < dataAt ? 0 : (length - dataAt) / 4;
+    ASSERT_EQ(file.has_value(), frames > 0) << length;
+    ASSERT_EQ(message_.empty(), file.has_value()) << length;
+    if (!file) continue;
+    const auto whole = kSamples.begin() + static_cast<std::ptrdiff_t>(2 * frames);
+    ASSERT_EQ(file->Samples, std::vector<std::int16_t>(kSamples.begin(), whole)) << length;
+  }
+}
+
+TEST_F(IqFileTest, EveryDamagedByteGivesFramesOrAReason) {
+  for (std::size_t at = 0; at < Good().size(); ++at) {
+    for (const int value : {0x00, 0x01, 0x7F, 0x80, 0xFF}) {
+      std::string bytes = Good();
+      bytes[at] = static_cast<char>(value);
+      const auto file = Load(bytes);
+      ASSERT_EQ(message_.empty(), file.has_value()) << at;
+      const std::size_t samples = file ? file->Samples.size() : 2;
+      ASSERT_THAT(samples, testing::AnyOf(2, 4, 6, 8)) << at;
+    }
+  }
+}
+
+TEST_F(IqFileTest, WhatIsNotAFileIsNamed) {
+  std::string message;
+  EXPECT_FALSE(LoadIqFile("/no/such/file.wav", message));
+  EXPECT_EQ(message, "/no/such/file.wav: cannot be read: No such file or directory");
+  EXPECT_FALSE(LoadIqFile("/", message));
+  EXPECT_EQ(message, "/: is not a file");
+}
+
+}  // namespace
+}  // namespace spectrino

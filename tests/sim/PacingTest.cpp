@@ -1,0 +1,149 @@
+// The demo signal and I/Q files as sound inputs: when blocks come, and which.
+#include <gmock/gmock.h>
+
+#include <chrono>
+
+#include "fakes/FakeClock.h"
+#include "sim/DemoBand.h"
+#include "sim/DemoInput.h"
+#include "sim/IqFileInput.h"
+
+namespace spectrino {
+namespace {
+
+using namespace std::chrono_literals;
+using Samples = std::vector<std::int16_t>;
+
+/// A recording whose left sample is the frame's number and whose right is its negative.
+IqFile Counting(int rateHz, int frames) {
+  IqFile file{rateHz, {}};
+  for (int i = 0; i < frames; ++i) {
+    file.Samples.push_back(static_cast<std::int16_t>(i));
+    file.Samples.push_back(static_cast<std::int16_t>(-i));
+  }
+  return file;
+}
+
+class IqFilePlayback : public testing::Test {
+ protected:
+  void Start(int frames) {
+    input_ = std::make_unique<IqFileInput>(clock_, "/some/folder/40m.wav", Counting(48000, frames));
+    std::string reason;
+    stream_ = input_->Open(input_->Devices().at(0), 48000, 480, reason);
+    ASSERT_NE(stream_, nullptr) << reason;
+  }
+
+  /// The number of the first frame of the block that is due, -1 while none is.
+  int TakeFirst(std::size_t frames = 480) {
+    block_.assign(2 * frames, 0);
+    return stream_->TakeBlock(block_) == BlockState::Done ? block_[0] : -1;
+  }
+
+  FakeClock clock_;
+  std::unique_ptr<IqFileInput> input_;
+  std::unique_ptr<SoundStream> stream_;
+  Samples block_;
+};
+
+TEST_F(IqFilePlayback, BlocksComeInRealTimeWithoutGapOrOverlap) {
+  Start(20000);
+  EXPECT_EQ(TakeFirst(), -1);
+  clock_.Advance(9999us);
+  EXPECT_EQ(TakeFirst(), -1);
+  clock_.Advance(1us);
+  EXPECT_EQ(TakeFirst(), 0);
+  EXPECT_EQ(TakeFirst(), -1);
+  for (int block = 1; block < 40; ++block) {
+    clock_.Advance(10ms);
+    EXPECT_EQ(TakeFirst(), 480 * block);
+    EXPECT_EQ(block_.back(), -(480 * block + 479));
+  }
+  // A quarter of a second late is still caught up with.
+  clock_.Advance(250ms);
+  for (int block = 40; block < 65; ++block) EXPECT_EQ(TakeFirst(), 480 * block % 20000);
+  EXPECT_EQ(TakeFirst(), -1);
+}
+
+struct Pause {
+  std::size_t BlockFrames;
+  std::chrono::milliseconds Length;
+  int FirstFrame;  ///< of the next block
+};
+class IqFilePause : public IqFilePlayback, public testing::WithParamInterface<Pause> {};
+
+TEST_P(IqFilePause, OldBlocksAreDroppedAfterALongOne) {
+  Start(30000);
+  clock_.Advance(GetParam().Length);
+  EXPECT_EQ(TakeFirst(GetParam().BlockFrames), GetParam().FirstFrame);
+}
+
+INSTANTIATE_TEST_SUITE_P(Lengths, IqFilePause,
+                         testing::Values(Pause{480, 250ms, 0}, Pause{480, 260ms, 12000},
+                                         Pause{480, 265ms, 12000},   // 26.5 blocks: the 26th is the newest
+                                         Pause{4800, 400ms, 0},      // four blocks are longer than 1/4 s
+                                         Pause{4800, 501ms, 19200},  // the fifth
+                                         Pause{480, 100h, 29520}));  // 30000 frames pass in 0.625 s
+
+TEST_F(IqFilePlayback, LoopsWithoutASeamEvenWithinOneBlock) {
+  Start(100);
+  clock_.Advance(10ms);
+  ASSERT_EQ(TakeFirst(), 0);
+  clock_.Advance(10ms);
+  ASSERT_EQ(TakeFirst(), 80);
+  for (int i = 0; i < 480; ++i) {
+    ASSERT_EQ(block_[2 * static_cast<std::size_t>(i)], (480 + i) % 100);
+    ASSERT_EQ(block_[2 * static_cast<std::size_t>(i) + 1], -((480 + i) % 100));
+  }
+}
+
+TEST_F(IqFilePlayback, IsListedByNameAndOpensAtItsOwnRateOnly) {
+  Start(100);
+  const SoundDevice device = input_->Devices().at(0);
+  EXPECT_EQ(device.Name, "40m.wav");
+  EXPECT_EQ(device.StableId, "file:/some/folder/40m.wav");
+  std::string reason;
+  EXPECT_EQ(input_->Open(device, 96000, 480, reason), nullptr);
+  EXPECT_EQ(reason, "40m.wav was recorded at 48000 Hz and cannot be played at 96000 Hz");
+  EXPECT_EQ(input_->Open({"Other", "file:/other.wav"}, 48000, 480, reason), nullptr);
+  // A stream plays on when its input is gone.
+  input_.reset();
+  clock_.Advance(10ms);
+  EXPECT_EQ(TakeFirst(), 0);
+}
+
+TEST(DemoInputTest, DeliversTheBandOfTheMomentAtTheFrequencyOfTheMoment) {
+  FakeClock clock;
+  double radioMHz = 14.05;
+  DemoInput input(
+      clock, [&radioMHz] { return radioMHz; }, 3);
+  ASSERT_EQ(input.Devices().size(), 1U);
+  const SoundDevice device = input.Devices()[0];
+  EXPECT_EQ(device.Name, "Demo signal (no hardware)");
+  std::string reason;
+  EXPECT_EQ(input.Open(device, 8000, 512, reason), nullptr);
+  EXPECT_THAT(reason, testing::HasSubstr("8000 Hz"));
+  EXPECT_EQ(input.Open({"ICOM", ""}, 48000, 512, reason), nullptr);
+
+  const auto stream = input.Open(device, 192000, 512, reason);
+  ASSERT_NE(stream, nullptr) << reason;
+  DemoBand band(192000, 3);
+  Samples got(1024);
+  Samples expected(1024);
+  const auto expectBlockAt = [&](std::uint64_t frame) {
+    ASSERT_EQ(stream->TakeBlock(got), BlockState::Done);
+    band.Render(frame, radioMHz, expected);
+    EXPECT_EQ(got, expected);
+  };
+  EXPECT_EQ(stream->TakeBlock(got), BlockState::Pending);
+  clock.Advance(3ms);
+  expectBlockAt(0);
+  radioMHz = 7.1;
+  clock.Advance(3ms);
+  expectBlockAt(512);
+  clock.Advance(600s);  // 115201152 frames have passed: 225002.25 blocks
+  expectBlockAt(225001ULL * 512);
+  EXPECT_EQ(stream->TakeBlock(got), BlockState::Pending);
+}
+
+}  // namespace
+}  // namespace spectrino
