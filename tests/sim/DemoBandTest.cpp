@@ -106,12 +106,12 @@ TEST(DemoBand, SameSeedIsTheSameBandHoweverItIsCut) {
   DemoBand other(96000, 8);
   const Samples expected = Rendered(whole, 5, 96000, 9000, kCentreMHz);
 
-  // Later frames first, in odd lengths, and with a visit to another frequency in between.
+  // Later frames first, in odd lengths, and with the same moment on another frequency in between.
   Samples got(expected.size());
   const std::uint64_t first = 5 * 96000;
   pieces.Render(first + 4001, kCentreMHz, std::span(got).subspan(2 * 4001));
   Samples elsewhere(200);
-  pieces.Render(77, 3.5, elsewhere);
+  pieces.Render(first, 3.5, elsewhere);
   for (std::size_t frame = 0; frame < 4001; frame += 127) {
     pieces.Render(first + frame, kCentreMHz,
                   std::span(got).subspan(2 * frame, 2 * std::min<std::size_t>(127, 4001 - frame)));

@@ -45,9 +45,9 @@ std::string Body() {
   return body;
 }
 
-std::string Good() {
-  return Riff(Chunk("fmt ", Format(1, 2, 48000, 16)) + Chunk("data", Body()));
-}
+const std::string kFmt = Chunk("fmt ", Format(1, 2, 48000, 16));
+const std::string kData = Chunk("data", Body());
+const std::string kGood = Riff(kFmt + kData);
 
 struct Case {
   std::string Name;
@@ -89,9 +89,6 @@ TEST_P(IqFileCase, IsReadOrRefusedWithTheReason) {
   }
 }
 
-const std::string kFmt = Chunk("fmt ", Format(1, 2, 48000, 16));
-const std::string kData = Chunk("data", Body());
-
 std::string With(std::uint32_t tag, std::uint32_t channels, std::uint32_t rate, std::uint32_t bits) {
   return Riff(Chunk("fmt ", Format(tag, channels, rate, bits)) + kData);
 }
@@ -99,37 +96,34 @@ std::string With(std::uint32_t tag, std::uint32_t channels, std::uint32_t rate, 
 INSTANTIATE_TEST_SUITE_P(
     Good, IqFileCase,
     testing::Values(
-        Case{"plain", Good()}, Case{"extensible", Riff(Chunk("fmt ", Extensible(1, kPcmGuidTail)) + kData)},
+        Case{"plain", kGood}, Case{"extensible", Riff(Chunk("fmt ", Extensible(1, kPcmGuidTail)) + kData)},
         Case{"odd chunk before and after",
              Riff(Chunk("auxi", "abc") + kFmt + Chunk("LIST", "x") + kData + Chunk("id3 ", "yz"))},
         Case{"data before format", Riff(kData + kFmt)},
         Case{"data size 0 while recording", Riff(kFmt + Chunk("data", Body(), 0))},
         Case{"data size unknown", Riff(kFmt + Chunk("data", Body(), 0xFFFFFFFF))},
         Case{"data longer than the file", Riff(kFmt + Chunk("data", Body(), 4000))},
-        Case{"last frame cut", Good().substr(0, Good().size() - 1), "", {1, -2, 300, -400, 32767, -32768}}));
+        Case{"last frame cut", kGood.substr(0, kGood.size() - 1), "", {1, -2, 300, -400, 32767, -32768}}));
 
+const std::string kNeed = "; I/Q files need 16-bit stereo";
 const std::string kRates = "; I/Q files need one of 11025, 22050, 44100, 48000, 88200, 96000, 192000 Hz";
 
 INSTANTIATE_TEST_SUITE_P(
     Bad, IqFileCase,
     testing::Values(
-        Case{"empty", "", "not a WAV file; I/Q files need 16-bit stereo WAV"},
-        Case{"text", "RIFF is not all that it takes", "not a WAV file; I/Q files need 16-bit stereo WAV"},
-        Case{"header only", Riff(""), "the WAV file has no format chunk; I/Q files need 16-bit stereo"},
-        Case{"short format", Riff(Chunk("fmt ", "1234") + kData),
-             "the WAV file has no format chunk; I/Q files need 16-bit stereo"},
-        Case{"mono", With(1, 1, 48000, 16), "mono; I/Q files need 16-bit stereo"},
-        Case{"surround", With(1, 6, 48000, 16), "6 channels; I/Q files need 16-bit stereo"},
-        Case{"8 bits", With(1, 2, 48000, 8), "8-bit samples; I/Q files need 16-bit stereo"},
-        Case{"24 bits", With(1, 2, 48000, 24), "24-bit samples; I/Q files need 16-bit stereo"},
-        Case{"32 bits", With(1, 2, 48000, 32), "32-bit samples; I/Q files need 16-bit stereo"},
-        Case{"float", With(3, 2, 48000, 32), "floating-point samples; I/Q files need 16-bit stereo"},
-        Case{"compressed", With(85, 2, 48000, 16),
-             "sample format 85 is not PCM; I/Q files need 16-bit stereo"},
+        Case{"empty", "", "not a WAV file" + kNeed + " WAV"},
+        Case{"text", "RIFF is not all that it takes", "not a WAV file" + kNeed + " WAV"},
+        Case{"short format", Riff(Chunk("fmt ", "1234") + kData), "the WAV file has no format chunk" + kNeed},
+        Case{"mono", With(1, 1, 48000, 16), "mono" + kNeed},
+        Case{"8 bits", With(1, 2, 48000, 8), "8-bit samples" + kNeed},
+        Case{"24 bits", With(1, 2, 48000, 24), "24-bit samples" + kNeed},
+        Case{"32 bits", With(1, 2, 48000, 32), "32-bit samples" + kNeed},
+        Case{"float", With(3, 2, 48000, 32), "floating-point samples" + kNeed},
+        Case{"compressed", With(85, 2, 48000, 16), "sample format 85 is not PCM" + kNeed},
         Case{"extensible float", Riff(Chunk("fmt ", Extensible(3, kPcmGuidTail)) + kData),
-             "floating-point samples; I/Q files need 16-bit stereo"},
+             "floating-point samples" + kNeed},
         Case{"extensible unknown", Riff(Chunk("fmt ", Extensible(1, std::string(14, 'x'))) + kData),
-             "sample format 65534 is not PCM; I/Q files need 16-bit stereo"},
+             "sample format 65534 is not PCM" + kNeed},
         Case{"other rate", With(1, 2, 8000, 16), "sample rate 8000 Hz" + kRates},
         Case{"absurd rate", With(1, 2, 0xFFFFFFFF, 16), "sample rate 4294967295 Hz" + kRates},
         Case{"no data", Riff(kFmt), "there are no samples in it"},
@@ -150,9 +144,9 @@ TEST_F(IqFileTest, EveryTruncationGivesWholeFramesOrAReason) {
 }
 
 TEST_F(IqFileTest, EveryDamagedByteGivesFramesOrAReason) {
-  for (std::size_t at = 0; at < Good().size(); ++at) {
+  for (std::size_t at = 0; at < kGood.size(); ++at) {
     for (const int value : {0x00, 0x01, 0x7F, 0x80, 0xFF}) {
-      std::string bytes = Good();
+      std::string bytes = kGood;
       bytes[at] = static_cast<char>(value);
       const auto file = Load(bytes);
       ASSERT_EQ(message_.empty(), file.has_value()) << at;
