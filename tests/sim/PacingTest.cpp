@@ -27,22 +27,28 @@ IqFile Counting(int rateHz, int frames) {
 class IqFilePlayback : public testing::Test {
  protected:
   void Start(int frames) {
+    frames_ = frames;
     input_ = std::make_unique<IqFileInput>(clock_, "/some/folder/40m.wav", Counting(48000, frames));
     std::string reason;
     stream_ = input_->Open(input_->Devices().at(0), 48000, 480, reason);
     ASSERT_NE(stream_, nullptr) << reason;
   }
 
-  /// The number of the first frame of the block that is due, -1 while none is.
+  /// The number of the first frame of the block that is due, -1 while none is. The others must follow it.
   int TakeFirst(std::size_t frames = 480) {
-    block_.assign(2 * frames, 0);
-    return stream_->TakeBlock(block_) == BlockState::Done ? block_[0] : -1;
+    Samples block(2 * frames);
+    if (stream_->TakeBlock(block) != BlockState::Done) return -1;
+    for (std::size_t i = 0; i < frames; ++i) {
+      const int expected = (block[0] + static_cast<int>(i)) % frames_;
+      EXPECT_TRUE(block[2 * i] == expected && block[2 * i + 1] == -expected) << "frame " << i;
+    }
+    return block[0];
   }
 
   FakeClock clock_;
   std::unique_ptr<IqFileInput> input_;
   std::unique_ptr<SoundStream> stream_;
-  Samples block_;
+  int frames_ = 0;
 };
 
 TEST_F(IqFilePlayback, BlocksComeInRealTimeWithoutGapOrOverlap) {
@@ -53,14 +59,11 @@ TEST_F(IqFilePlayback, BlocksComeInRealTimeWithoutGapOrOverlap) {
   clock_.Advance(1us);
   EXPECT_EQ(TakeFirst(), 0);
   EXPECT_EQ(TakeFirst(), -1);
-  for (int block = 1; block < 40; ++block) {
-    clock_.Advance(10ms);
-    EXPECT_EQ(TakeFirst(), 480 * block);
-    EXPECT_EQ(block_.back(), -(480 * block + 479));
-  }
+  clock_.Advance(10ms);
+  EXPECT_EQ(TakeFirst(), 480);
   // A quarter of a second late is still caught up with.
   clock_.Advance(250ms);
-  for (int block = 40; block < 65; ++block) EXPECT_EQ(TakeFirst(), 480 * block % 20000);
+  for (int block = 2; block < 27; ++block) EXPECT_EQ(TakeFirst(), 480 * block);
   EXPECT_EQ(TakeFirst(), -1);
 }
 
@@ -86,14 +89,9 @@ INSTANTIATE_TEST_SUITE_P(Lengths, IqFilePause,
 
 TEST_F(IqFilePlayback, LoopsWithoutASeamEvenWithinOneBlock) {
   Start(100);
-  clock_.Advance(10ms);
-  ASSERT_EQ(TakeFirst(), 0);
-  clock_.Advance(10ms);
-  ASSERT_EQ(TakeFirst(), 80);
-  for (int i = 0; i < 480; ++i) {
-    ASSERT_EQ(block_[2 * static_cast<std::size_t>(i)], (480 + i) % 100);
-    ASSERT_EQ(block_[2 * static_cast<std::size_t>(i) + 1], -((480 + i) % 100));
-  }
+  clock_.Advance(20ms);
+  EXPECT_EQ(TakeFirst(), 0);
+  EXPECT_EQ(TakeFirst(), 80);
 }
 
 TEST_F(IqFilePlayback, IsListedByNameAndOpensAtItsOwnRateOnly) {
