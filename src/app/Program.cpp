@@ -37,6 +37,9 @@ Program::Program(const CommandLine& line)
   session_.FirstRun = settingsFile_.Stamp(std::string(kOwnApplication)) == 0;
   window_ = std::make_unique<frmPan>(
       frmPan::Parts{session_, *devices_, store_, user_, display_, *cycle_, *times_, clock_});
+  window_->SettingsLoaded = [this](const PanSettings& settings) {
+    pulse_.SetRealTimePriority(settings.Priority);
+  };
 }
 
 Program::~Program() = default;

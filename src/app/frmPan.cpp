@@ -133,9 +133,8 @@ void frmPan::ShowRunState() {
   const bool running = parts_.Cycle.Running();
   header_->ShowRunning(running, parts_.Cycle.Starting());
   if (running && !passTimer_.isActive()) passTimer_.start(0);
-  const std::string warning = parts_.Cycle.Audio().Warning();
-  if (running && !warning.empty()) scope_->ShowStatus(QString::fromStdString(warning));
-  shownMode_ = -1;
+  shownWarning_.clear();
+  ShowWarning();
   ShowStrip();
   ShowHeader();
   ShowOverlays();
@@ -148,7 +147,16 @@ void frmPan::RunPass() {
   if (parts_.Cycle.Running()) passTimer_.start(wait);
   ShowHeader();
   ShowOverlays();
+  ShowWarning();
   scope_->ShowNew(parts_.Cycle.LastArrival());
+}
+
+// A muted input or a volume that bends the levels: said while it lasts.
+void frmPan::ShowWarning() {
+  std::string warning = parts_.Cycle.Audio().Warning();
+  if (warning == shownWarning_) return;
+  shownWarning_ = std::move(warning);
+  scope_->ShowStatus(QString::fromStdString(shownWarning_));
 }
 
 void frmPan::closeEvent(QCloseEvent* event) {

@@ -5,6 +5,8 @@
 #include <QMainWindow>
 #include <QTimer>
 #include <QToolButton>
+#include <functional>
+#include <string>
 
 #include "capture/ui/CalibrationPanel.h"
 #include "display/PanDisplay.h"
@@ -45,6 +47,8 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void AlwaysOnTop(bool on) override;
   /// Rebuilds the list of sources; a chosen device that is missing is shown as missing.
   void InitDevices();
+  /// Called whenever settings were read, before anything is opened with them.
+  std::function<void(const PanSettings&)> SettingsLoaded;
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -59,6 +63,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void RunPass();
   void ScheduleFirstPass();
   void ShowRunState();
+  void ShowWarning();
   void ShowHeader();
   void ShowStrip();
   void ShowOverlays();
@@ -76,7 +81,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
   QToolButton* cmdFold_;
   QTimer passTimer_;
   bool stripFolded_ = false;
-  int shownMode_ = -1;
+  std::string shownWarning_;
 };
 
 }  // namespace spectrino

@@ -30,6 +30,7 @@ void frmPan::LoadSettings() {
     settings.DeviceId = parts_.State.ForcedDeviceId;
     settings.Icom = settings.K4 = settings.K4D = false;
   }
+  if (SettingsLoaded) SettingsLoaded(settings);
   InitDevices();
   ApplyDisplayOptions();
   ShowStrip();
@@ -42,11 +43,11 @@ void frmPan::ApplyDisplayOptions() {
   DisplayOptions options;
   options.Colours = settings.Colours;
   options.Fill = settings.Fill;
-  options.ShowSubDivisions = settings.SubD;
-  options.ShowMHz = settings.MHz;
+  options.SubD = settings.SubD;
+  options.MHz = settings.MHz;
   options.WaterfallSel = settings.WaterfallSel;
   parts_.Display.SetOptions(options);
-  const std::uint32_t meter = settings.Colours[static_cast<std::size_t>(PlotColour::SMeter)];
+  const std::uint32_t meter = settings.Colours[static_cast<std::size_t>(ColourIndex::SMeter)];
   header_->SetMeterColour(QColor(meter & 0xff, meter >> 8 & 0xff, meter >> 16 & 0xff));
   parts_.Cycle.UpdateScale();
   scope_->update();

@@ -1,219 +1,204 @@
 #include "display/PanDisplay.h"
 
-#include <QPainter>
 #include <algorithm>
-#include <cassert>
 #include <cmath>
+#include <cstddef>
 #include <utility>
 
-#include "dsp/DisplayTrace.h"
+#include "display/Colours.h"
+#include "display/Overlays.h"
+#include "display/RowKernels.h"
 
 namespace spectrino {
+namespace {
 
-PanDisplay::PanDisplay() : columns_(std::make_unique<DisplayTrace>()) {}
-PanDisplay::~PanDisplay() = default;
+// Logical pixels.
+constexpr double kLabelFont = 9.5;
+constexpr double kTextFont = 10.5;
+
+}  // namespace
 
 void PanDisplay::Resize(QSize logical, double devicePixelRatio) {
-  assert(devicePixelRatio > 0);
-  if (logical == logicalSize_ && devicePixelRatio == devicePixelRatio_) return;
+  if (logical == logicalSize_ && devicePixelRatio == layout_.Scale) return;
   logicalSize_ = logical;
-  devicePixelRatio_ = devicePixelRatio;
-  UpdateLayout();
+  layout_.Scale = devicePixelRatio;
+  labelFont_ = DisplayFont(kLabelFont, devicePixelRatio);
+  textFont_ = DisplayFont(kTextFont, devicePixelRatio);
+  flagFont_ = DisplayFont(kTextFont, devicePixelRatio, true);
+  LayOut();
 }
 
 void PanDisplay::SetOptions(const DisplayOptions& options) {
   if (options == options_) return;
   options_ = options;
-  UpdateLayout();
+  LayOut();
 }
 
-void PanDisplay::UpdateLayout() {
-  font_ = PlotFont(devicePixelRatio_);
-  // Rounded up: a picture half a pixel short would leave a line of the window unpainted.
-  const QSize size(static_cast<int>(std::ceil(logicalSize_.width() * devicePixelRatio_)),
-                   static_cast<int>(std::ceil(logicalSize_.height() * devicePixelRatio_)));
-  layout_ = MakePlotLayout(size, devicePixelRatio_, options_.WaterfallSel, MeasureText(font_));
-  geometry_.PlotWidth = layout_.PlotWidth;
-  waterfall_.Resize(layout_.PlotWidth, layout_.WaterfallHeight);
-  // The trace stays in view until the next frame, which a stopped run never sends.
-  for (std::vector<float>* levels : {&trace_, &peak_}) {
-    if (levels->empty()) continue;
-    const std::vector<float> old =
-        std::exchange(*levels, std::vector<float>(static_cast<std::size_t>(layout_.PlotWidth)));
-    ResampleColumns(old, *levels);
+void PanDisplay::LayOut() {
+  const double ratio = layout_.Scale;
+  const int width = static_cast<int>(std::lround(logicalSize_.width() * ratio));
+  const int height = static_cast<int>(std::lround(logicalSize_.height() * ratio));
+  layout_ = LayoutPlot(width, height, ratio, options_.WaterfallSel, MarginsFor(labelFont_, ratio));
+  const auto columns = static_cast<std::size_t>(layout_.PlotWidth);
+  if (trace_.size() != columns) {
+    trace_.assign(columns, kUndrawnLevel);
+    peak_.clear();
   }
-  MarkDirty();
+  scale_.Geometry.PlotWidth = layout_.PlotWidth;
+  waterfall_.SetEmptyColour(ColourAt(options_.Colours, ColourIndex::Background));
+  waterfall_.SetFollow(options_.WFFollow);
+  waterfall_.Resize(layout_.PlotWidth, layout_.WaterfallHeight);
+  scaleDirty_ = dirty_ = true;
 }
 
 void PanDisplay::SetMarkers(std::span<const PlotMarker> markers) {
   if (std::ranges::equal(markers, markers_)) return;
   markers_.assign(markers.begin(), markers.end());
-  MarkDirty();
+  backgroundDirty_ = dirty_ = true;
 }
 
 void PanDisplay::SetInfoText(std::string text) {
   if (text == infoText_) return;
   infoText_ = std::move(text);
-  MarkDirty();
+  dirty_ = true;
 }
 
-void PanDisplay::SetHover(std::optional<QPointF> pointer) {
-  if (pointer == pointer_) return;
-  pointer_ = pointer;
-  MarkDirty();
+void PanDisplay::SetHover(std::optional<QPointF> logical) {
+  if (logical) logical = LogicalToPlot(*logical);
+  if (logical == hover_) return;
+  hover_ = logical;
+  dirty_ = true;
 }
 
-void PanDisplay::SetDimmed(bool isDimmed) {
-  isDimmed_ = isDimmed;
+void PanDisplay::SetGeometry(const FrameGeometry& geometry) {
+  FrameGeometry ours = geometry;
+  ours.PlotWidth = layout_.PlotWidth;
+  if (ours == scale_.Geometry) return;
+  scale_.Geometry = ours;
+  scaleDirty_ = true;
 }
 
 void PanDisplay::ShowFrame(const Frame& frame) {
-  geometry_ = frame.Geometry;
-  // A frame computed for the width before a resize is drawn at the width of now.
-  geometry_.PlotWidth = layout_.PlotWidth;
+  SetGeometry(frame.Geometry);
   const SpectrumLine& line = frame.Line;
-  const auto map = [&](std::span<const float> levels, std::vector<float>& columns) {
-    columns.resize(static_cast<std::size_t>(layout_.PlotWidth));
+  const auto map = [&](DisplayTrace& mapping, std::span<const float> levels, std::vector<float>& pixels) {
     const int end = std::min(line.EndIndex(), static_cast<int>(levels.size()));
-    columns_->Map(geometry_, line.FirstIndex, end, levels, columns);
+    pixels.resize(static_cast<std::size_t>(layout_.PlotWidth));
+    mapping.Map(scale_.Geometry, line.FirstIndex, end, levels, pixels);
   };
-  map(frame.DisplayLevel, trace_);
+  map(traceMap_, frame.DisplayLevel, trace_);
   if (frame.BackgroundPeak.empty()) {
     peak_.clear();
   } else {
-    map(frame.BackgroundPeak, peak_);
+    map(peakMap_, frame.BackgroundPeak, peak_);
   }
-  waterfall_.AddLine(trace_, {geometry_.LeftMHz, geometry_.RightMHz, line.TakenUtc, line.BottomLevel,
-                              line.TopLevel, isDimmed_});
-  MarkDirty();
+  waterfall_.AddLine(trace_, {.LeftMHz = scale_.Geometry.LeftMHz,
+                              .RightMHz = scale_.Geometry.RightMHz,
+                              .TakenUtc = line.TakenUtc,
+                              .BottomLevel = line.BottomLevel,
+                              .TopLevel = line.TopLevel,
+                              .Dimmed = transmitting_});
+  traceDirty_ = dirty_ = true;
 }
 
 void PanDisplay::DrawScale(const ScaleState& scale) {
-  geometry_ = scale.Geometry;
-  geometry_.PlotWidth = layout_.PlotWidth;
-  if (scale == scale_) return;
-  scale_ = scale;
-  MarkDirty();
+  ScaleState ours = scale;
+  ours.Geometry.PlotWidth = layout_.PlotWidth;
+  if (ours == scale_) return;
+  scale_ = ours;
+  scaleDirty_ = dirty_ = true;
 }
 
 void PanDisplay::ClearFrames() {
-  trace_.clear();
+  std::ranges::fill(trace_, kUndrawnLevel);
   peak_.clear();
   waterfall_.Clear();
-  MarkDirty();
-}
-
-void PanDisplay::MarkDirty() {
-  isComposed_ = false;
-  isDirty_ = true;
+  traceDirty_ = dirty_ = true;
 }
 
 bool PanDisplay::TakeDirty() {
-  return std::exchange(isDirty_, false);
+  return std::exchange(dirty_, false);
 }
 
-QPointF PanDisplay::LogicalToPlot(QPointF logical) const {
-  return logical * devicePixelRatio_ - QPointF(0, layout_.TopMargin);
-}
-
-double PanDisplay::HoverFreqMHz() const {
-  if (!pointer_) return 0;
-  const QPointF at = LogicalToPlot(*pointer_);
-  return geometry_.PixelToFrequency(at.x(), at.y(), layout_.PlotHeight);
-}
-
-std::optional<int> PanDisplay::HoverColumn() const {
-  if (!pointer_) return std::nullopt;
-  const QPointF at = LogicalToPlot(*pointer_);
-  if (at.x() < 0 || at.x() >= layout_.PlotWidth || at.y() < 0 || at.y() >= layout_.PlotHeight)
-    return std::nullopt;
-  return static_cast<int>(at.x());
-}
-
-float PanDisplay::HoverLevel() const {
-  const std::optional<int> column = HoverColumn();
-  if (!column || static_cast<std::size_t>(*column) >= trace_.size()) return kUndrawnLevel;
-  return trace_[static_cast<std::size_t>(*column)];
-}
-
-std::optional<WaterfallRow> PanDisplay::RowAt(QPointF logical) const {
-  const QPointF at = logical * devicePixelRatio_;
-  if (at.x() < 0 || at.x() >= layout_.PlotWidth || at.y() < layout_.WaterfallTop) return std::nullopt;
-  return waterfall_.RowAt(static_cast<int>(at.y()) - layout_.WaterfallTop);
-}
-
-std::string PanDisplay::HoverLabel() const {
-  if (!geometry_.Valid()) return "";
-  const double mhz = HoverFreqMHz();
-  const float level = HoverLevel();
-  return HoverText(mhz, scale_.FrequencyKnown, (mhz - scale_.LabelCentreMHz) * 1e6,
-                   level == kUndrawnLevel ? std::nullopt : std::optional(level));
+/// Each picture is made anew only when what it shows changed; a frame alone touches the trace.
+void PanDisplay::UpdatePlot() {
+  if (scaleDirty_) {
+    const ScaleLook look{.Colours = options_.Colours, .SubD = options_.SubD, .MHz = options_.MHz};
+    scalePainter_.Render(layout_, scale_, look, labelFont_);
+    backgroundDirty_ = true;
+  }
+  if (backgroundDirty_) {
+    CopyPixels(scalePainter_.Picture(), background_);
+    ShadePassbands(background_, layout_, scale_.Geometry, markers_, options_.Colours);
+    tracePainter_.SetBackground(background_, layout_, options_.Colours, options_.Fill);
+    traceDirty_ = true;
+  }
+  if (traceDirty_ && !background_.isNull()) tracePainter_.Draw(background_, {trace_, peak_}, scale_.Levels);
+  scaleDirty_ = backgroundDirty_ = traceDirty_ = false;
 }
 
 void PanDisplay::Paint(QPainter& painter) {
+  UpdatePlot();
+  if (layout_.Width <= 0 || layout_.Height <= 0) return;
   painter.save();
-  // From here on device pixels: nothing that is drawn is scaled, so nothing blurs.
-  painter.scale(1 / devicePixelRatio_, 1 / devicePixelRatio_);
-  if (layout_.PlotWidth == 0 || layout_.PlotHeight == 0) {
-    painter.fillRect(0, 0, layout_.Width, layout_.Height, RgbOf(options_.Colours, PlotColour::Background));
-  } else {
-    if (!isComposed_) Compose();
-    painter.drawImage(0, 0, picture_);
-    if (layout_.WaterfallHeight > 0) PaintWaterfall(painter);
+  // One of our pixels is one of the device's: nothing is scaled, hairlines stay sharp.
+  const double ratio = painter.device()->devicePixelRatioF();
+  painter.scale(1 / ratio, 1 / ratio);
+  painter.drawImage(QPoint(0, 0), tracePainter_.Picture());
+  if (layout_.WaterfallHeight > 0) {
+    waterfall_.Draw(painter, 0, layout_.WaterfallTop);
+    painter.fillRect(layout_.PlotWidth, layout_.WaterfallTop, layout_.LabelMargin, layout_.WaterfallHeight,
+                     QColor(ColourAt(options_.Colours, ColourIndex::Background)));
   }
+  PaintOverlays(painter);
   painter.restore();
 }
 
-void PanDisplay::Compose() {
-  ScaleState scale = scale_;
-  scale.Geometry = geometry_;
-  const DisplayColours& colours = options_.Colours;
-  const QImage& backdrop =
-      scalePainter_.Picture(scale, layout_, {colours, options_.ShowSubDivisions, options_.ShowMHz}, font_,
-                            PassbandShades(markers_, geometry_, layout_, colours));
-  if (picture_.size() != backdrop.size()) picture_ = QImage(backdrop.size(), QImage::Format_RGB32);
-  TraceInput input;
-  input.Levels = trace_;
-  input.Peak = peak_;
-  input.Scale = scale.Levels;
-  input.Signal = RgbOf(colours, PlotColour::Signal);
-  input.BackgroundPeak = RgbOf(colours, PlotColour::BackgroundPeak);
-  if (options_.Fill) input.Fill = RgbOf(colours, PlotColour::Fill);
-  tracePainter_.Paint(backdrop, layout_, input, picture_);
-  ComposeOverlays();
-  isComposed_ = true;
-}
-
-void PanDisplay::ComposeOverlays() {
-  QPainter painter(&picture_);
-  OverlayPainter overlay(painter, layout_, options_.Colours, font_);
-  const std::vector<std::optional<MarkerFlag>> flags = PlaceFlags(markers_, geometry_, layout_);
-  overlay.DrawMarkers(markers_, flags);
+void PanDisplay::PaintOverlays(QPainter& painter) {
+  const ColourTable& colours = options_.Colours;
   std::vector<QRect> taken;
-  for (const std::optional<MarkerFlag>& flag : flags) {
-    if (flag) taken.push_back(flag->Area);
+  taken.push_back(DrawInfo(painter, layout_, infoText_, colours, textFont_));
+  DrawMarkers(painter, layout_, scale_.Geometry, markers_, colours, flagFont_, taken);
+  if (const auto column = HoverColumn()) {
+    DrawHover(painter, layout_, *column, TextUnderPointer(), colours, textFont_);
   }
-  taken.push_back(overlay.DrawInfo(infoText_, taken));
-  if (const std::optional<int> column = HoverColumn()) {
-    overlay.DrawHoverLine(*column, 0, picture_.height());
-    overlay.DrawHoverText(*column, HoverLabel(), taken);
+  if (layout_.WaterfallHeight > 0) {
+    const int apart = static_cast<int>(1.3 * labelFont_.pixelSize());
+    DrawTimes(painter, layout_, TimeMarks(waterfall_, apart), colours, labelFont_);
   }
 }
 
-void PanDisplay::PaintWaterfall(QPainter& painter) const {
-  const DisplayColours& colours = options_.Colours;
-  const QRgb background = RgbOf(colours, PlotColour::Background);
-  const int lines = waterfall_.LineCount();
-  painter.fillRect(layout_.PlotWidth, layout_.WaterfallTop, layout_.Width - layout_.PlotWidth,
-                   layout_.WaterfallHeight, background);
-  painter.fillRect(0, layout_.WaterfallTop + lines, layout_.PlotWidth, layout_.WaterfallHeight - lines,
-                   background);
-  waterfall_.Draw(painter, QPoint(0, layout_.WaterfallTop));
-  OverlayPainter overlay(painter, layout_, colours, font_);
-  overlay.DrawTimes(TimeMarks(waterfall_, painter.fontMetrics().height()));
-  if (const std::optional<int> column = HoverColumn()) {
-    overlay.DrawHoverLine(*column, layout_.WaterfallTop, layout_.WaterfallTop + layout_.WaterfallHeight);
+std::optional<int> PanDisplay::HoverColumn() const {
+  if (!hover_ || !scale_.Geometry.Valid()) return std::nullopt;
+  if (hover_->x() < 0 || hover_->x() >= layout_.PlotWidth || hover_->y() < 0 ||
+      hover_->y() >= layout_.Height) {
+    return std::nullopt;
   }
+  return static_cast<int>(hover_->x());
+}
+
+/// Row of the waterfall under the pointer; negative above it.
+int PanDisplay::HoverRow() const {
+  return static_cast<int>(std::floor(hover_->y())) - layout_.WaterfallTop;
+}
+
+double PanDisplay::HoverFreqMHz() const {
+  if (!hover_) return 0;
+  return scale_.Geometry.PixelToFrequency(hover_->x(), hover_->y(), layout_.PlotBottom());
+}
+
+float PanDisplay::HoverLevel() const {
+  const auto column = HoverColumn();
+  if (!column) return kUndrawnLevel;
+  return HoverRow() >= 0 ? waterfall_.LevelAt(*column, HoverRow())
+                         : trace_[static_cast<std::size_t>(*column)];
+}
+
+std::string PanDisplay::TextUnderPointer() const {
+  double mhz = scale_.Geometry.FrequencyAt(hover_->x());
+  // Below the newest line another frequency may have stood here.
+  if (HoverRow() >= 0 && waterfall_.RowAt(HoverRow())) mhz = waterfall_.FrequencyAt(hover_->x(), HoverRow());
+  return HoverText(mhz, scale_.FrequencyKnown, HoverLevel());
 }
 
 }  // namespace spectrino

@@ -1,110 +1,112 @@
-// The whole panadapter picture: takes frames from the run cycle and paints plot, waterfall and overlays.
-// Opens no window and decides nothing; a widget hands it size, pointer and painter.
+// The panadapter picture: takes frames, keeps trace and waterfall, paints them with scale and overlays.
+// No widget: whoever owns one calls Paint when TakeDirty says so.
 #pragma once
 
+#include <QFont>
 #include <QImage>
+#include <QPainter>
 #include <QPointF>
 #include <QSize>
-#include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
-#include "display/Colours.h"
-#include "display/Overlays.h"
+#include "display/MarkerPainter.h"
 #include "display/PlotLayout.h"
 #include "display/ScalePainter.h"
 #include "display/TracePainter.h"
 #include "display/WaterfallImage.h"
+#include "dsp/DisplayTrace.h"
+#include "settings/ColourTable.h"
 #include "state/FrameSink.h"
 
 namespace spectrino {
 
-class DisplayTrace;
-
 struct DisplayOptions {
-  DisplayColours Colours{};
+  ColourTable Colours = kColoursK4;
   bool Fill = true;
-  bool ShowSubDivisions = false;
-  bool ShowMHz = true;
-  int WaterfallSel = 0;  ///< 0 off, 1 an eighth, 2 a quarter, 3 half
+  bool SubD = false;
+  bool MHz = true;
+  int WaterfallSel = 0;   ///< 0 off, 1 one eighth, 2 a quarter, 3 half
+  bool WFFollow = false;  ///< older waterfall lines stay at their frequencies
 
   bool operator==(const DisplayOptions&) const = default;
 };
 
-/// All x of the frame geometry are device pixels; pointer positions come in logical ones and are converted
-/// here. Every frame enters the waterfall; the picture is composed when it is painted, however many came.
+/// All x of FrameGeometry and all sizes of PlotLayout are device pixels here; only Resize, SetHover and
+/// LogicalToPlot take logical ones.
 class PanDisplay : public FrameSink {
  public:
-  PanDisplay();
-  ~PanDisplay() override;
-
-  /// Keeps trace and waterfall, laid out anew. devicePixelRatio: above 0.
   void Resize(QSize logical, double devicePixelRatio);
   void SetOptions(const DisplayOptions& options);
   void SetMarkers(std::span<const PlotMarker> markers);
   void SetInfoText(std::string text);
-  /// The pointer in logical pixels of the picture; nothing when it is elsewhere.
-  void SetHover(std::optional<QPointF> pointer);
-  /// Lines that follow enter the waterfall at half brightness: the radio transmits.
-  void SetDimmed(bool isDimmed);
+  /// Pointer position in logical pixels; nothing while it is outside.
+  void SetHover(std::optional<QPointF> logical);
+  /// While set, new waterfall lines are half as bright.
+  void SetTransmitting(bool transmitting) { transmitting_ = transmitting; }
 
-  /// Plot width in device pixels; 0 before the first Resize.
+  /// Device pixels: what the run cycle makes its geometry for.
   [[nodiscard]] double PlotWidth() const override { return layout_.PlotWidth; }
+  /// Maps the levels to columns and adds a line to the waterfall; paints nothing. A frame made for another
+  /// width is shown in this one.
   void ShowFrame(const Frame& frame) override;
   void DrawScale(const ScaleState& scale) override;
   void ClearFrames() override;
 
-  /// Paints the picture with its top left corner at the painter's origin; logical coordinates.
+  /// Paints everything with the top left corner at the painter's origin, device pixel by device pixel of a
+  /// device with the ratio given to Resize. The painter's pen and font are left as they were.
   void Paint(QPainter& painter);
-  /// Whether the picture has changed since the last call.
+  /// True when something changed since the last call.
   [[nodiscard]] bool TakeDirty();
 
   [[nodiscard]] const PlotLayout& Layout() const { return layout_; }
-  /// Of the last frame or scale; PlotWidth in device pixels.
-  [[nodiscard]] const FrameGeometry& Geometry() const { return geometry_; }
-  /// x in device pixels from the plot's left edge, y from its top edge: what FrameGeometry takes.
-  [[nodiscard]] QPointF LogicalToPlot(QPointF logical) const;
-  /// Frequency under the pointer in MHz; 0 outside the plot.
+  /// Of the newest frame or scale, whichever came last.
+  [[nodiscard]] const FrameGeometry& Geometry() const { return scale_.Geometry; }
+  [[nodiscard]] const ScaleLines& Scale() const { return scalePainter_.Lines(); }
+  [[nodiscard]] const WaterfallImage& Waterfall() const { return waterfall_; }
+  /// A logical position in device pixels, as FrameGeometry counts them.
+  [[nodiscard]] QPointF LogicalToPlot(QPointF logical) const { return logical * layout_.Scale; }
+  /// Frequency under the pointer; 0 outside the plot (the waterfall is outside).
   [[nodiscard]] double HoverFreqMHz() const;
-  /// Level of the trace at the pointer's column; kUndrawnLevel where there is none.
+  /// Level shown under the pointer, in plot or waterfall; kUndrawnLevel where there is none.
   [[nodiscard]] float HoverLevel() const;
-  /// The waterfall's line under a logical position; nothing outside the lines held.
-  [[nodiscard]] std::optional<WaterfallRow> RowAt(QPointF logical) const;
 
  private:
-  void UpdateLayout();
-  void MarkDirty();
-  void Compose();
-  void ComposeOverlays();
-  void PaintWaterfall(QPainter& painter) const;
+  void LayOut();
+  void SetGeometry(const FrameGeometry& geometry);
+  void UpdatePlot();
+  void PaintOverlays(QPainter& painter);
   [[nodiscard]] std::optional<int> HoverColumn() const;
-  [[nodiscard]] std::string HoverLabel() const;
+  [[nodiscard]] std::string TextUnderPointer() const;
+  [[nodiscard]] int HoverRow() const;
 
-  DisplayOptions options_;
   QSize logicalSize_;
-  double devicePixelRatio_ = 1;
-  QFont font_;
+  DisplayOptions options_;
   PlotLayout layout_;
-
+  QFont labelFont_;
+  QFont textFont_;
+  QFont flagFont_;
   ScaleState scale_;
-  FrameGeometry geometry_;
   std::vector<PlotMarker> markers_;
   std::string infoText_;
-  std::optional<QPointF> pointer_;
-  bool isDimmed_ = false;
+  std::optional<QPointF> hover_;  ///< device pixels
+  bool transmitting_ = false;
 
-  std::unique_ptr<DisplayTrace> columns_;
-  std::vector<float> trace_;  ///< level by column
-  std::vector<float> peak_;   ///< the same; empty while peak hold is off
-  WaterfallImage waterfall_;
+  DisplayTrace traceMap_;
+  DisplayTrace peakMap_;
+  std::vector<float> trace_;  ///< levels by column
+  std::vector<float> peak_;   ///< empty while the background peak is off
   ScalePainter scalePainter_;
   TracePainter tracePainter_;
-  QImage picture_;  ///< everything above the waterfall, as last composed
+  WaterfallImage waterfall_;
+  QImage background_;  ///< the scale with the passbands
 
-  bool isComposed_ = false;
-  bool isDirty_ = true;
+  bool dirty_ = true;
+  bool scaleDirty_ = true;
+  bool backgroundDirty_ = true;
+  bool traceDirty_ = true;
 };
 
 }  // namespace spectrino

@@ -1,5 +1,5 @@
-// The S-meter reading as text: S9 is -73 dBm, 6 dB an S unit below it, dB over S9 above.
-// Measures nothing; the level comes from outside.
+// A level as an S-meter reading: "S9+20" or "+20".
+// Text only; which level is metered and where the text stands are the callers' business.
 #pragma once
 
 #include <cstdint>
@@ -7,8 +7,8 @@
 
 namespace spectrino {
 
-/// levelDbm: whole dBm, any value. displayDesign 0: "7.5", "9.0", "+20" (no zero before the point: ".5");
-/// 1: "S7", "S9", "S9+20", half S units rounded away from zero.
+/// S9 is -73 dBm, 6 dB an S unit below it, dB in steps of 5 above. displayDesign 1: "S7", "S9", "S9+20"
+/// (whole S units, halves rounded up); any other: "7.5", "9.0", "+20" (half units; ".0" at the bottom).
 [[nodiscard]] std::string SMeterText(std::int16_t levelDbm, int displayDesign);
 
 }  // namespace spectrino

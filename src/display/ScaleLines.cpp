@@ -1,128 +1,131 @@
 #include "display/ScaleLines.h"
 
-#include <QFontMetrics>
-#include <QString>
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
+#include <cstddef>
 
 #include "state/FrequencyText.h"
 
 namespace spectrino {
 namespace {
 
-constexpr double kLabelIndent = 4;         ///< logical pixels between the plot and a level label
-constexpr double kLevelLabelDistance = 4;  ///< least logical distance of two level labels
-constexpr double kLabelDistance = 8;       ///< least logical distance of two frequency labels
-constexpr double kLeastLineDistance = 2;   ///< pixels between two frequency lines
-
 bool IsMultiple(double level, double step) {
-  if (step <= 0) return false;
-  const double quotient = level / step;
-  return std::fabs(quotient - std::round(quotient)) < 1e-4;
+  return std::fabs(std::remainder(level, step)) < 1e-3;
 }
 
-/// Whether area comes closer to a label than distance, in any direction.
-bool Collides(const std::vector<ScaleLabel>& labels, const QRect& area, int distance) {
-  const QRect grown = area.adjusted(-distance, -distance, distance, distance);
-  return std::ranges::any_of(labels, [&](const ScaleLabel& label) { return label.Area.intersects(grown); });
+/// A label of the level grid, moved inside the picture at both ends; empty when it would touch the one above.
+void AddLevelLabel(const PlotLayout& layout, const LabelMetrics& metrics, double level, double y,
+                   std::vector<ScaleLabel>& labels) {
+  ScaleLabel label;
+  label.Text = std::to_string(std::lround(level));
+  label.Width = metrics.TextWidth(label.Text);
+  label.Height = metrics.TextHeight;
+  label.Left = layout.PlotWidth + layout.Px(4);
+  const int lowest = std::max(0, layout.PlotBottom() - label.Height);
+  label.Top = std::clamp(static_cast<int>(std::lround(y - label.Height / 2.0)), 0, lowest);
+  const int room = layout.Px(3);
+  if (!labels.empty() && label.Top < labels.back().Top + labels.back().Height + room) return;
+  labels.push_back(std::move(label));
 }
 
-void AddLevelLabel(ScaleLines& lines, int level, int row, const PlotLayout& layout,
-                   const QFontMetrics& metrics) {
-  const std::string text = std::to_string(level);
-  const int height = metrics.height();
-  // The first and last label move inside rather than stand half in the margin.
-  const int lowest = std::max(layout.PlotBottom() - height, 0);
-  const int top = std::clamp(row - height / 2, 0, lowest);
-  const QRect area(layout.PlotWidth + layout.Pixels(kLabelIndent), top,
-                   metrics.horizontalAdvance(QString::fromStdString(text)), height);
-  if (area.right() >= layout.Width || Collides(lines.LevelLabels, area, layout.Pixels(kLevelLabelDistance)))
-    return;
-  lines.LevelLabels.push_back({text, area});
-}
-
-void AddLevelLines(ScaleLines& lines, const LevelScale& levels, const PlotLayout& layout, bool subDivisions,
-                   const QFontMetrics& metrics) {
-  const int units = levels.RangeUnits;
-  for (int n = 0; n <= units; ++n) {
-    const double share = static_cast<double>(n) / units;
-    const double level = levels.TopLevel - share * (levels.TopLevel - levels.BottomLevel);
-    const int row = layout.TopMargin + static_cast<int>(std::lround(share * layout.PlotHeight));
-    const bool isMain = IsMultiple(level, levels.GridStep);
-    if (isMain || n == 0 || n == units) {
-      lines.Levels.push_back({row, false});
-      if (isMain) AddLevelLabel(lines, static_cast<int>(std::lround(level)), row, layout, metrics);
-    } else if (subDivisions && IsMultiple(level, levels.GridStep / 5.0)) {
-      lines.Levels.push_back({row, true});
-    }
+void PlaceLevels(const PlotLayout& layout, const LevelScale& levels, bool subDivisions,
+                 const LabelMetrics& metrics, ScaleLines& lines) {
+  if (levels.RangeUnits <= 0 || levels.GridStep <= 0 || layout.PlotHeight <= 0) return;
+  const double range = static_cast<double>(levels.TopLevel) - levels.BottomLevel;
+  for (int n = 0; n <= levels.RangeUnits; ++n) {
+    const double level = levels.TopLevel - n * range / levels.RangeUnits;
+    const double y = layout.TopMargin + static_cast<double>(n) * layout.PlotHeight / levels.RangeUnits;
+    const bool named = IsMultiple(level, levels.GridStep);
+    const bool edge = n == 0 || n == levels.RangeUnits;
+    const bool sub = !named && !edge;
+    if (sub && !(subDivisions && IsMultiple(level, levels.GridStep / 5.0))) continue;
+    const int lineY =
+        layout.TopMargin + LinePixel(y - layout.TopMargin, layout.PlotHeight, layout.LineWidth());
+    lines.Levels.push_back({lineY, sub});
+    if (named) AddLevelLabel(layout, metrics, level, y, lines.LevelLabels);
   }
 }
 
-class FrequencyLayout {
- public:
-  FrequencyLayout(ScaleLines& lines, const ScaleState& scale, const PlotLayout& layout, bool showMHz,
-                  const QFontMetrics& metrics)
-      : lines_(lines), scale_(scale), layout_(layout), showMHz_(showMHz), metrics_(metrics) {}
+bool Touches(const ScaleLabel& a, const ScaleLabel& b, int room) {
+  return a.Left < b.Left + b.Width + room && b.Left < a.Left + a.Width + room;
+}
 
-  void Add() {
-    AddLine(0, scale_.Running);
-    // Outwards on both sides at once: where labels are left out, they are left out alike left and right.
-    double lastHz = 0;
-    for (std::size_t i = 1; i < scale_.GridOffsetHz.size(); ++i) {
-      const double offsetHz = scale_.GridOffsetHz[i];
-      if (!(std::fabs(offsetHz - lastHz) * PixelsPerHz() >= kLeastLineDistance)) continue;
-      lastHz = offsetHz;
-      AddLine(offsetHz, true);
-      AddLine(-offsetHz, true);
-    }
+void AddFrequencyLabel(const PlotLayout& layout, const LabelMetrics& metrics, std::string text, double x,
+                       std::vector<ScaleLabel>& labels) {
+  ScaleLabel label;
+  label.Text = std::move(text);
+  label.Width = metrics.TextWidth(label.Text);
+  label.Height = metrics.TextHeight;
+  label.Left = static_cast<int>(std::lround(x - label.Width / 2.0));
+  label.Top = layout.PlotBottom() + (layout.BottomMargin - layout.WaterfallHeight - label.Height) / 2;
+  if (label.Left < 0 || label.Left + label.Width > layout.Width) return;
+  const int room = layout.Px(12);
+  for (const ScaleLabel& other : labels) {
+    if (Touches(label, other, room)) return;
+  }
+  labels.push_back(std::move(label));
+}
+
+std::string LabelText(const ScaleState& scale, double offsetHz, bool withMHz) {
+  if (!scale.FrequencyKnown) return GridOffsetText(offsetHz);
+  return GridFrequencyText(scale.LabelCentreMHz + offsetHz / 1e6, withMHz);
+}
+
+/// One side of the centre, outwards, so that the lines that were drawn are equally far apart.
+class FrequencySide {
+ public:
+  FrequencySide(const PlotLayout& layout, const ScaleState& scale, double sign)
+      : layout_(layout), scale_(scale), sign_(sign) {}
+
+  /// x of line i, or less than 0 when it is not drawn.
+  double Next(std::size_t i) {
+    const double offsetHz = sign_ * scale_.GridOffsetHz[i];
+    const double x = scale_.Geometry.FrequencyToPixel(scale_.LabelCentreMHz + offsetHz / 1e6);
+    if (x < 0 || x > layout_.PlotWidth) return -1;
+    if (lastGridX_ >= 0 && std::fabs(x - lastGridX_) < 2 * layout_.Scale) return -1;
+    lastGridX_ = x;
+    return x;
   }
 
  private:
-  [[nodiscard]] double PixelsPerHz() const {
-    return scale_.Geometry.PlotWidth / scale_.Geometry.ShownSpanHz();
-  }
-
-  void AddLine(double offsetHz, bool withLabel) {
-    const double mhz = scale_.LabelCentreMHz + offsetHz / 1e6;
-    const double x = scale_.Geometry.FrequencyToPixel(mhz);
-    if (!(x >= 0 && x <= layout_.PlotWidth)) return;
-    // A line covers the pixel that its frequency lies in, as the trace's points do.
-    const int column = std::min(static_cast<int>(x), layout_.PlotWidth);
-    lines_.Frequencies.push_back({column, false});
-    if (withLabel) AddLabel(offsetHz, mhz, column);
-  }
-
-  void AddLabel(double offsetHz, double mhz, int column) {
-    const std::string text =
-        scale_.FrequencyKnown ? GridFrequencyText(mhz, showMHz_) : GridOffsetText(offsetHz);
-    const int width = metrics_.horizontalAdvance(QString::fromStdString(text));
-    const int gap = layout_.SpectrumHeight() - layout_.PlotBottom();
-    const QRect area(column - width / 2, layout_.PlotBottom() + (gap - metrics_.height() + 1) / 2, width,
-                     metrics_.height());
-    if (area.left() < 0 || area.right() >= layout_.Width) return;
-    if (Collides(lines_.FrequencyLabels, area, layout_.Pixels(kLabelDistance))) return;
-    lines_.FrequencyLabels.push_back({text, area});
-  }
-
-  ScaleLines& lines_;
-  const ScaleState& scale_;
   const PlotLayout& layout_;
-  bool showMHz_;
-  const QFontMetrics& metrics_;
+  const ScaleState& scale_;
+  double sign_;
+  double lastGridX_ = -1;
 };
+
+void PlaceFrequencies(const PlotLayout& layout, const ScaleState& scale, bool withMHz,
+                      const LabelMetrics& metrics, ScaleLines& lines) {
+  if (!scale.Geometry.Valid() || layout.PlotHeight <= 0) return;
+  FrequencySide right(layout, scale, +1);
+  FrequencySide left(layout, scale, -1);
+  for (std::size_t i = 0; i < scale.GridOffsetHz.size(); ++i) {
+    for (const double sign : {+1.0, -1.0}) {
+      const double x = sign > 0 ? right.Next(i) : left.Next(i);
+      const bool again = i == 0 && sign < 0;  // the centre belongs to both sides
+      if (x < 0 || again) continue;
+      lines.Frequencies.push_back({LinePixel(x, layout.PlotWidth, layout.LineWidth()), false});
+      if (i == 0 && !scale.Running) continue;
+      const double offsetHz = sign * scale.GridOffsetHz[i];
+      AddFrequencyLabel(layout, metrics, LabelText(scale, offsetHz, withMHz), x, lines.FrequencyLabels);
+    }
+  }
+}
 
 }  // namespace
 
-ScaleLines LayOutScale(const ScaleState& scale, const PlotLayout& layout, bool showSubDivisions, bool showMHz,
-                       const QFont& font) {
+int LinePixel(double x, int plotWidth, int lineWidth) {
+  const int pixel = static_cast<int>(std::floor(x)) - (lineWidth - 1) / 2;
+  return std::clamp(pixel, 0, std::max(0, plotWidth - lineWidth));
+}
+
+ScaleLines PlaceScale(const PlotLayout& layout, const ScaleState& scale, bool subDivisions, bool withMHz,
+                      const LabelMetrics& metrics) {
   ScaleLines lines;
-  if (layout.PlotWidth <= 0 || layout.PlotHeight <= 0) return lines;
-  const QFontMetrics metrics(font);
-  if (scale.Levels.RangeUnits > 0 && scale.Levels.TopLevel > scale.Levels.BottomLevel) {
-    AddLevelLines(lines, scale.Levels, layout, showSubDivisions, metrics);
-  }
-  if (scale.Geometry.Valid()) FrequencyLayout(lines, scale, layout, showMHz, metrics).Add();
+  PlaceLevels(layout, scale.Levels, subDivisions, metrics, lines);
+  ScaleState mapped = scale;
+  mapped.Geometry.PlotWidth = layout.PlotWidth;
+  PlaceFrequencies(layout, mapped, withMHz, metrics, lines);
   return lines;
 }
 

@@ -1,9 +1,8 @@
-// Grid lines and labels of the scale, as positions and texts.
-// Draws nothing; every x comes from the frame geometry.
+// Where the lines and labels of the scale stand, and what the labels say.
+// Positions and texts only; ScalePainter draws them.
 #pragma once
 
-#include <QFont>
-#include <QRect>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -12,27 +11,40 @@
 
 namespace spectrino {
 
-struct GridLine {
-  int Position = 0;  ///< row of a level line, column of a frequency line
-  bool IsSubDivision = false;
-
-  bool operator==(const GridLine&) const = default;
+struct ScaleLine {
+  int Position = 0;  ///< y of a level line, x of a frequency line: its first device pixel
+  bool SubDivision = false;
 };
 
 struct ScaleLabel {
   std::string Text;
-  QRect Area;  ///< where the text stands, device pixels of the picture
+  int Left = 0;  ///< box in device pixels
+  int Top = 0;
+  int Width = 0;
+  int Height = 0;
 };
 
 struct ScaleLines {
-  std::vector<GridLine> Levels;       ///< top first
-  std::vector<GridLine> Frequencies;  ///< centre first, then outwards
-  std::vector<ScaleLabel> LevelLabels;
+  std::vector<ScaleLine> Levels;
+  std::vector<ScaleLine> Frequencies;
+  std::vector<ScaleLabel> LevelLabels;  ///< top to bottom
   std::vector<ScaleLabel> FrequencyLabels;
 };
 
-/// Labels that would overlap another or leave the picture are left out. font: as drawn, device pixels.
-[[nodiscard]] ScaleLines LayOutScale(const ScaleState& scale, const PlotLayout& layout, bool showSubDivisions,
-                                     bool showMHz, const QFont& font);
+/// What the label font needs, in device pixels.
+struct LabelMetrics {
+  std::function<int(const std::string&)> TextWidth;
+  int TextHeight = 0;
+};
+
+/// First pixel of a line of lineWidth pixels at x; inside 0..plotWidth - lineWidth for an x in 0..plotWidth.
+[[nodiscard]] int LinePixel(double x, int plotWidth, int lineWidth);
+
+/// Lines of the level grid every GridStep dB, at the top and at the bottom; sub-divisions every GridStep / 5
+/// with subDivisions. Frequency lines at LabelCentreMHz and GridOffsetHz to both sides of it, through
+/// scale.Geometry; lines out of view or within 2 logical pixels of the last one are skipped. A label that
+/// would touch another one or leave the picture is skipped; the centre's label has the first choice.
+[[nodiscard]] ScaleLines PlaceScale(const PlotLayout& layout, const ScaleState& scale, bool subDivisions,
+                                    bool withMHz, const LabelMetrics& metrics);
 
 }  // namespace spectrino

@@ -1,58 +1,41 @@
-// The part of the plot that stands still: background, filter shading, grid and labels, kept as a picture.
-// Knows no trace; draws anew only when something that it shows has changed.
+// The scale as a picture: background, grid, frame and labels.
+// Drawn once per change of scale, size or options; nothing here runs per frame.
 #pragma once
 
 #include <QFont>
 #include <QImage>
-#include <optional>
-#include <span>
-#include <vector>
 
-#include "display/Colours.h"
 #include "display/PlotLayout.h"
 #include "display/ScaleLines.h"
+#include "settings/ColourTable.h"
 #include "state/ScaleState.h"
 
 namespace spectrino {
 
-/// A column range of the plot tinted under grid and trace: a filter's passband.
-struct PlotShade {
-  int Left = 0;   ///< first column
-  int Right = 0;  ///< one past the last
-  QRgb Colour = 0;
-  double Opacity = 0;
-
-  bool operator==(const PlotShade&) const = default;
-};
+/// The application's font at this many logical pixels (at least 9), scaled for the screen.
+[[nodiscard]] QFont DisplayFont(double logicalPixels, double scale, bool bold = false);
+/// Room for the labels in that font.
+[[nodiscard]] PlotMargins MarginsFor(const QFont& font, double scale);
+[[nodiscard]] LabelMetrics MetricsOf(const QFont& font);
 
 struct ScaleLook {
-  DisplayColours Colours{};
-  bool ShowSubDivisions = false;
-  bool ShowMHz = true;
-
-  bool operator==(const ScaleLook&) const = default;
+  ColourTable Colours = kColoursK4;
+  bool SubD = false;
+  bool MHz = true;
 };
 
 class ScalePainter {
  public:
-  /// The picture above the waterfall, layout.Width x layout.SpectrumHeight(). Its geometry's PlotWidth is the
-  /// layout's.
-  const QImage& Picture(const ScaleState& scale, const PlotLayout& layout, const ScaleLook& look,
-                        const QFont& font, std::span<const PlotShade> shades);
+  /// Draws everything above the waterfall, the label column included, into Picture().
+  void Render(const PlotLayout& layout, const ScaleState& scale, const ScaleLook& look, const QFont& font);
 
-  /// What the picture shows.
+  /// layout.Width x layout.WaterfallTop device pixels, opaque.
+  [[nodiscard]] const QImage& Picture() const { return picture_; }
   [[nodiscard]] const ScaleLines& Lines() const { return lines_; }
 
  private:
-  void Draw();
-
-  ScaleState scale_;
-  PlotLayout layout_;
-  ScaleLook look_;
-  QFont font_;
-  std::vector<PlotShade> shades_;
-  ScaleLines lines_;
   QImage picture_;
+  ScaleLines lines_;
 };
 
 }  // namespace spectrino

@@ -1,49 +1,62 @@
-// Trace, gradient fill and background peak, written straight into the picture's rows.
-// Knows neither frequencies nor points: one level per pixel column comes in.
+// The trace, its fill and the background peak, written straight into the pixels.
+// Draws levels that are already one per pixel column; grid and overlays are drawn elsewhere.
 #pragma once
 
 #include <QImage>
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <vector>
 
 #include "display/PlotLayout.h"
+#include "settings/ColourTable.h"
 #include "state/ScaleState.h"
 
 namespace spectrino {
 
-struct TraceInput {
-  std::span<const float> Levels;  ///< one per column of the plot; kUndrawnLevel: nothing to draw
-  std::span<const float> Peak;    ///< the same for the background peak; empty: off
-  LevelScale Scale;
-  QRgb Signal = 0;
-  QRgb BackgroundPeak = 0;
-  std::optional<QRgb> Fill;  ///< nothing: line only
+/// What is drawn of one frame: levels by pixel column, kUndrawnLevel where there is none.
+struct TraceLevels {
+  std::span<const float> Trace;
+  std::span<const float> BackgroundPeak;  ///< empty: not drawn
 };
 
 class TracePainter {
  public:
-  /// Writes backdrop with the traces on it to picture, both RGB32 and of one size. Levels outside the scale
-  /// are cut at the plot's edges.
-  void Paint(const QImage& backdrop, const PlotLayout& layout, const TraceInput& input, QImage& picture);
+  /// plain: the picture without a trace, up to the bottom of the plot at least. The fill is blended over it
+  /// here, once, so that a frame only chooses between the two. Without fill only the line is drawn. Picture()
+  /// is plain until the next Draw.
+  void SetBackground(const QImage& plain, const PlotLayout& layout, const ColourTable& colours, bool fill);
+
+  /// Draws the frame into Picture(), where only what differs from the last frame is touched. plain: as given
+  /// to SetBackground. levels: PlotWidth columns each.
+  void Draw(const QImage& plain, const TraceLevels& levels, const LevelScale& scale);
+
+  /// As large as plain; plain but for the plot's columns 0..PlotWidth-1 from TopMargin to PlotBottom.
+  [[nodiscard]] const QImage& Picture() const { return picture_; }
 
  private:
-  using Heights = std::vector<float>;  ///< y of a trace by column, from the plot's top; kNoLine: none
+  using Heights = std::vector<float>;  ///< y of each column in the plot; kNoHeight where undrawn
+  struct Rows {
+    std::int32_t First = 0;
+    std::int32_t End = 0;
+  };
 
-  void PrepareFilled(const QImage& backdrop, const PlotLayout& layout, QRgb fill);
-  void PaintRows(const QImage& backdrop, const PlotLayout& layout, bool isFilled, QImage& picture);
+  void FindHeights(std::span<const float> levels, const LevelScale& scale, Heights& heights) const;
+  [[nodiscard]] std::int32_t FirstFilled(float height) const;
+  void FillAll(const QImage& plain);
+  void FillChanged(const QImage& plain);
+  void DrawLine(const Heights& heights, QRgb colour);
 
-  // The fill depends only on the row and on what lies under it, so it is blended once per backdrop; a frame
-  // then takes each pixel from one picture or the other.
-  QImage filled_;
-  qint64 filledFrom_ = 0;  ///< cache key of the backdrop that filled_ was made of
-  PlotLayout filledLayout_;
-  QRgb filledWith_ = 0;
-
-  Heights traceHeights_;
+  PlotLayout layout_;
+  QRgb lineColour_ = 0;
+  QRgb peakColour_ = 0;
+  bool fill_ = false;
+  bool fresh_ = true;  ///< nothing was drawn over this background yet
+  QImage picture_;
+  QImage filled_;  ///< the plot under the fill's gradient
+  Heights heights_;
   Heights peakHeights_;
-  std::vector<std::int32_t> firstRows_;  ///< first filled row of each column
+  std::vector<std::int32_t> firstFilled_;  ///< by column: first row of the plot below the trace
+  std::vector<Rows> lineRows_;             ///< by column: where the lines of the last frame may have been
 };
 
 }  // namespace spectrino

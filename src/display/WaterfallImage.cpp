@@ -1,100 +1,159 @@
 #include "display/WaterfallImage.h"
 
-#include <QPainter>
 #include <algorithm>
+#include <array>
 #include <cassert>
+#include <cmath>
 #include <cstddef>
-#include <utility>
 
 #include "display/Colours.h"
 #include "dsp/DisplayTrace.h"
 #include "state/SpectrumLine.h"
 
 namespace spectrino {
+namespace {
 
-void ResampleColumns(std::span<const float> from, std::span<float> to) {
-  if (from.empty()) {
-    std::ranges::fill(to, kUndrawnLevel);
-    return;
-  }
-  for (std::size_t x = 0; x < to.size(); ++x) {
-    const std::size_t begin = x * from.size() / to.size();
-    const std::size_t end = std::max(begin + 1, (x + 1) * from.size() / to.size());
-    float strongest = from[begin];
-    for (std::size_t i = begin + 1; i < end; ++i) {
-      // No value is no level: -200 would win over a level below it.
-      const bool isStronger = strongest == kUndrawnLevel || from[i] > strongest;
-      if (from[i] != kUndrawnLevel && isStronger) strongest = from[i];
-    }
-    to[x] = strongest;
-  }
+std::size_t At(int index) {
+  return static_cast<std::size_t>(index);
 }
+
+QRgb HalfBright(QRgb colour) {
+  return 0xFF000000U | (colour >> 1 & 0x7F7F7FU);
+}
+
+}  // namespace
 
 void WaterfallImage::Resize(int width, int height) {
-  width = std::max(width, 0);
-  height = std::max(height, 0);
-  if (width == width_ && height == height_) return;
-  WaterfallImage old = std::move(*this);
-  *this = WaterfallImage();
-  width_ = width;
-  height_ = height;
-  const auto pixels = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
-  if (pixels == 0) return;
-  levels_.assign(pixels, kUndrawnLevel);
-  rows_.resize(static_cast<std::size_t>(height));
-  picture_ = QImage(width, height, QImage::Format_RGB32);
-  picture_.fill(WaterfallColour(0));
-  lineCount_ = std::min(old.lineCount_, height);
-  for (int y = 0; y < lineCount_; ++y) {
-    const int oldSlot = old.SlotOf(y);
-    rows_[static_cast<std::size_t>(y)] = old.rows_[static_cast<std::size_t>(oldSlot)];
-    ResampleColumns(old.LevelsOf(oldSlot), LevelsOf(y));
-    PaintSlot(y);
+  width = std::max(0, width);
+  height = std::max(0, height);
+  if (width == Width() && height == Height()) return;
+  const int oldWidth = Width();
+  const int kept = width > 0 && oldWidth > 0 ? std::min(count_, height) : 0;
+  std::vector<float> levels(At(width) * At(height), kUndrawnLevel);
+  std::vector<WaterfallRow> rows(At(height));
+  for (int y = 0; y < kept; ++y) {
+    const int slot = SlotAt(y);
+    const auto old = LevelsOf(slot);
+    rows[At(y)] = rows_[At(slot)];
+    float* const target = levels.data() + At(y) * At(width);
+    for (int x = 0; x < width; ++x) target[x] = old[At((2 * x + 1) * oldWidth / (2 * width))];
   }
+  levels_ = std::move(levels);
+  rows_ = std::move(rows);
+  picture_ = width > 0 && height > 0 ? QImage(width, height, QImage::Format_RGB32) : QImage();
+  head_ = 0;
+  count_ = kept;
+  PaintAll();
 }
 
-void WaterfallImage::AddLine(std::span<const float> levels, const WaterfallRow& row) {
-  if (levels_.empty()) return;
-  assert(static_cast<int>(levels.size()) == width_);
-  newest_ = (newest_ + height_ - 1) % height_;
-  lineCount_ = std::min(lineCount_ + 1, height_);
-  rows_[static_cast<std::size_t>(newest_)] = row;
-  std::ranges::copy(levels, LevelsOf(newest_).begin());
-  PaintSlot(newest_);
+void WaterfallImage::SetEmptyColour(QRgb colour) {
+  if (colour == emptyColour_) return;
+  emptyColour_ = colour;
+  PaintAll();
+}
+
+void WaterfallImage::SetFollow(bool follow) {
+  if (follow == follow_) return;
+  follow_ = follow;
+  PaintAll();
 }
 
 void WaterfallImage::Clear() {
-  newest_ = 0;
-  lineCount_ = 0;
+  head_ = 0;
+  count_ = 0;
+  if (!picture_.isNull()) picture_.fill(emptyColour_);
 }
 
-std::optional<WaterfallRow> WaterfallImage::RowAt(int y) const {
-  if (y < 0 || y >= lineCount_) return std::nullopt;
-  return rows_[static_cast<std::size_t>(SlotOf(y))];
+void WaterfallImage::AddLine(std::span<const float> levels, const WaterfallRow& row) {
+  if (picture_.isNull()) return;
+  assert(static_cast<int>(levels.size()) == Width());
+  // The ring turns by one row; what was at the bottom is overwritten, nothing else moves.
+  head_ = (head_ + Height() - 1) % Height();
+  count_ = std::min(count_ + 1, Height());
+  std::ranges::copy(levels, levels_.begin() + static_cast<std::ptrdiff_t>(At(head_) * At(Width())));
+  rows_[At(head_)] = row;
+  const bool moved = row.LeftMHz != leftMHz_ || row.RightMHz != rightMHz_;
+  leftMHz_ = row.LeftMHz;
+  rightMHz_ = row.RightMHz;
+  if (follow_ && moved) {
+    PaintAll();
+  } else {
+    PaintSlot(head_);
+  }
 }
 
-void WaterfallImage::Draw(QPainter& painter, QPoint topLeft) const {
-  // The ring in two pieces: from the newest line to the last slot, then from the first slot on.
-  const int upper = std::min(lineCount_, height_ - newest_);
-  const int lower = lineCount_ - upper;
-  if (upper > 0) painter.drawImage(topLeft, picture_, QRect(0, newest_, width_, upper));
-  if (lower > 0) painter.drawImage(topLeft + QPoint(0, upper), picture_, QRect(0, 0, width_, lower));
+int WaterfallImage::SlotAt(int y) const {
+  return (head_ + y) % Height();
 }
 
-std::span<float> WaterfallImage::LevelsOf(int slot) {
-  const auto width = static_cast<std::size_t>(width_);
-  return std::span<float>(levels_).subspan(static_cast<std::size_t>(slot) * width, width);
+std::span<const float> WaterfallImage::LevelsOf(int slot) const {
+  return std::span<const float>(levels_).subspan(At(slot) * At(Width()), At(Width()));
+}
+
+/// The row's own column that is shown at x; -1 when the row does not reach there.
+int WaterfallImage::SourceColumn(const WaterfallRow& row, int x) const {
+  if (!follow_ || row.RightMHz <= row.LeftMHz) return x;
+  if (row.LeftMHz == leftMHz_ && row.RightMHz == rightMHz_) return x;
+  const double mhz = leftMHz_ + (x + 0.5) / Width() * (rightMHz_ - leftMHz_);
+  const double column = std::floor((mhz - row.LeftMHz) / (row.RightMHz - row.LeftMHz) * Width());
+  return column >= 0 && column < Width() ? static_cast<int>(column) : -1;
 }
 
 void WaterfallImage::PaintSlot(int slot) {
-  const WaterfallRow& row = rows_[static_cast<std::size_t>(slot)];
-  const std::span<const float> levels = LevelsOf(slot);
-  auto* out = reinterpret_cast<QRgb*>(picture_.scanLine(slot));
-  for (std::size_t x = 0; x < levels.size(); ++x) {
-    const int index =
-        levels[x] == kUndrawnLevel ? 0 : WaterfallColourIndex(levels[x], row.BottomLevel, row.TopLevel);
-    out[x] = row.IsDimmed ? DimmedWaterfallColour(index) : WaterfallColour(index);
+  const WaterfallRow& row = rows_[At(slot)];
+  const auto levels = LevelsOf(slot);
+  const auto& palette = WaterfallPalette();
+  auto* const pixels = reinterpret_cast<QRgb*>(picture_.scanLine(slot));
+  for (int x = 0; x < Width(); ++x) {
+    const int source = SourceColumn(row, x);
+    if (source < 0) {
+      pixels[x] = emptyColour_;
+      continue;
+    }
+    const QRgb colour = palette[At(WaterfallColourIndex(levels[At(source)], row.BottomLevel, row.TopLevel))];
+    pixels[x] = row.Dimmed ? HalfBright(colour) : colour;
   }
+}
+
+void WaterfallImage::PaintAll() {
+  if (picture_.isNull()) return;
+  if (count_ < Height()) picture_.fill(emptyColour_);
+  for (int y = 0; y < count_; ++y) PaintSlot(SlotAt(y));
+}
+
+void WaterfallImage::Draw(QPainter& painter, int left, int top) const {
+  if (picture_.isNull()) return;
+  const int upper = Height() - head_;
+  painter.drawImage(QPoint(left, top), picture_, QRect(0, head_, Width(), upper));
+  if (head_ > 0) painter.drawImage(QPoint(left, top + upper), picture_, QRect(0, 0, Width(), head_));
+}
+
+QImage WaterfallImage::ToImage() const {
+  if (picture_.isNull()) return {};
+  QImage image(picture_.size(), QImage::Format_RGB32);
+  QPainter painter(&image);
+  Draw(painter, 0, 0);
+  return image;
+}
+
+std::optional<WaterfallRow> WaterfallImage::RowAt(int y) const {
+  if (y < 0 || y >= count_) return std::nullopt;
+  return rows_[At(SlotAt(y))];
+}
+
+float WaterfallImage::LevelAt(int x, int y) const {
+  if (x < 0 || x >= Width() || y < 0 || y >= count_) return kUndrawnLevel;
+  const int slot = SlotAt(y);
+  const int source = SourceColumn(rows_[At(slot)], x);
+  return source < 0 ? kUndrawnLevel : LevelsOf(slot)[At(source)];
+}
+
+double WaterfallImage::FrequencyAt(double x, int y) const {
+  const auto row = RowAt(y);
+  if (!row || Width() == 0) return 0;
+  const double left = follow_ ? leftMHz_ : row->LeftMHz;
+  const double right = follow_ ? rightMHz_ : row->RightMHz;
+  return left + x / Width() * (right - left);
 }
 
 }  // namespace spectrino

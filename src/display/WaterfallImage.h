@@ -1,63 +1,73 @@
-// The waterfall's memory: lines of levels with their frequencies and times, and their picture.
-// Chooses no levels and no scale; each line keeps the colours of the scale that it was drawn with.
+// The waterfall: one line of colours per frame, newest on top, and the levels behind them.
+// Takes levels per pixel column; which levels those are and where the picture stands is decided elsewhere.
 #pragma once
 
 #include <QImage>
-#include <QPoint>
+#include <QPainter>
 #include <chrono>
 #include <optional>
 #include <span>
 #include <vector>
 
-class QPainter;
-
 namespace spectrino {
 
+/// What a line of the waterfall knows of itself.
 struct WaterfallRow {
-  double LeftMHz = 0;   ///< frequency at x = 0
-  double RightMHz = 0;  ///< frequency at x = width
-  std::chrono::system_clock::time_point Utc{};
-  float BottomLevel = 0;  ///< level of colour index 0
-  float TopLevel = 0;     ///< level of colour index 256
-  bool IsDimmed = false;  ///< half brightness: the radio was transmitting
+  double LeftMHz = 0;   ///< frequency at x = 0 when the line was taken
+  double RightMHz = 0;  ///< frequency at the picture's width
+  std::chrono::system_clock::time_point TakenUtc{};
+  float BottomLevel = 0;  ///< its colours run from here
+  float TopLevel = 0;     ///< to here
+  bool Dimmed = false;    ///< half brightness: the radio was transmitting
 };
 
 class WaterfallImage {
  public:
-  /// Device pixels. Lines held before are laid out anew: the strongest level where columns merge, the nearest
-  /// one where they spread; the oldest fall off. Memory: 8 bytes a pixel. The only call that allocates.
+  /// Device pixels. What is held is laid out again: columns by the nearest one, rows as they are, those that
+  /// no longer fit are forgotten. Memory is taken here and nowhere else: eight bytes a pixel and 48 a row.
   void Resize(int width, int height);
-
-  /// One level per column (kUndrawnLevel: no value, drawn like index 0). Becomes the top line, all others
-  /// move down by one, the oldest falls off.
-  void AddLine(std::span<const float> levels, const WaterfallRow& row);
+  /// Colour where no line has been yet.
+  void SetEmptyColour(QRgb colour);
+  /// With follow on, older lines stand where their frequencies are in the newest line's range; off, they
+  /// scroll straight down.
+  void SetFollow(bool follow);
   void Clear();
 
-  [[nodiscard]] int Width() const { return width_; }
-  [[nodiscard]] int Height() const { return height_; }
-  /// Lines held, at most Height().
-  [[nodiscard]] int LineCount() const { return lineCount_; }
-  /// The line at y, 0 the newest; nothing below the oldest.
-  [[nodiscard]] std::optional<WaterfallRow> RowAt(int y) const;
+  /// A new line on top. levels: one per column, as many as the picture is wide.
+  void AddLine(std::span<const float> levels, const WaterfallRow& row);
 
-  /// Draws the lines held with the newest at topLeft; what lies below the oldest stays as it is.
-  void Draw(QPainter& painter, QPoint topLeft) const;
+  /// Draws it with its top left corner there, in the painter's pixels.
+  void Draw(QPainter& painter, int left, int top) const;
+  /// The same as a picture of its own, newest line first.
+  [[nodiscard]] QImage ToImage() const;
+
+  [[nodiscard]] int Width() const { return picture_.width(); }
+  [[nodiscard]] int Height() const { return picture_.height(); }
+  /// Lines held, at most Height().
+  [[nodiscard]] int RowCount() const { return count_; }
+  /// The line y pixels below the newest; nothing where no line has been yet.
+  [[nodiscard]] std::optional<WaterfallRow> RowAt(int y) const;
+  /// Level at a column as it is shown; kUndrawnLevel where there is none.
+  [[nodiscard]] float LevelAt(int x, int y) const;
+  /// Frequency at a column as it is shown, 0 where no line has been yet.
+  [[nodiscard]] double FrequencyAt(double x, int y) const;
 
  private:
-  [[nodiscard]] int SlotOf(int y) const { return (newest_ + y) % height_; }
-  [[nodiscard]] std::span<float> LevelsOf(int slot);
+  [[nodiscard]] int SlotAt(int y) const;
+  [[nodiscard]] std::span<const float> LevelsOf(int slot) const;
+  [[nodiscard]] int SourceColumn(const WaterfallRow& row, int x) const;
   void PaintSlot(int slot);
+  void PaintAll();
 
-  int width_ = 0;
-  int height_ = 0;
-  int newest_ = 0;  ///< slot of the top line; older ones follow, around the end
-  int lineCount_ = 0;
-  std::vector<float> levels_;       ///< by slot and column
-  std::vector<WaterfallRow> rows_;  ///< by slot
-  QImage picture_;                  ///< by slot
+  QImage picture_;  ///< a ring of rows: the newest at head_, older ones below it, then from row 0 on
+  std::vector<float> levels_;       ///< the same ring, Width() levels a row
+  std::vector<WaterfallRow> rows_;  ///< the same ring
+  int head_ = 0;
+  int count_ = 0;
+  QRgb emptyColour_ = 0xFF000000U;
+  bool follow_ = false;
+  double leftMHz_ = 0;  ///< range of the newest line, which older ones follow
+  double rightMHz_ = 0;
 };
-
-/// Columns of one width laid on another: the strongest where several fall into one, else the nearest.
-void ResampleColumns(std::span<const float> from, std::span<float> to);
 
 }  // namespace spectrino
