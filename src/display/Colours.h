@@ -1,0 +1,32 @@
+// Display colours as Qt wants them, and the waterfall's palette.
+// Which colour means what is settings/ColourTable.h; nothing is chosen here.
+#pragma once
+
+#include <QRgb>
+#include <array>
+#include <cstdint>
+
+#include "settings/ColourTable.h"
+
+namespace spectrino {
+
+inline constexpr int kWaterfallColours = 257;
+
+/// 0x00BBGGRR to an opaque QRgb.
+[[nodiscard]] QRgb ToRgb(std::uint32_t bgr);
+/// The colour with this index of the table; an index outside it gives the grid colour.
+[[nodiscard]] QRgb ColourAt(const ColourTable& colours, int index);
+[[nodiscard]] inline QRgb ColourAt(const ColourTable& colours, enum ColourIndex index) {
+  return ToRgb(ColourOf(colours, index));
+}
+
+/// base where alpha is 0, over where it is 1.
+[[nodiscard]] QRgb Mix(QRgb base, QRgb over, double alpha);
+
+/// Hue 256 - index degrees, full saturation, brightness min(3 * index, 100) %: black at 0, violet-blue, blue,
+/// cyan, green, yellow, red at 256. index is clamped to 0..256.
+[[nodiscard]] QRgb WaterfallColour(int index);
+/// All of them, by index.
+[[nodiscard]] const std::array<QRgb, kWaterfallColours>& WaterfallPalette();
+
+}  // namespace spectrino

@@ -1,0 +1,83 @@
+#include "display/MarkerPainter.h"
+
+#include <QFontMetrics>
+#include <QString>
+#include <algorithm>
+#include <cmath>
+
+#include "display/Colours.h"
+#include "display/RowKernels.h"
+#include "display/ScaleLines.h"
+
+namespace spectrino {
+namespace {
+
+/// The darker the colour, the denser its shade: the trace must stay readable over it.
+int ShadeAlpha256(QRgb colour) {
+  const double luminance = (0.30 * qRed(colour) + 0.59 * qGreen(colour) + 0.11 * qBlue(colour)) / 255;
+  return static_cast<int>(std::clamp(0.9 - 1.2 * luminance, 0.2, 0.75) * 256);
+}
+
+bool InView(const PlotMarker& marker, const PlotLayout& layout, const FrameGeometry& geometry) {
+  if (marker.FreqMHz <= 0) return false;
+  const double x = geometry.FrequencyToPixel(marker.FreqMHz);
+  return x >= 0 && x <= layout.PlotWidth;
+}
+
+QRect FreeFlagBox(const PlotLayout& layout, int lineX, QSize size, const std::vector<QRect>& taken) {
+  const bool flip = lineX + size.width() > layout.PlotWidth;
+  QRect box(QPoint(flip ? lineX + layout.LineWidth() - size.width() : lineX, layout.TopMargin), size);
+  const auto covers = [&box](const QRect& other) { return other.intersects(box); };
+  while (std::ranges::any_of(taken, covers) && box.bottom() + size.height() < layout.PlotBottom()) {
+    box.translate(0, size.height() + layout.Px(1));
+  }
+  return box;
+}
+
+}  // namespace
+
+void ShadePassbands(QImage& background, const PlotLayout& layout, const FrameGeometry& geometry,
+                    std::span<const PlotMarker> markers, const ColourTable& colours) {
+  if (!geometry.Valid()) return;
+  for (const PlotMarker& marker : markers) {
+    if (!(marker.PassbandHighMHz > marker.PassbandLowMHz)) continue;
+    const double width = layout.PlotWidth;
+    const double low = std::clamp(geometry.FrequencyToPixel(marker.PassbandLowMHz), 0.0, width);
+    const double high = std::clamp(geometry.FrequencyToPixel(marker.PassbandHighMHz), 0.0, width);
+    const int first = static_cast<int>(low);
+    const int count = static_cast<int>(std::ceil(high)) - first;
+    if (count <= 0 || high <= low) continue;
+    const QRgb colour = ColourAt(colours, marker.FilterColourIndex);
+    const int alpha = ShadeAlpha256(colour);
+    for (int y = layout.TopMargin; y < layout.PlotBottom(); ++y) {
+      const std::span row(reinterpret_cast<QRgb*>(background.scanLine(y)) + first,
+                          static_cast<std::size_t>(count));
+      BlendRow(row, colour, alpha, row);
+    }
+  }
+}
+
+void DrawMarkers(QPainter& painter, const PlotLayout& layout, const FrameGeometry& geometry,
+                 std::span<const PlotMarker> markers, const ColourTable& colours, const QFont& font,
+                 std::vector<QRect>& taken) {
+  if (!geometry.Valid() || layout.PlotHeight <= 0) return;
+  painter.setFont(font);
+  const QFontMetrics metrics(font);
+  for (const PlotMarker& marker : markers) {
+    if (!InView(marker, layout, geometry)) continue;
+    const QColor colour(ColourAt(colours, marker.ColourIndex));
+    const int x = LinePixel(geometry.FrequencyToPixel(marker.FreqMHz), layout.PlotWidth, layout.LineWidth());
+    painter.fillRect(x, layout.TopMargin, layout.LineWidth(), layout.PlotHeight, colour);
+    if (marker.Label.empty()) continue;
+    const QString label = QString::fromStdString(marker.Label);
+    const int height = metrics.ascent() + layout.Px(3);
+    const QSize size(std::max(height, metrics.horizontalAdvance(label) + layout.Px(4)), height);
+    const QRect box = FreeFlagBox(layout, x, size, taken);
+    painter.fillRect(box, colour);
+    painter.setPen(qGray(colour.rgb()) > 90 ? Qt::black : Qt::white);
+    painter.drawText(box, Qt::AlignCenter, label);
+    taken.push_back(box);
+  }
+}
+
+}  // namespace spectrino

@@ -1,0 +1,47 @@
+// Texts over the plot: the pointer's frequency and level, the information line, the waterfall's times.
+// Draws what it is given; finds nothing out by itself.
+#pragma once
+
+#include <QFont>
+#include <QPainter>
+#include <QRect>
+#include <QString>
+#include <string>
+#include <vector>
+
+#include "display/PlotLayout.h"
+#include "display/WaterfallImage.h"
+#include "settings/ColourTable.h"
+
+namespace spectrino {
+
+/// "14.084.150  -71 dBm"; while no frequency is known the offset from the centre, "+1.25K  -71 dBm". Without
+/// a level (kUndrawnLevel) the frequency alone.
+[[nodiscard]] std::string HoverText(double freqMHz, bool frequencyKnown, float level);
+
+/// Dashed line at x from the top margin to the bottom of the picture, its text beside it: right of it, left
+/// where it would leave the plot. Returns the text's box.
+QRect DrawHover(QPainter& painter, const PlotLayout& layout, int x, const std::string& text,
+                const ColourTable& colours, const QFont& font);
+
+/// Top left, shortened with an ellipsis where the plot is too narrow. Returns its box.
+QRect DrawInfo(QPainter& painter, const PlotLayout& layout, const std::string& text,
+               const ColourTable& colours, const QFont& font);
+
+/// A time in the waterfall's label column.
+struct TimeMark {
+  int Y = 0;         ///< rows below the newest line
+  std::string Text;  ///< "21:25Z"
+
+  bool operator==(const TimeMark&) const = default;
+};
+
+/// The newest line's time, and below it each row where an older minute begins; those closer than minDistance
+/// rows to the one above are left out.
+[[nodiscard]] std::vector<TimeMark> TimeMarks(const WaterfallImage& waterfall, int minDistance);
+
+/// Draws them in the label column; one that would be cut at the bottom is left out.
+void DrawTimes(QPainter& painter, const PlotLayout& layout, const std::vector<TimeMark>& marks,
+               const ColourTable& colours, const QFont& font);
+
+}  // namespace spectrino

@@ -1,0 +1,214 @@
+#include "display/PanDisplay.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstring>
+#include <utility>
+
+#include "display/Colours.h"
+#include "display/Overlays.h"
+
+namespace spectrino {
+namespace {
+
+// Logical pixels.
+constexpr double kLabelFont = 9.5;
+constexpr double kTextFont = 10.5;
+
+/// Copies the pixels without giving up target's own memory.
+void CopyPixels(const QImage& source, QImage& target) {
+  if (target.size() != source.size()) target = QImage(source.size(), source.format());
+  if (!source.isNull())
+    std::memcpy(target.bits(), source.constBits(), static_cast<std::size_t>(source.sizeInBytes()));
+}
+
+}  // namespace
+
+void PanDisplay::Resize(QSize logical, double devicePixelRatio) {
+  if (logical == logicalSize_ && devicePixelRatio == layout_.Scale) return;
+  logicalSize_ = logical;
+  layout_.Scale = devicePixelRatio;
+  labelFont_ = DisplayFont(kLabelFont, devicePixelRatio);
+  textFont_ = DisplayFont(kTextFont, devicePixelRatio);
+  flagFont_ = DisplayFont(kTextFont, devicePixelRatio, true);
+  LayOut();
+}
+
+void PanDisplay::SetOptions(const DisplayOptions& options) {
+  if (options == options_) return;
+  options_ = options;
+  LayOut();
+}
+
+void PanDisplay::LayOut() {
+  const double ratio = layout_.Scale;
+  const int width = static_cast<int>(std::lround(logicalSize_.width() * ratio));
+  const int height = static_cast<int>(std::lround(logicalSize_.height() * ratio));
+  layout_ = LayoutPlot(width, height, ratio, options_.WaterfallSel, MarginsFor(labelFont_, ratio));
+  const auto columns = static_cast<std::size_t>(layout_.PlotWidth);
+  if (trace_.size() != columns) {
+    trace_.assign(columns, kUndrawnLevel);
+    peak_.clear();
+  }
+  scale_.Geometry.PlotWidth = layout_.PlotWidth;
+  waterfall_.SetEmptyColour(ColourAt(options_.Colours, ColourIndex::Background));
+  waterfall_.SetFollow(options_.WFFollow);
+  waterfall_.Resize(layout_.PlotWidth, layout_.WaterfallHeight);
+  scaleDirty_ = dirty_ = true;
+}
+
+void PanDisplay::SetMarkers(std::span<const PlotMarker> markers) {
+  if (std::ranges::equal(markers, markers_)) return;
+  markers_.assign(markers.begin(), markers.end());
+  backgroundDirty_ = dirty_ = true;
+}
+
+void PanDisplay::SetInfoText(std::string text) {
+  if (text == infoText_) return;
+  infoText_ = std::move(text);
+  dirty_ = true;
+}
+
+void PanDisplay::SetHover(std::optional<QPointF> logical) {
+  if (logical) logical = LogicalToPlot(*logical);
+  if (logical == hover_) return;
+  hover_ = logical;
+  dirty_ = true;
+}
+
+void PanDisplay::SetGeometry(const FrameGeometry& geometry) {
+  FrameGeometry ours = geometry;
+  ours.PlotWidth = layout_.PlotWidth;
+  if (ours == scale_.Geometry) return;
+  scale_.Geometry = ours;
+  scaleDirty_ = true;
+}
+
+void PanDisplay::ShowFrame(const Frame& frame) {
+  SetGeometry(frame.Geometry);
+  const SpectrumLine& line = frame.Line;
+  const auto map = [&](DisplayTrace& mapping, std::span<const float> levels, std::vector<float>& pixels) {
+    const int end = std::min(line.EndIndex(), static_cast<int>(levels.size()));
+    pixels.resize(static_cast<std::size_t>(layout_.PlotWidth));
+    mapping.Map(scale_.Geometry, line.FirstIndex, end, levels, pixels);
+  };
+  map(traceMap_, frame.DisplayLevel, trace_);
+  if (frame.BackgroundPeak.empty()) {
+    peak_.clear();
+  } else {
+    map(peakMap_, frame.BackgroundPeak, peak_);
+  }
+  waterfall_.AddLine(trace_, {.LeftMHz = scale_.Geometry.LeftMHz,
+                              .RightMHz = scale_.Geometry.RightMHz,
+                              .TakenUtc = line.TakenUtc,
+                              .BottomLevel = line.BottomLevel,
+                              .TopLevel = line.TopLevel,
+                              .Dimmed = transmitting_});
+  traceDirty_ = dirty_ = true;
+}
+
+void PanDisplay::DrawScale(const ScaleState& scale) {
+  ScaleState ours = scale;
+  ours.Geometry.PlotWidth = layout_.PlotWidth;
+  if (ours == scale_) return;
+  scale_ = ours;
+  scaleDirty_ = dirty_ = true;
+}
+
+void PanDisplay::ClearFrames() {
+  std::ranges::fill(trace_, kUndrawnLevel);
+  peak_.clear();
+  waterfall_.Clear();
+  traceDirty_ = dirty_ = true;
+}
+
+bool PanDisplay::TakeDirty() {
+  return std::exchange(dirty_, false);
+}
+
+/// Each picture is made anew only when what it shows changed; a frame alone touches the last one.
+void PanDisplay::UpdatePlot() {
+  if (scaleDirty_) {
+    const ScaleLook look{.Colours = options_.Colours, .SubD = options_.SubD, .MHz = options_.MHz};
+    scalePainter_.Render(layout_, scale_, look, labelFont_);
+    backgroundDirty_ = true;
+  }
+  if (backgroundDirty_) {
+    CopyPixels(scalePainter_.Picture(), background_);
+    ShadePassbands(background_, layout_, scale_.Geometry, markers_, options_.Colours);
+    tracePainter_.SetBackground(background_, layout_, options_.Colours, options_.Fill);
+    CopyPixels(background_, plot_);
+    traceDirty_ = true;
+  }
+  if (traceDirty_ && !plot_.isNull()) {
+    tracePainter_.Draw(background_, {trace_, peak_}, scale_.Levels, plot_);
+  }
+  scaleDirty_ = backgroundDirty_ = traceDirty_ = false;
+}
+
+void PanDisplay::Paint(QPainter& painter) {
+  UpdatePlot();
+  if (layout_.Width <= 0 || layout_.Height <= 0) return;
+  painter.save();
+  // One of our pixels is one of the device's: nothing is scaled, hairlines stay sharp.
+  const double ratio = painter.device()->devicePixelRatioF();
+  painter.scale(1 / ratio, 1 / ratio);
+  painter.drawImage(QPoint(0, 0), plot_);
+  if (layout_.WaterfallHeight > 0) {
+    waterfall_.Draw(painter, 0, layout_.WaterfallTop);
+    painter.fillRect(layout_.PlotWidth, layout_.WaterfallTop, layout_.LabelMargin, layout_.WaterfallHeight,
+                     QColor(ColourAt(options_.Colours, ColourIndex::Background)));
+  }
+  PaintOverlays(painter);
+  painter.restore();
+}
+
+void PanDisplay::PaintOverlays(QPainter& painter) {
+  const ColourTable& colours = options_.Colours;
+  std::vector<QRect> taken;
+  taken.push_back(DrawInfo(painter, layout_, infoText_, colours, textFont_));
+  DrawMarkers(painter, layout_, scale_.Geometry, markers_, colours, flagFont_, taken);
+  if (const auto column = HoverColumn()) {
+    DrawHover(painter, layout_, *column, TextUnderPointer(), colours, textFont_);
+  }
+  if (layout_.WaterfallHeight > 0) {
+    const int apart = static_cast<int>(1.3 * labelFont_.pixelSize());
+    DrawTimes(painter, layout_, TimeMarks(waterfall_, apart), colours, labelFont_);
+  }
+}
+
+std::optional<int> PanDisplay::HoverColumn() const {
+  if (!hover_ || !scale_.Geometry.Valid()) return std::nullopt;
+  if (hover_->x() < 0 || hover_->x() >= layout_.PlotWidth || hover_->y() < 0 ||
+      hover_->y() >= layout_.Height) {
+    return std::nullopt;
+  }
+  return static_cast<int>(hover_->x());
+}
+
+/// Row of the waterfall under the pointer; negative above it.
+int PanDisplay::HoverRow() const {
+  return static_cast<int>(std::floor(hover_->y())) - layout_.WaterfallTop;
+}
+
+double PanDisplay::HoverFreqMHz() const {
+  if (!hover_) return 0;
+  return scale_.Geometry.PixelToFrequency(hover_->x(), hover_->y(), layout_.PlotBottom());
+}
+
+float PanDisplay::HoverLevel() const {
+  const auto column = HoverColumn();
+  if (!column) return kUndrawnLevel;
+  return HoverRow() >= 0 ? waterfall_.LevelAt(*column, HoverRow())
+                         : trace_[static_cast<std::size_t>(*column)];
+}
+
+std::string PanDisplay::TextUnderPointer() const {
+  double mhz = scale_.Geometry.FrequencyAt(hover_->x());
+  // Below the newest line another frequency may have stood here.
+  if (HoverRow() >= 0 && waterfall_.RowAt(HoverRow())) mhz = waterfall_.FrequencyAt(hover_->x(), HoverRow());
+  return HoverText(mhz, scale_.FrequencyKnown, HoverLevel());
+}
+
+}  // namespace spectrino

@@ -1,0 +1,113 @@
+// The panadapter picture: takes frames, keeps trace and waterfall, paints them with scale and overlays.
+// No widget: whoever owns one calls Paint when TakeDirty says so.
+#pragma once
+
+#include <QFont>
+#include <QImage>
+#include <QPainter>
+#include <QPointF>
+#include <QSize>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "display/MarkerPainter.h"
+#include "display/PlotLayout.h"
+#include "display/ScalePainter.h"
+#include "display/TracePainter.h"
+#include "display/WaterfallImage.h"
+#include "dsp/DisplayTrace.h"
+#include "settings/ColourTable.h"
+#include "state/FrameSink.h"
+
+namespace spectrino {
+
+struct DisplayOptions {
+  ColourTable Colours = kColoursK4;
+  bool Fill = true;
+  bool SubD = false;
+  bool MHz = true;
+  int WaterfallSel = 0;   ///< 0 off, 1 one eighth, 2 a quarter, 3 half
+  bool WFFollow = false;  ///< older waterfall lines stay at their frequencies
+
+  bool operator==(const DisplayOptions&) const = default;
+};
+
+/// All x of FrameGeometry and all sizes of PlotLayout are device pixels here; only Resize, SetHover and
+/// LogicalToPlot take logical ones.
+class PanDisplay : public FrameSink {
+ public:
+  void Resize(QSize logical, double devicePixelRatio);
+  void SetOptions(const DisplayOptions& options);
+  void SetMarkers(std::span<const PlotMarker> markers);
+  void SetInfoText(std::string text);
+  /// Pointer position in logical pixels; nothing while it is outside.
+  void SetHover(std::optional<QPointF> logical);
+  /// While set, new waterfall lines are half as bright.
+  void SetTransmitting(bool transmitting) { transmitting_ = transmitting; }
+
+  /// Device pixels: what the run cycle makes its geometry for.
+  [[nodiscard]] double PlotWidth() const override { return layout_.PlotWidth; }
+  /// Maps the levels to columns and adds a line to the waterfall; paints nothing. A frame made for another
+  /// width is shown in this one.
+  void ShowFrame(const Frame& frame) override;
+  void DrawScale(const ScaleState& scale) override;
+  void ClearFrames() override;
+
+  /// Paints everything with the top left corner at the painter's origin, device pixel by device pixel of a
+  /// device with the ratio given to Resize. The painter's pen and font are left as they were.
+  void Paint(QPainter& painter);
+  /// True when something changed since the last call.
+  [[nodiscard]] bool TakeDirty();
+
+  [[nodiscard]] const PlotLayout& Layout() const { return layout_; }
+  /// Of the newest frame or scale, whichever came last.
+  [[nodiscard]] const FrameGeometry& Geometry() const { return scale_.Geometry; }
+  [[nodiscard]] const ScaleLines& Scale() const { return scalePainter_.Lines(); }
+  [[nodiscard]] const WaterfallImage& Waterfall() const { return waterfall_; }
+  /// A logical position in device pixels, as FrameGeometry counts them.
+  [[nodiscard]] QPointF LogicalToPlot(QPointF logical) const { return logical * layout_.Scale; }
+  /// Frequency under the pointer; 0 outside the plot (the waterfall is outside).
+  [[nodiscard]] double HoverFreqMHz() const;
+  /// Level shown under the pointer, in plot or waterfall; kUndrawnLevel where there is none.
+  [[nodiscard]] float HoverLevel() const;
+
+ private:
+  void LayOut();
+  void SetGeometry(const FrameGeometry& geometry);
+  void UpdatePlot();
+  void PaintOverlays(QPainter& painter);
+  [[nodiscard]] std::optional<int> HoverColumn() const;
+  [[nodiscard]] std::string TextUnderPointer() const;
+  [[nodiscard]] int HoverRow() const;
+
+  QSize logicalSize_;
+  DisplayOptions options_;
+  PlotLayout layout_;
+  QFont labelFont_;
+  QFont textFont_;
+  QFont flagFont_;
+  ScaleState scale_;
+  std::vector<PlotMarker> markers_;
+  std::string infoText_;
+  std::optional<QPointF> hover_;  ///< device pixels
+  bool transmitting_ = false;
+
+  DisplayTrace traceMap_;
+  DisplayTrace peakMap_;
+  std::vector<float> trace_;  ///< levels by column
+  std::vector<float> peak_;   ///< empty while the background peak is off
+  ScalePainter scalePainter_;
+  TracePainter tracePainter_;
+  WaterfallImage waterfall_;
+  QImage background_;  ///< the scale with the passbands
+  QImage plot_;        ///< the same with the trace: everything above the waterfall
+
+  bool dirty_ = true;
+  bool scaleDirty_ = true;
+  bool backgroundDirty_ = true;
+  bool traceDirty_ = true;
+};
+
+}  // namespace spectrino
