@@ -23,6 +23,16 @@ std::string MinuteText(std::chrono::sys_time<std::chrono::minutes> minute) {
   return text;
 }
 
+/// Text over grid and trace, on a veil of the background so that it stays readable there.
+void DrawVeiled(QPainter& painter, const PlotLayout& layout, const QRect& box, const QString& text,
+                ColourIndex colour, const ColourTable& colours) {
+  QColor veil(ColourAt(colours, ColourIndex::Background));
+  veil.setAlphaF(0.6F);
+  painter.fillRect(box.adjusted(-layout.Px(2), 0, layout.Px(2), 0), veil);
+  painter.setPen(QColor(ColourAt(colours, colour)));
+  painter.drawText(box.left(), box.top() + QFontMetrics(painter.font()).ascent(), text);
+}
+
 }  // namespace
 
 std::string HoverText(double freqMHz, bool frequencyKnown, float level) {
@@ -53,8 +63,7 @@ QRect DrawHover(QPainter& painter, const PlotLayout& layout, int x, const std::s
   if (left + width > layout.PlotWidth - layout.Px(2)) left = std::max(layout.Px(2), x - room - width);
   const QRect box(left, layout.TopMargin + metrics.height() + layout.Px(4), width, metrics.height());
   painter.setFont(font);
-  painter.setPen(colour);
-  painter.drawText(box.left(), box.top() + metrics.ascent(), shown);
+  DrawVeiled(painter, layout, box, shown, ColourIndex::Cursor, colours);
   return box;
 }
 
@@ -67,8 +76,7 @@ QRect DrawInfo(QPainter& painter, const PlotLayout& layout, const std::string& t
   if (shown.isEmpty() || layout.PlotHeight < metrics.height()) return {};
   const QRect box(left, layout.TopMargin + layout.Px(2), metrics.horizontalAdvance(shown), metrics.height());
   painter.setFont(font);
-  painter.setPen(QColor(ColourAt(colours, ColourIndex::Info)));
-  painter.drawText(box.left(), box.top() + metrics.ascent(), shown);
+  DrawVeiled(painter, layout, box, shown, ColourIndex::Info, colours);
   return box;
 }
 

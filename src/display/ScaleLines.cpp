@@ -59,7 +59,7 @@ void AddFrequencyLabel(const PlotLayout& layout, const LabelMetrics& metrics, st
   label.Left = static_cast<int>(std::lround(x - label.Width / 2.0));
   label.Top = layout.PlotBottom() + (layout.BottomMargin - layout.WaterfallHeight - label.Height) / 2;
   if (label.Left < 0 || label.Left + label.Width > layout.Width) return;
-  const int room = layout.Px(8);
+  const int room = layout.Px(12);
   for (const ScaleLabel& other : labels) {
     if (Touches(label, other, room)) return;
   }

@@ -1,0 +1,158 @@
+// Texts and positions: the S-meter's reading, the layout, the scale's lines and labels.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "display/PlotLayout.h"
+#include "display/SMeterText.h"
+#include "display/ScaleLines.h"
+
+namespace spectrino {
+namespace {
+
+using testing::ElementsAre;
+
+struct MeterCase {
+  int Dbm;
+  const char* Design0;
+  const char* Design1;
+};
+class SMeter : public testing::TestWithParam<MeterCase> {};
+
+TEST_P(SMeter, ReadsAsOperatorsSayIt) {
+  const auto level = static_cast<std::int16_t>(GetParam().Dbm);
+  EXPECT_EQ(SMeterText(level, 0), GetParam().Design0);
+  EXPECT_EQ(SMeterText(level, 1), GetParam().Design1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Levels, SMeter,
+                         testing::Values(MeterCase{-73, "9.0", "S9"}, MeterCase{-72, "9.0", "S9"},
+                                         MeterCase{-71, "9.0", "S9"}, MeterCase{-70, "+5", "S9+5"},
+                                         MeterCase{-66, "+5", "S9+5"}, MeterCase{-65, "+10", "S9+10"},
+                                         MeterCase{-53, "+20", "S9+20"}, MeterCase{-50, "+25", "S9+25"},
+                                         MeterCase{32767, "+32840", "S9+32840"}, MeterCase{-74, "9.0", "S9"},
+                                         MeterCase{-82, "7.5", "S8"}, MeterCase{-85, "7.0", "S7"},
+                                         MeterCase{-86, "7.0", "S7"}, MeterCase{-124, ".5", "S1"},
+                                         MeterCase{-127, ".0", "S0"}, MeterCase{-140, ".0", "S0"},
+                                         MeterCase{-32768, ".0", "S0"}));
+
+struct HeightCase {
+  int Height;
+  double Scale;
+  int WaterfallSel;
+  int Top;
+  int WaterfallHeight;
+};
+class WaterfallHeights : public testing::TestWithParam<HeightCase> {};
+
+TEST_P(WaterfallHeights, FillThePictureWithThePlot) {
+  const HeightCase& c = GetParam();
+  const PlotMargins margins{.Top = static_cast<int>(20 * c.Scale), .Gap = 16, .Label = 36};
+  const PlotLayout layout = LayoutPlot(600, c.Height, c.Scale, c.WaterfallSel, margins);
+  EXPECT_EQ(layout.WaterfallTop, c.Top);
+  EXPECT_EQ(layout.WaterfallHeight, c.WaterfallHeight);
+  EXPECT_EQ(layout.PlotWidth, 564);
+  EXPECT_EQ(layout.PlotHeight, std::max(0, c.Height - c.WaterfallHeight - 16 - margins.Top));
+}
+
+INSTANTIATE_TEST_SUITE_P(Pictures, WaterfallHeights,
+                         testing::Values(HeightCase{300, 1, 3, 160, 140}, HeightCase{300, 1, 2, 230, 70},
+                                         HeightCase{300, 1, 1, 265, 35}, HeightCase{300, 1, 0, 300, 0},
+                                         HeightCase{150, 1, 3, 100, 50}, HeightCase{90, 1, 3, 90, 0},
+                                         HeightCase{300, 2, 3, 200, 100}, HeightCase{0, 1, 3, 0, 0},
+                                         HeightCase{300, 1, 7, 300, 0}));
+
+/// Letters six pixels wide, as a small font has them.
+const LabelMetrics kMetrics{[](const std::string& text) { return 6 * static_cast<int>(text.size()); }, 12};
+
+ScaleState Scale20m(double plotWidth, double spanMHz) {
+  ScaleState scale;
+  scale.Geometry = {0, 8192, 4096, 14.074 - spanMHz / 2, 14.074 + spanMHz / 2, plotWidth};
+  for (std::size_t i = 0; i < scale.GridOffsetHz.size(); ++i)
+    scale.GridOffsetHz[i] = 5000.0 * static_cast<double>(i);
+  scale.LabelCentreMHz = 14.074;
+  scale.FrequencyKnown = true;
+  scale.Running = true;
+  return scale;
+}
+
+std::vector<std::string> Texts(const std::vector<ScaleLabel>& labels) {
+  std::vector<std::string> texts;
+  for (const ScaleLabel& label : labels) texts.push_back(label.Text);
+  return texts;
+}
+
+TEST(ScaleLinesTest, NameLevelsAndFrequencies) {
+  const PlotLayout layout = LayoutPlot(1036, 500, 1, 0, {});
+  const ScaleState scale = Scale20m(1000, 0.025);
+  ScaleLines lines = PlaceScale(layout, scale, false, true, kMetrics);
+  // Bottom -153 and top -13: both edges have lines, no label.
+  EXPECT_THAT(Texts(lines.LevelLabels), ElementsAre("-20", "-40", "-60", "-80", "-100", "-120", "-140"));
+  EXPECT_EQ(lines.Levels.size(), 9U);
+  EXPECT_EQ(lines.Levels.front().Position, layout.TopMargin);
+  EXPECT_EQ(lines.Levels.back().Position, layout.PlotBottom() - 1);
+  EXPECT_THAT(Texts(lines.FrequencyLabels),
+              ElementsAre("14.074.0", "14.079.0", "14.069.0", "14.084.0", "14.064.0"));
+
+  ScaleState unknown = scale;
+  unknown.FrequencyKnown = false;
+  unknown.Running = false;
+  lines = PlaceScale(layout, unknown, true, true, kMetrics);
+  EXPECT_THAT(Texts(lines.FrequencyLabels), ElementsAre("+5.0K", "+5.0K", "+10.0K", "+10.0K"));
+  EXPECT_EQ(std::ranges::count_if(lines.Levels, &ScaleLine::SubDivision), 28)
+      << "every 4 dB between -153 and -13";
+
+  ScaleState fine = scale;
+  fine.Levels = {.BottomLevel = -153, .TopLevel = -133, .RangeUnits = 40, .GridStep = 5};
+  lines = PlaceScale(layout, fine, true, false, kMetrics);
+  EXPECT_THAT(Texts(lines.LevelLabels), ElementsAre("-135", "-140", "-145", "-150"));
+  EXPECT_EQ(std::ranges::count_if(lines.Levels, &ScaleLine::SubDivision), 15) << "every dB between the lines";
+  EXPECT_EQ(lines.FrequencyLabels.front().Text, "074.0");
+}
+
+struct ViewCase {
+  double Scale;
+  double SpanMHz;
+  double ShiftMHz;  ///< of the view against the labels' centre
+};
+class ScaleViews : public testing::TestWithParam<ViewCase> {};
+
+/// A line stands where its own frequency is, whatever the zoom and offset; labels neither touch nor leave the
+/// picture.
+TEST_P(ScaleViews, LinesStandAtTheFrequenciesTheyName) {
+  const ViewCase& view = GetParam();
+  const int width = static_cast<int>(640 * view.Scale);
+  const PlotLayout layout = LayoutPlot(width, static_cast<int>(200 * view.Scale), view.Scale, 2, {});
+  ScaleState scale = Scale20m(layout.PlotWidth, view.SpanMHz);
+  scale.Geometry.LeftMHz += view.ShiftMHz;
+  scale.Geometry.RightMHz += view.ShiftMHz;
+  const ScaleLines lines = PlaceScale(layout, scale, false, true, kMetrics);
+  ASSERT_FALSE(lines.FrequencyLabels.empty());
+  for (const ScaleLabel& label : lines.FrequencyLabels) {
+    const double mhz = std::stoi(label.Text) + std::stod(label.Text.substr(3)) / 1000;
+    const double x = scale.Geometry.FrequencyToPixel(mhz);
+    EXPECT_NEAR(label.Left + label.Width / 2.0, x, 1) << label.Text;
+    const auto at = [&](const ScaleLine& line) { return std::abs(line.Position - x) <= 1; };
+    EXPECT_TRUE(std::ranges::any_of(lines.Frequencies, at)) << label.Text << " has no line";
+    EXPECT_GE(label.Left, 0);
+    EXPECT_LE(label.Left + label.Width, layout.Width);
+  }
+  for (std::vector<ScaleLabel> labels : {lines.FrequencyLabels, lines.LevelLabels}) {
+    std::ranges::sort(labels, {}, [](const ScaleLabel& l) { return l.Left + 10000 * l.Top; });
+    for (std::size_t i = 1; i < labels.size(); ++i) {
+      const bool beside = labels[i].Left > labels[i - 1].Left + labels[i - 1].Width;
+      const bool below = labels[i].Top > labels[i - 1].Top + labels[i - 1].Height;
+      EXPECT_TRUE(beside || below) << labels[i - 1].Text << " touches " << labels[i].Text;
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Views, ScaleViews,
+                         testing::Values(ViewCase{1, 0.048, 0}, ViewCase{1, 0.048, 0.011},
+                                         ViewCase{1.5, 0.192, -0.03}, ViewCase{2, 0.012, 0.0037},
+                                         ViewCase{1, 2.0, 0}));
+
+}  // namespace
+}  // namespace spectrino

@@ -1,0 +1,193 @@
+// The whole picture, fed with frames as the run cycle feeds it.
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "display/Colours.h"
+#include "display/Overlays.h"
+#include "display/PanDisplay.h"
+#include "state/SpectrumLine.h"
+
+namespace spectrino {
+namespace {
+
+constexpr int kPoints = 4096;
+
+/// A display with one carrier in silence.
+struct Bench {
+  PanDisplay Display;
+  SpectrumLine Line;
+  FrameGeometry Geometry;
+
+  Bench(QSize size, double ratio, int waterfallSel = 3, double spanMHz = 0.048) {
+    DisplayOptions options;
+    options.WaterfallSel = waterfallSel;
+    Display.SetOptions(options);
+    Display.Resize(size, ratio);
+    Line.Levels.assign(kPoints + 1, -140);
+    Line.PointCount = kPoints;
+    Line.BottomLevel = -153;
+    Line.TopLevel = -13;
+    Geometry = {0, kPoints, kPoints / 2, 14.074 - spanMHz / 2, 14.074 + spanMHz / 2, Display.PlotWidth()};
+    ScaleState scale;
+    scale.Geometry = Geometry;
+    scale.LabelCentreMHz = 14.074;
+    scale.FrequencyKnown = true;
+    scale.Running = true;
+    Display.DrawScale(scale);
+  }
+
+  void Show() { Display.ShowFrame({Line, Geometry, Line.Levels, {}}); }
+
+  QImage Paint() {
+    const PlotLayout& layout = Display.Layout();
+    QImage image(std::max(1, layout.Width), std::max(1, layout.Height), QImage::Format_RGB32);
+    image.setDevicePixelRatio(layout.Scale);
+    image.fill(Qt::magenta);
+    QPainter painter(&image);
+    Display.Paint(painter);
+    return image;
+  }
+};
+
+struct CarrierCase {
+  int Width;
+  double Ratio;
+  int Point;
+};
+class Carrier : public testing::TestWithParam<CarrierCase> {};
+
+/// One point of 4096, far narrower than a pixel or not: it shows in trace and waterfall where the mapping
+/// puts it.
+TEST_P(Carrier, ShowsInTraceAndWaterfallAtItsFrequency) {
+  const CarrierCase& c = GetParam();
+  Bench bench(QSize(c.Width, 400), c.Ratio);
+  bench.Line.Levels[static_cast<std::size_t>(c.Point)] = -20;
+  bench.Show();
+  const QImage image = bench.Paint();
+  const PlotLayout& layout = bench.Display.Layout();
+  const int x = static_cast<int>(bench.Display.Geometry().PointX(c.Point));
+  ASSERT_EQ(layout.Width, static_cast<int>(std::lround(c.Width * c.Ratio)));
+  const auto brightness = [&](int column) {
+    return qGreen(image.pixel(column, layout.TopMargin + layout.Px(12)));
+  };
+  const auto heat = [&](int column) { return qRed(image.pixel(column, layout.WaterfallTop)); };
+  EXPECT_GT(brightness(x), 200);
+  EXPECT_EQ(heat(x), 255);
+  for (int column = 10; column < layout.PlotWidth - 10; ++column) {
+    if (std::abs(column - x) < 6 * c.Ratio) continue;
+    EXPECT_LT(brightness(column), 90) << column;
+    EXPECT_EQ(heat(column), 0) << column;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, Carrier,
+                         testing::Values(CarrierCase{1176, 1, 1000}, CarrierCase{624, 1, 3000},
+                                         CarrierCase{624, 1.5, 1}, CarrierCase{700, 2, 4095},
+                                         CarrierCase{3000, 2, 2222}, CarrierCase{727, 1.25, 2048}));
+
+TEST(PanDisplayTest, EveryPixelIsPaintedAndMovesDownByOneRow) {
+  Bench bench(QSize(500, 301), 1.5);
+  bench.Line.Levels[1000] = -20;
+  bench.Show();
+  const QImage before = bench.Paint();
+  bench.Line.Levels[1000] = -140;
+  bench.Show();
+  const QImage after = bench.Paint();
+  const PlotLayout& layout = bench.Display.Layout();
+  for (int y = layout.WaterfallTop; y + 1 < layout.Height; ++y) {
+    for (int x = 0; x < layout.PlotWidth; ++x)
+      ASSERT_EQ(after.pixel(x, y + 1), before.pixel(x, y)) << x << ' ' << y;
+  }
+  for (int y = 0; y < layout.Height; ++y) {
+    for (int x = 0; x < layout.Width; ++x) ASSERT_NE(after.pixel(x, y), 0xFFFF00FFU) << x << ' ' << y;
+  }
+}
+
+TEST(PanDisplayTest, MarkerStandsOnItsCarrierAndFlagsStaySideBySide) {
+  Bench bench(QSize(800, 400), 1);
+  const std::vector<PlotMarker> markers{
+      {.FreqMHz = 14.080, .PassbandLowMHz = 14.0802, .PassbandHighMHz = 14.083, .Label = "A"},
+      {.FreqMHz = 14.080, .ColourIndex = 8, .FilterColourIndex = 8, .Label = "B"},
+      {.FreqMHz = 7.0, .Label = "away"}};
+  bench.Display.SetMarkers(markers);
+  bench.Show();
+  const QImage plain = Bench(QSize(800, 400), 1).Paint();
+  const QImage image = bench.Paint();
+  const PlotLayout& layout = bench.Display.Layout();
+  const int x = static_cast<int>(bench.Display.Geometry().FrequencyToPixel(14.080));
+  const QRgb a = ColourAt(kColoursK4, ColourIndex::Mark);
+  const QRgb b = ColourAt(kColoursK4, ColourIndex::SubReceiver);
+  EXPECT_EQ(image.pixel(x, layout.PlotBottom() - 3), b) << "the later marker's line";
+  EXPECT_EQ(image.pixel(x + 1, layout.TopMargin), a) << "flag A at the top";
+  EXPECT_EQ(image.pixel(x + 1, layout.TopMargin + 16), b) << "flag B below it";
+  const int shaded = static_cast<int>(bench.Display.Geometry().FrequencyToPixel(14.0815));
+  const int y = layout.TopMargin + 40;
+  EXPECT_NE(image.pixel(shaded, y), plain.pixel(shaded, y));
+  const int beside = static_cast<int>(bench.Display.Geometry().FrequencyToPixel(14.0835));
+  EXPECT_EQ(image.pixel(beside, y), plain.pixel(beside, y));
+}
+
+TEST(PanDisplayTest, HoverTellsFrequencyAndLevelOfPlotAndWaterfall) {
+  Bench bench(QSize(800, 400), 2);
+  bench.Line.Levels[2048] = -71;
+  bench.Show();
+  const double middle = bench.Display.PlotWidth() / 2 / 2;
+  bench.Display.SetHover(QPointF(middle, 50));
+  EXPECT_NEAR(bench.Display.HoverFreqMHz(), 14.074, 1e-5);
+  EXPECT_EQ(bench.Display.HoverLevel(), -71);
+  bench.Display.SetHover(QPointF(middle, 399));
+  EXPECT_EQ(bench.Display.HoverFreqMHz(), 0) << "a click there tunes nothing";
+  bench.Display.SetHover(QPointF(middle, bench.Display.Layout().WaterfallTop / 2.0 + 0.1));
+  EXPECT_EQ(bench.Display.HoverLevel(), -71);
+  bench.Display.SetHover(QPointF(799, 50));
+  EXPECT_EQ(bench.Display.HoverFreqMHz(), 0) << "label column";
+
+  EXPECT_EQ(HoverText(14.08415, true, -71.2F), "14.084.150  -71 dBm");
+  EXPECT_EQ(HoverText(0.00125, false, -71.2F), "+1.25K  -71 dBm");
+  EXPECT_EQ(HoverText(-0.00125, false, kUndrawnLevel), "-1.25K");
+}
+
+TEST(PanDisplayTest, TextsStayInsideThePlot) {
+  const PlotLayout layout = LayoutPlot(300, 200, 1, 0, {});
+  QImage image(300, 200, QImage::Format_RGB32);
+  QPainter painter(&image);
+  const QFont font = DisplayFont(10, 1);
+  for (int x = 0; x < layout.PlotWidth; x += 7) {
+    const QRect box = DrawHover(painter, layout, x, "14.084.150  -71 dBm", kColoursK4, font);
+    EXPECT_GE(box.left(), 0);
+    EXPECT_LT(box.right(), layout.PlotWidth);
+    EXPECT_FALSE(box.contains(x, box.center().y())) << "text on its own line";
+  }
+  const std::string longText(200, 'W');
+  EXPECT_LT(DrawInfo(painter, layout, longText, kColoursK4, font).right(), layout.PlotWidth);
+}
+
+TEST(PanDisplayTest, RepaintsOnlyForWhatChanged) {
+  Bench bench(QSize(400, 300), 1);
+  EXPECT_TRUE(bench.Display.TakeDirty());
+  EXPECT_FALSE(bench.Display.TakeDirty());
+  bench.Display.SetInfoText("Span 48 kHz");
+  EXPECT_TRUE(bench.Display.TakeDirty());
+  bench.Display.SetInfoText("Span 48 kHz");
+  EXPECT_FALSE(bench.Display.TakeDirty());
+  const QImage empty = bench.Paint();
+  bench.Line.Levels[2048] = -20;
+  bench.Show();
+  EXPECT_TRUE(bench.Display.TakeDirty());
+  EXPECT_NE(bench.Paint(), empty);
+  bench.Display.ClearFrames();
+  EXPECT_EQ(bench.Paint(), empty) << "Start begins with an empty picture";
+  for (const QSize size : {QSize(0, 0), QSize(30, 20), QSize(400, 90)}) {
+    bench.Display.Resize(size, 1);
+    bench.Show();
+    bench.Paint();
+  }
+}
+
+}  // namespace
+}  // namespace spectrino
