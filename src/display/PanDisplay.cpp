@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <cstring>
 #include <utility>
 
 #include "display/Colours.h"
 #include "display/Overlays.h"
+#include "display/RowKernels.h"
 
 namespace spectrino {
 namespace {
@@ -15,13 +15,6 @@ namespace {
 // Logical pixels.
 constexpr double kLabelFont = 9.5;
 constexpr double kTextFont = 10.5;
-
-/// Copies the pixels without giving up target's own memory.
-void CopyPixels(const QImage& source, QImage& target) {
-  if (target.size() != source.size()) target = QImage(source.size(), source.format());
-  if (!source.isNull())
-    std::memcpy(target.bits(), source.constBits(), static_cast<std::size_t>(source.sizeInBytes()));
-}
 
 }  // namespace
 
@@ -127,7 +120,7 @@ bool PanDisplay::TakeDirty() {
   return std::exchange(dirty_, false);
 }
 
-/// Each picture is made anew only when what it shows changed; a frame alone touches the last one.
+/// Each picture is made anew only when what it shows changed; a frame alone touches the trace.
 void PanDisplay::UpdatePlot() {
   if (scaleDirty_) {
     const ScaleLook look{.Colours = options_.Colours, .SubD = options_.SubD, .MHz = options_.MHz};
@@ -138,12 +131,9 @@ void PanDisplay::UpdatePlot() {
     CopyPixels(scalePainter_.Picture(), background_);
     ShadePassbands(background_, layout_, scale_.Geometry, markers_, options_.Colours);
     tracePainter_.SetBackground(background_, layout_, options_.Colours, options_.Fill);
-    CopyPixels(background_, plot_);
     traceDirty_ = true;
   }
-  if (traceDirty_ && !plot_.isNull()) {
-    tracePainter_.Draw(background_, {trace_, peak_}, scale_.Levels, plot_);
-  }
+  if (traceDirty_ && !background_.isNull()) tracePainter_.Draw(background_, {trace_, peak_}, scale_.Levels);
   scaleDirty_ = backgroundDirty_ = traceDirty_ = false;
 }
 
@@ -154,7 +144,7 @@ void PanDisplay::Paint(QPainter& painter) {
   // One of our pixels is one of the device's: nothing is scaled, hairlines stay sharp.
   const double ratio = painter.device()->devicePixelRatioF();
   painter.scale(1 / ratio, 1 / ratio);
-  painter.drawImage(QPoint(0, 0), plot_);
+  painter.drawImage(QPoint(0, 0), tracePainter_.Picture());
   if (layout_.WaterfallHeight > 0) {
     waterfall_.Draw(painter, 0, layout_.WaterfallTop);
     painter.fillRect(layout_.PlotWidth, layout_.WaterfallTop, layout_.LabelMargin, layout_.WaterfallHeight,

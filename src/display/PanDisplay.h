@@ -102,7 +102,6 @@ class PanDisplay : public FrameSink {
   TracePainter tracePainter_;
   WaterfallImage waterfall_;
   QImage background_;  ///< the scale with the passbands
-  QImage plot_;        ///< the same with the trace: everything above the waterfall
 
   bool dirty_ = true;
   bool scaleDirty_ = true;

@@ -2,6 +2,7 @@
 
 #include <cassert>
 #include <cstddef>
+#include <cstring>
 
 namespace spectrino {
 
@@ -20,6 +21,12 @@ void SelectRow(int row, std::span<const std::int32_t> firstFilled, std::span<con
 void BlendRow(std::span<const QRgb> base, QRgb colour, int alpha256, std::span<QRgb> target) {
   assert(base.size() == target.size());
   for (std::size_t x = 0; x < target.size(); ++x) target[x] = BlendPixel(base[x], colour, alpha256);
+}
+
+void CopyPixels(const QImage& source, QImage& target) {
+  if (target.size() != source.size()) target = QImage(source.size(), source.format());
+  if (source.isNull()) return;
+  std::memcpy(target.bits(), source.constBits(), static_cast<std::size_t>(source.sizeInBytes()));
 }
 
 }  // namespace spectrino

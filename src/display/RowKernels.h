@@ -2,6 +2,7 @@
 // Plain arithmetic on pixels: no geometry, no Qt drawing.
 #pragma once
 
+#include <QImage>
 #include <QRgb>
 #include <cstdint>
 #include <span>
@@ -15,7 +16,11 @@ void SelectRow(int row, std::span<const std::int32_t> firstFilled, std::span<con
 /// target = base with colour over it; alpha256: 0 leaves base, 256 gives colour. Opaque.
 void BlendRow(std::span<const QRgb> base, QRgb colour, int alpha256, std::span<QRgb> target);
 
-/// One pixel of the same.
+/// Copies the pixels and lets target keep its own memory: nothing is shared, so nothing is copied again on
+/// write.
+void CopyPixels(const QImage& source, QImage& target);
+
+/// BlendRow for one pixel.
 [[nodiscard]] inline QRgb BlendPixel(QRgb base, QRgb colour, int alpha256) {
   // Red and blue in one multiplication, green in another: eight bits lie free above each of them.
   const auto alpha = static_cast<std::uint32_t>(alpha256);

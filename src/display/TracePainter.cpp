@@ -4,7 +4,6 @@
 #include <cassert>
 #include <cmath>
 #include <cstddef>
-#include <cstring>
 #include <limits>
 #include <utility>
 
@@ -24,6 +23,23 @@ QRgb* PixelRow(QImage& image, int y) {
 const QRgb* PixelRow(const QImage& image, int y) {
   return reinterpret_cast<const QRgb*>(image.constScanLine(y));
 }
+
+/// The pixels of a plot by column and row, for loops down a column.
+template <typename Pixel>
+class PixelGrid {
+ public:
+  template <typename Image>
+  PixelGrid(Image& image, int top) : stride_(static_cast<std::size_t>(image.bytesPerLine()) / sizeof(QRgb)) {
+    if (!image.isNull()) pixels_ = PixelRow(image, top);
+  }
+  [[nodiscard]] Pixel& At(std::size_t x, std::int32_t y) const {
+    return pixels_[static_cast<std::size_t>(y) * stride_ + x];
+  }
+
+ private:
+  Pixel* pixels_ = nullptr;
+  std::size_t stride_;
+};
 
 QRgb Brighter(QRgb colour, double factor) {
   const auto channel = [factor](int value) { return std::min(255, static_cast<int>(value * factor)); };
@@ -61,6 +77,9 @@ void TracePainter::SetBackground(const QImage& plain, const PlotLayout& layout, 
   const auto columns = static_cast<std::size_t>(layout.PlotWidth);
   heights_.assign(columns, kNoHeight);
   peakHeights_.assign(columns, kNoHeight);
+  lineRows_.assign(columns, {});
+  fresh_ = true;
+  CopyPixels(plain, picture_);
   firstFilled_.assign(columns, layout.PlotHeight);
   const QSize size(layout.PlotWidth, layout.PlotHeight);
   if (!fill) {
@@ -90,71 +109,85 @@ void TracePainter::FindHeights(std::span<const float> levels, const LevelScale& 
   }
 }
 
-void TracePainter::FillBelow(const QImage& plain, QImage& target) {
-  const int rows = layout_.PlotHeight;
-  const auto columns = heights_.size();
-  int highest = rows;
-  int lowest = 0;
-  for (std::size_t x = 0; x < columns; ++x) {
-    const float y = std::clamp(heights_[x], 0.0F, static_cast<float>(rows));
-    const auto row = heights_[x] == kNoHeight || !fill_ ? rows : static_cast<int>(std::lrint(y));
-    firstFilled_[x] = row;
-    highest = std::min(highest, row);
-    lowest = std::max(lowest, row);
+/// Row by row, as memory lies: for a new background.
+void TracePainter::FillAll(const QImage& plain) {
+  const std::size_t columns = heights_.size();
+  for (std::size_t x = 0; x < columns; ++x) firstFilled_[x] = FirstFilled(heights_[x]);
+  for (int y = 0; fill_ && y < layout_.PlotHeight; ++y) {
+    SelectRow(y, firstFilled_, {PixelRow(plain, layout_.TopMargin + y), columns},
+              {PixelRow(std::as_const(filled_), y), columns},
+              {PixelRow(picture_, layout_.TopMargin + y), columns});
   }
-  for (int y = 0; y < rows; ++y) {
-    const QRgb* above = PixelRow(plain, layout_.TopMargin + y);
-    QRgb* out = PixelRow(target, layout_.TopMargin + y);
-    if (y < highest) {
-      std::memcpy(out, above, columns * sizeof(QRgb));
-    } else if (y >= lowest) {
-      std::memcpy(out, PixelRow(std::as_const(filled_), y), columns * sizeof(QRgb));
-    } else {
-      SelectRow(y, firstFilled_, {above, columns}, {PixelRow(std::as_const(filled_), y), columns},
-                {out, columns});
+}
+
+/// Only the rows where the last lines were or the fill's edge moved: a tenth of the plot in an ordinary band.
+void TracePainter::FillChanged(const QImage& plain) {
+  const PixelGrid<QRgb> target(picture_, layout_.TopMargin);
+  const PixelGrid<const QRgb> above(plain, layout_.TopMargin);
+  const PixelGrid<const QRgb> below(std::as_const(filled_), 0);
+  for (std::size_t x = 0; x < heights_.size(); ++x) {
+    const std::int32_t before = firstFilled_[x];
+    const std::int32_t now = FirstFilled(heights_[x]);
+    firstFilled_[x] = now;
+    const Rows line = std::exchange(lineRows_[x], {});
+    std::int32_t first = std::min(before, now);
+    std::int32_t end = std::max(before, now);
+    if (line.First < line.End) {
+      first = std::min(first, line.First);
+      end = std::max(end, line.End);
     }
+    for (std::int32_t y = first; y < end; ++y) target.At(x, y) = y >= now ? below.At(x, y) : above.At(x, y);
   }
+}
+
+std::int32_t TracePainter::FirstFilled(float height) const {
+  if (!fill_ || height == kNoHeight) return layout_.PlotHeight;
+  return static_cast<std::int32_t>(
+      std::lrint(std::clamp(height, 0.0F, static_cast<float>(layout_.PlotHeight))));
 }
 
 /// Coverage of a pixel is its distance to the polyline through the columns' centres, as an antialiased stroke
 /// has it. Only the legs to both neighbours can come near enough.
-void TracePainter::DrawLine(const Heights& heights, QRgb colour, QImage& target) const {
+void TracePainter::DrawLine(const Heights& heights, QRgb colour) {
   const auto reach = static_cast<float>(0.75 + 0.25 * layout_.Scale);  // half the stroke and half a pixel
-  const int columns = layout_.PlotWidth;
-  const auto bytesPerLine = static_cast<std::size_t>(target.bytesPerLine()) / sizeof(QRgb);
-  QRgb* const plot = PixelRow(target, layout_.TopMargin);
-  for (int x = 0; x < columns; ++x) {
-    const auto at = static_cast<std::size_t>(x);
-    const float y = heights[at];
+  const auto rows = static_cast<float>(layout_.PlotHeight);
+  const PixelGrid<QRgb> target(picture_, layout_.TopMargin);
+  for (std::size_t x = 0; x < heights.size(); ++x) {
+    const float y = heights[x];
     if (y == kNoHeight) continue;
-    const Leg left(y, x > 0 ? heights[at - 1] : kNoHeight);
-    const Leg right(y, x + 1 < columns ? heights[at + 1] : kNoHeight);
+    const Leg left(y, x > 0 ? heights[x - 1] : kNoHeight);
+    const Leg right(y, x + 1 < heights.size() ? heights[x + 1] : kNoHeight);
     const float top = y + std::min({0.0F, left.Climb, right.Climb}) - reach;
     const float bottom = y + std::max({0.0F, left.Climb, right.Climb}) + reach;
-    const auto rows = static_cast<float>(layout_.PlotHeight);
     const int first = static_cast<int>(std::clamp(top, 0.0F, rows));
-    const int last = static_cast<int>(std::clamp(bottom + 1, 0.0F, rows));
-    for (int row = first; row < last; ++row) {
+    const int end = static_cast<int>(std::clamp(bottom + 1, 0.0F, rows));
+    for (int row = first; row < end; ++row) {
       const float dy = static_cast<float>(row) + 0.5F - y;
       const float coverage = reach - std::min(left.Distance(dy), right.Distance(dy));
       if (coverage <= 0) continue;
-      QRgb& pixel = plot[static_cast<std::size_t>(row) * bytesPerLine + at];
+      QRgb& pixel = target.At(x, row);
       pixel = BlendPixel(pixel, colour, static_cast<int>(std::min(coverage, 1.0F) * 256));
     }
+    Rows& drawn = lineRows_[x];
+    const bool none = drawn.First >= drawn.End;
+    drawn = {none ? first : std::min(drawn.First, first), none ? end : std::max(drawn.End, end)};
   }
 }
 
-void TracePainter::Draw(const QImage& plain, const TraceLevels& levels, const LevelScale& scale,
-                        QImage& target) {
-  assert(target.size() == plain.size());
+void TracePainter::Draw(const QImage& plain, const TraceLevels& levels, const LevelScale& scale) {
+  assert(picture_.size() == plain.size());
   if (layout_.PlotHeight <= 0 || layout_.PlotWidth <= 0) return;
   FindHeights(levels.Trace, scale, heights_);
-  FillBelow(plain, target);
+  if (std::exchange(fresh_, false)) {
+    FillAll(plain);
+  } else {
+    FillChanged(plain);
+  }
   if (!levels.BackgroundPeak.empty()) {
     FindHeights(levels.BackgroundPeak, scale, peakHeights_);
-    DrawLine(peakHeights_, peakColour_, target);
+    DrawLine(peakHeights_, peakColour_);
   }
-  DrawLine(heights_, lineColour_, target);
+  DrawLine(heights_, lineColour_);
 }
 
 }  // namespace spectrino

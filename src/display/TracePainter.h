@@ -22,28 +22,41 @@ struct TraceLevels {
 class TracePainter {
  public:
   /// plain: the picture without a trace, up to the bottom of the plot at least. The fill is blended over it
-  /// here, once, so that a frame only selects between the two. Without fill only the line is drawn.
+  /// here, once, so that a frame only chooses between the two. Without fill only the line is drawn. Picture()
+  /// is plain until the next Draw.
   void SetBackground(const QImage& plain, const PlotLayout& layout, const ColourTable& colours, bool fill);
 
-  /// The plain picture with the frame's trace, into target (same size as plain). Only the plot is written:
-  /// columns 0..PlotWidth-1 from TopMargin to PlotBottom. levels: PlotWidth columns each.
-  void Draw(const QImage& plain, const TraceLevels& levels, const LevelScale& scale, QImage& target);
+  /// Draws the frame into Picture(), where only what differs from the last frame is touched. plain: as given
+  /// to SetBackground. levels: PlotWidth columns each.
+  void Draw(const QImage& plain, const TraceLevels& levels, const LevelScale& scale);
+
+  /// As large as plain; plain but for the plot's columns 0..PlotWidth-1 from TopMargin to PlotBottom.
+  [[nodiscard]] const QImage& Picture() const { return picture_; }
 
  private:
   using Heights = std::vector<float>;  ///< y of each column in the plot; kNoHeight where undrawn
+  struct Rows {
+    std::int32_t First = 0;
+    std::int32_t End = 0;
+  };
 
   void FindHeights(std::span<const float> levels, const LevelScale& scale, Heights& heights) const;
-  void FillBelow(const QImage& plain, QImage& target);
-  void DrawLine(const Heights& heights, QRgb colour, QImage& target) const;
+  [[nodiscard]] std::int32_t FirstFilled(float height) const;
+  void FillAll(const QImage& plain);
+  void FillChanged(const QImage& plain);
+  void DrawLine(const Heights& heights, QRgb colour);
 
   PlotLayout layout_;
   QRgb lineColour_ = 0;
   QRgb peakColour_ = 0;
   bool fill_ = false;
+  bool fresh_ = true;  ///< nothing was drawn over this background yet
+  QImage picture_;
   QImage filled_;  ///< the plot under the fill's gradient
   Heights heights_;
   Heights peakHeights_;
-  std::vector<std::int32_t> firstFilled_;  ///< first row of the plot below the trace
+  std::vector<std::int32_t> firstFilled_;  ///< by column: first row of the plot below the trace
+  std::vector<Rows> lineRows_;             ///< by column: where the lines of the last frame may have been
 };
 
 }  // namespace spectrino

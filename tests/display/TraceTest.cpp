@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <QImage>
+#include <algorithm>
 #include <cmath>
+#include <random>
 #include <vector>
 
 #include "display/Colours.h"
@@ -34,11 +36,11 @@ Drawn DrawTrace(const std::vector<float>& levels, bool fill, const std::vector<f
       LayoutPlot(static_cast<int>(levels.size()) + 36, 120, 1, 0, {.Top = 4, .Gap = 16, .Label = 36});
   QImage plain(drawn.Layout.Width, drawn.Layout.Height, QImage::Format_RGB32);
   plain.fill(kPlain);
-  drawn.Picture = plain.copy();
   TracePainter painter;
   painter.SetBackground(plain, drawn.Layout, kColoursK4, fill);
   const LevelScale scale{.BottomLevel = -150, .TopLevel = -50, .RangeUnits = 100, .GridStep = 20};
-  painter.Draw(plain, {levels, peak}, scale, drawn.Picture);
+  painter.Draw(plain, {levels, peak}, scale);
+  drawn.Picture = painter.Picture();
   return drawn;
 }
 
@@ -96,6 +98,30 @@ TEST(TraceTest, BackgroundPeakLiesUnderTheTrace) {
   EXPECT_EQ(drawn.At(20, 40), ColourAt(kColoursK4, ColourIndex::Signal));
   EXPECT_EQ(DrawTrace(std::vector<float>(40, -90.5F), false, std::vector<float>(40, -90.5F)).At(20, 40),
             ColourAt(kColoursK4, ColourIndex::Signal));
+}
+
+/// A frame over the last one touches only what changed: it must look as if it had been drawn alone.
+TEST(TraceTest, FramesLeaveNothingBehind) {
+  const PlotLayout layout = LayoutPlot(116, 120, 1, 0, {.Top = 4, .Gap = 16, .Label = 36});
+  const LevelScale scale{.BottomLevel = -150, .TopLevel = -50, .RangeUnits = 100, .GridStep = 20};
+  QImage plain(layout.Width, layout.Height, QImage::Format_RGB32);
+  plain.fill(kPlain);
+  std::mt19937 random(3);
+  std::uniform_real_distribution<float> level(-190, -30);
+  const auto column = [&] { return random() % 5 == 0 ? kUndrawnLevel : level(random); };
+  for (const bool fill : {true, false}) {
+    TracePainter running;
+    running.SetBackground(plain, layout, kColoursK4, fill);
+    for (int frame = 0; frame < 30; ++frame) {
+      std::vector<float> levels(80);
+      std::vector<float> peak(frame % 3 == 0 ? 80 : 0);
+      std::ranges::generate(levels, column);
+      std::ranges::generate(peak, column);
+      running.Draw(plain, {levels, peak}, scale);
+      ASSERT_EQ(running.Picture(), DrawTrace(levels, fill, peak).Picture)
+          << "frame " << frame << " fill " << fill;
+    }
+  }
 }
 
 }  // namespace
