@@ -80,7 +80,8 @@ struct Stages {
   void Colours() {
     trace.Map(geometry, 0, static_cast<int>(levels.size()), history.DisplayLevel(), pixels);
     for (int c = 0; c < kPixels; ++c) {
-      colours[static_cast<std::size_t>(c)] = ColourIndex(pixels[static_cast<std::size_t>(c)], -153, -13);
+      colours[static_cast<std::size_t>(c)] =
+          WaterfallColourIndex(pixels[static_cast<std::size_t>(c)], -153, -13);
     }
   }
 
