@@ -14,6 +14,10 @@
 
 namespace spectrino {
 
+namespace {
+constexpr int kIdleShowMs = 100;  // how old header and markers may get without a new frame
+}
+
 frmPan::frmPan(const Parts& parts) : parts_(parts) {
   setObjectName("frmPan");
   setWindowTitle(QString("Spectrino V%1").arg(QCoreApplication::applicationVersion()));
@@ -145,6 +149,11 @@ void frmPan::RunPass() {
   const auto wait = parts_.Cycle.Step();
   // The pass may have ended the run, or a nested Start may have armed the timer already.
   if (parts_.Cycle.Running()) passTimer_.start(wait);
+  // Most passes only look for a block; what they leave unchanged is not put together again.
+  const bool newFrame = parts_.Times.Frames != shownFrames_;
+  if (!newFrame && sinceShown_.isValid() && sinceShown_.elapsed() < kIdleShowMs) return;
+  shownFrames_ = parts_.Times.Frames;
+  sinceShown_.restart();
   ShowHeader();
   ShowOverlays();
   ShowWarning();

@@ -2,6 +2,7 @@
 // No radio logic, no drawing: handlers forward, panels show.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QMainWindow>
 #include <QTimer>
 #include <QToolButton>
@@ -82,6 +83,8 @@ class frmPan final : public QMainWindow, public WindowCommands {
   QTimer passTimer_;
   bool stripFolded_ = false;
   std::string shownWarning_;
+  std::uint64_t shownFrames_ = 0;
+  QElapsedTimer sinceShown_;
 };
 
 }  // namespace spectrino
