@@ -1,5 +1,8 @@
 #include "capture/AudioSource.h"
 
+#include <algorithm>
+#include <chrono>
+
 #include "capture/IqSign.h"
 #include "dsp/Levels.h"
 
@@ -15,8 +18,15 @@ bool AudioSource::OpenCapture(SoundInput& input, const SoundDevice& device, cons
   captureSamples_.assign(points / 2, 0);
   power_.assign(points, 0);
   levelOffsetDb_ = LevelOffsetDb(settings.Window, settings.FftBits);
+  blockPeriod_ = std::chrono::duration_cast<std::chrono::nanoseconds>(
+      std::chrono::duration<double>(static_cast<double>(points / 4) / settings.SampleRate));
+  lastBlock_ = clock_.Now();
   stream_ = input.Open(device, settings.SampleRate, static_cast<int>(points / 4), reason);
   return stream_ != nullptr;
+}
+
+std::chrono::nanoseconds AudioSource::UntilBlock() const {
+  return std::max(std::chrono::nanoseconds{}, lastBlock_ + blockPeriod_ - clock_.Now());
 }
 
 PollResult AudioSource::Poll(const LineRequest& request, SpectrumLine& line) {
@@ -38,7 +48,7 @@ PollResult AudioSource::Poll(const LineRequest& request, SpectrumLine& line) {
 }
 
 void AudioSource::FillLine(const LineRequest& request, SpectrumLine& line) {
-  line.Arrived = clock_.Now();
+  line.Arrived = lastBlock_ = clock_.Now();
   line.TakenUtc = clock_.UtcNow();
   {
     const StageTimer timer(times_, Stage::Transform);

@@ -36,6 +36,8 @@ class AudioSource final : public SpectrumSource {
   void CloseCapture() { stream_.reset(); }
   [[nodiscard]] bool IsOpen() const { return stream_ != nullptr; }
 
+  /// How long the next block will take to arrive, by the rate and the time of the last one; zero when it is due.
+  [[nodiscard]] std::chrono::nanoseconds UntilBlock() const;
   PollResult Poll(const LineRequest& request, SpectrumLine& line) override;
   [[nodiscard]] std::string Failure() const override { return failure_; }
   [[nodiscard]] std::string Warning() const { return stream_ ? stream_->Warning() : std::string{}; }
@@ -56,6 +58,8 @@ class AudioSource final : public SpectrumSource {
   std::vector<std::int16_t> captureSamples_;  // N/4 stereo frames: the N bytes that one block delivers
   std::vector<double> power_;
   float levelOffsetDb_ = 0;
+  std::chrono::nanoseconds blockPeriod_{};
+  std::chrono::steady_clock::time_point lastBlock_{};
   std::uint64_t serial_ = 0;
   std::string failure_;
 };

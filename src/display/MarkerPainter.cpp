@@ -1,7 +1,5 @@
 #include "display/MarkerPainter.h"
 
-#include <QFontMetrics>
-#include <QString>
 #include <algorithm>
 #include <cmath>
 
@@ -56,25 +54,24 @@ void ShadePassbands(QImage& background, const PlotLayout& layout, const FrameGeo
   }
 }
 
-void DrawMarkers(QPainter& painter, const PlotLayout& layout, const FrameGeometry& geometry,
-                 std::span<const PlotMarker> markers, const ColourTable& colours, const QFont& font,
-                 std::vector<QRect>& taken) {
+void DrawMarkers(const OverlayPen& pen, const FrameGeometry& geometry, std::span<const PlotMarker> markers,
+                 const QFont& font, std::vector<QRect>& taken) {
+  const PlotLayout& layout = pen.Layout;
   if (!geometry.Valid() || layout.PlotHeight <= 0) return;
-  painter.setFont(font);
-  const QFontMetrics metrics(font);
+  pen.Painter.setFont(font);
   for (const PlotMarker& marker : markers) {
     if (!InView(marker, layout, geometry)) continue;
-    const QColor colour(ColourAt(colours, marker.ColourIndex));
+    const QColor colour(ColourAt(pen.Colours, marker.ColourIndex));
     const int x = LinePixel(geometry.FrequencyToPixel(marker.FreqMHz), layout.PlotWidth, layout.LineWidth());
-    painter.fillRect(x, layout.TopMargin, layout.LineWidth(), layout.PlotHeight, colour);
+    pen.Painter.fillRect(x, layout.TopMargin, layout.LineWidth(), layout.PlotHeight, colour);
     if (marker.Label.empty()) continue;
-    const QString label = QString::fromStdString(marker.Label);
-    const int height = metrics.ascent() + layout.Px(3);
-    const QSize size(std::max(height, metrics.horizontalAdvance(label) + layout.Px(4)), height);
+    const TextCache::Entry& label = pen.Texts.Get(marker.Label, font);
+    const int height = label.Size.height();
+    const QSize size(std::max(height, label.Size.width() + layout.Px(4)), height);
     const QRect box = FreeFlagBox(layout, x, size, taken);
-    painter.fillRect(box, colour);
-    painter.setPen(qGray(colour.rgb()) > 90 ? Qt::black : Qt::white);
-    painter.drawText(box, Qt::AlignCenter, label);
+    pen.Painter.fillRect(box, colour);
+    pen.Painter.setPen(qGray(colour.rgb()) > 90 ? Qt::black : Qt::white);
+    pen.Painter.drawStaticText(box.left() + (size.width() - label.Size.width()) / 2, box.top(), label.Text);
     taken.push_back(box);
   }
 }

@@ -3,13 +3,13 @@
 #pragma once
 
 #include <QImage>
-#include <QPainter>
 #include <QRect>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "display/PlotLayout.h"
+#include "display/TextCache.h"
 #include "settings/ColourTable.h"
 #include "state/FrameGeometry.h"
 
@@ -32,8 +32,7 @@ void ShadePassbands(QImage& background, const PlotLayout& layout, const FrameGeo
 
 /// Lines and flags of the markers in view, flag beside flag: none covers another or one of the taken boxes;
 /// the flags' own are added. font: the flags' letters.
-void DrawMarkers(QPainter& painter, const PlotLayout& layout, const FrameGeometry& geometry,
-                 std::span<const PlotMarker> markers, const ColourTable& colours, const QFont& font,
-                 std::vector<QRect>& taken);
+void DrawMarkers(const OverlayPen& pen, const FrameGeometry& geometry, std::span<const PlotMarker> markers,
+                 const QFont& font, std::vector<QRect>& taken);
 
 }  // namespace spectrino

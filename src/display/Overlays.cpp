@@ -1,6 +1,5 @@
 #include "display/Overlays.h"
 
-#include <QFontMetrics>
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -24,13 +23,12 @@ std::string MinuteText(std::chrono::sys_time<std::chrono::minutes> minute) {
 }
 
 /// Text over grid and trace, on a veil of the background so that it stays readable there.
-void DrawVeiled(QPainter& painter, const PlotLayout& layout, const QRect& box, const QString& text,
-                ColourIndex colour, const ColourTable& colours) {
-  QColor veil(ColourAt(colours, ColourIndex::Background));
+void DrawVeiled(const OverlayPen& pen, const QRect& box, const TextCache::Entry& text, ColourIndex colour) {
+  QColor veil(ColourAt(pen.Colours, ColourIndex::Background));
   veil.setAlphaF(0.6F);
-  painter.fillRect(box.adjusted(-layout.Px(2), 0, layout.Px(2), 0), veil);
-  painter.setPen(QColor(ColourAt(colours, colour)));
-  painter.drawText(box.left(), box.top() + QFontMetrics(painter.font()).ascent(), text);
+  pen.Painter.fillRect(box.adjusted(-pen.Layout.Px(2), 0, pen.Layout.Px(2), 0), veil);
+  pen.Painter.setPen(QColor(ColourAt(pen.Colours, colour)));
+  pen.Painter.drawStaticText(box.topLeft(), text.Text);
 }
 
 }  // namespace
@@ -47,36 +45,39 @@ std::string HoverText(double freqMHz, bool frequencyKnown, float level) {
   return result + text;
 }
 
-QRect DrawHover(QPainter& painter, const PlotLayout& layout, int x, const std::string& text,
-                const ColourTable& colours, const QFont& font) {
-  const QColor colour(ColourAt(colours, ColourIndex::Cursor));
+QRect HoverStrip(const PlotLayout& layout, int textHeight) {
+  return {0, layout.TopMargin + textHeight + layout.Px(4), layout.PlotWidth, textHeight};
+}
+
+QRect DrawHover(const OverlayPen& pen, int x, const std::string& text, const QFont& font) {
+  const PlotLayout& layout = pen.Layout;
+  const QColor colour(ColourAt(pen.Colours, ColourIndex::Cursor));
   const int dash = layout.Px(kDashPx);
   const int bottom = layout.WaterfallHeight > 0 ? layout.Height : layout.PlotBottom();
   for (int y = layout.TopMargin; y < bottom; y += 2 * dash) {
-    painter.fillRect(x, y, layout.LineWidth(), std::min(dash, bottom - y), colour);
+    pen.Painter.fillRect(x, y, layout.LineWidth(), std::min(dash, bottom - y), colour);
   }
-  const QFontMetrics metrics(font);
-  const QString shown = QString::fromStdString(text);
-  const int width = metrics.horizontalAdvance(shown);
+  const TextCache::Entry& shown = pen.Texts.Get(text, font);
+  const int width = shown.Size.width();
   const int room = layout.Px(5);
   int left = x + layout.LineWidth() + room;
   if (left + width > layout.PlotWidth - layout.Px(2)) left = std::max(layout.Px(2), x - room - width);
-  const QRect box(left, layout.TopMargin + metrics.height() + layout.Px(4), width, metrics.height());
-  painter.setFont(font);
-  DrawVeiled(painter, layout, box, shown, ColourIndex::Cursor, colours);
+  const QRect strip = HoverStrip(layout, shown.Size.height());
+  const QRect box(left, strip.top(), width, strip.height());
+  pen.Painter.setFont(font);
+  DrawVeiled(pen, box, shown, ColourIndex::Cursor);
   return box;
 }
 
-QRect DrawInfo(QPainter& painter, const PlotLayout& layout, const std::string& text,
-               const ColourTable& colours, const QFont& font) {
-  const QFontMetrics metrics(font);
+QRect DrawInfo(const OverlayPen& pen, const std::string& text, const QFont& font) {
+  if (text.empty()) return {};
+  const PlotLayout& layout = pen.Layout;
   const int left = layout.Px(6);
-  const QString shown = metrics.elidedText(QString::fromStdString(text), Qt::ElideRight,
-                                           std::max(0, layout.PlotWidth - 2 * left));
-  if (shown.isEmpty() || layout.PlotHeight < metrics.height()) return {};
-  const QRect box(left, layout.TopMargin + layout.Px(2), metrics.horizontalAdvance(shown), metrics.height());
-  painter.setFont(font);
-  DrawVeiled(painter, layout, box, shown, ColourIndex::Info, colours);
+  const TextCache::Entry& shown = pen.Texts.GetElided(text, font, std::max(0, layout.PlotWidth - 2 * left));
+  if (shown.Size.width() <= 0 || layout.PlotHeight < shown.Size.height()) return {};
+  const QRect box(QPoint(left, layout.TopMargin + layout.Px(2)), shown.Size);
+  pen.Painter.setFont(font);
+  DrawVeiled(pen, box, shown, ColourIndex::Info);
   return box;
 }
 
@@ -93,19 +94,18 @@ std::vector<TimeMark> TimeMarks(const WaterfallImage& waterfall, int minDistance
   return marks;
 }
 
-void DrawTimes(QPainter& painter, const PlotLayout& layout, const std::vector<TimeMark>& marks,
-               const ColourTable& colours, const QFont& font) {
-  QColor colour(ColourAt(colours, ColourIndex::Frequency));
+void DrawTimes(const OverlayPen& pen, const std::vector<TimeMark>& marks, const QFont& font) {
+  const PlotLayout& layout = pen.Layout;
+  QColor colour(ColourAt(pen.Colours, ColourIndex::Frequency));
   colour.setAlphaF(0.82F);
-  painter.setFont(font);
-  painter.setPen(colour);
-  const QFontMetrics metrics(font);
+  pen.Painter.setFont(font);
+  pen.Painter.setPen(colour);
   for (const TimeMark& mark : marks) {
-    if (mark.Y + metrics.height() > layout.WaterfallHeight) continue;
+    const TextCache::Entry& text = pen.Texts.Get(mark.Text, font);
+    if (mark.Y + text.Size.height() > layout.WaterfallHeight) continue;
     const int y = layout.WaterfallTop + mark.Y;
-    painter.fillRect(layout.PlotWidth, y, layout.Px(3), layout.LineWidth(), colour);
-    painter.drawText(layout.PlotWidth + layout.Px(4), y + metrics.ascent(),
-                     QString::fromStdString(mark.Text));
+    pen.Painter.fillRect(layout.PlotWidth, y, layout.Px(3), layout.LineWidth(), colour);
+    pen.Painter.drawStaticText(layout.PlotWidth + layout.Px(4), y, text.Text);
   }
 }
 

@@ -3,15 +3,13 @@
 #pragma once
 
 #include <QFont>
-#include <QPainter>
 #include <QRect>
-#include <QString>
 #include <string>
 #include <vector>
 
 #include "display/PlotLayout.h"
+#include "display/TextCache.h"
 #include "display/WaterfallImage.h"
-#include "settings/ColourTable.h"
 
 namespace spectrino {
 
@@ -21,12 +19,12 @@ namespace spectrino {
 
 /// Dashed line at x from the top margin to the bottom of the picture, its text beside it: right of it, left
 /// where it would leave the plot. Returns the text's box.
-QRect DrawHover(QPainter& painter, const PlotLayout& layout, int x, const std::string& text,
-                const ColourTable& colours, const QFont& font);
+QRect DrawHover(const OverlayPen& pen, int x, const std::string& text, const QFont& font);
+/// The strip in which every hover text stands.
+[[nodiscard]] QRect HoverStrip(const PlotLayout& layout, int textHeight);
 
 /// Top left, shortened with an ellipsis where the plot is too narrow. Returns its box.
-QRect DrawInfo(QPainter& painter, const PlotLayout& layout, const std::string& text,
-               const ColourTable& colours, const QFont& font);
+QRect DrawInfo(const OverlayPen& pen, const std::string& text, const QFont& font);
 
 /// A time in the waterfall's label column.
 struct TimeMark {
@@ -41,7 +39,6 @@ struct TimeMark {
 [[nodiscard]] std::vector<TimeMark> TimeMarks(const WaterfallImage& waterfall, int minDistance);
 
 /// Draws them in the label column; one that would be cut at the bottom is left out.
-void DrawTimes(QPainter& painter, const PlotLayout& layout, const std::vector<TimeMark>& marks,
-               const ColourTable& colours, const QFont& font);
+void DrawTimes(const OverlayPen& pen, const std::vector<TimeMark>& marks, const QFont& font);
 
 }  // namespace spectrino

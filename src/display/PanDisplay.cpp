@@ -1,10 +1,12 @@
 #include "display/PanDisplay.h"
 
+#include <QFontMetrics>
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <utility>
 
+#include "display/Blit.h"
 #include "display/Colours.h"
 #include "display/Overlays.h"
 #include "display/RowKernels.h"
@@ -25,6 +27,8 @@ void PanDisplay::Resize(QSize logical, double devicePixelRatio) {
   labelFont_ = DisplayFont(kLabelFont, devicePixelRatio);
   textFont_ = DisplayFont(kTextFont, devicePixelRatio);
   flagFont_ = DisplayFont(kTextFont, devicePixelRatio, true);
+  texts_.Clear();
+  textHeight_ = QFontMetrics(textFont_).height();
   LayOut();
 }
 
@@ -48,26 +52,26 @@ void PanDisplay::LayOut() {
   waterfall_.SetEmptyColour(ColourAt(options_.Colours, ColourIndex::Background));
   waterfall_.SetFollow(options_.WFFollow);
   waterfall_.Resize(layout_.PlotWidth, layout_.WaterfallHeight);
-  scaleDirty_ = dirty_ = true;
+  scaleDirty_ = allChanged_ = true;
 }
 
 void PanDisplay::SetMarkers(std::span<const PlotMarker> markers) {
   if (std::ranges::equal(markers, markers_)) return;
   markers_.assign(markers.begin(), markers.end());
-  backgroundDirty_ = dirty_ = true;
+  backgroundDirty_ = allChanged_ = true;
 }
 
 void PanDisplay::SetInfoText(std::string text) {
   if (text == infoText_) return;
   infoText_ = std::move(text);
-  dirty_ = true;
+  allChanged_ = true;
 }
 
 void PanDisplay::SetHover(std::optional<QPointF> logical) {
   if (logical) logical = LogicalToPlot(*logical);
   if (logical == hover_) return;
   hover_ = logical;
-  dirty_ = true;
+  allChanged_ = true;
 }
 
 void PanDisplay::SetGeometry(const FrameGeometry& geometry) {
@@ -98,7 +102,7 @@ void PanDisplay::ShowFrame(const Frame& frame) {
                               .BottomLevel = line.BottomLevel,
                               .TopLevel = line.TopLevel,
                               .Dimmed = transmitting_});
-  traceDirty_ = dirty_ = true;
+  traceDirty_ = lineAdded_ = true;
 }
 
 void PanDisplay::DrawScale(const ScaleState& scale) {
@@ -106,18 +110,25 @@ void PanDisplay::DrawScale(const ScaleState& scale) {
   ours.Geometry.PlotWidth = layout_.PlotWidth;
   if (ours == scale_) return;
   scale_ = ours;
-  scaleDirty_ = dirty_ = true;
+  scaleDirty_ = allChanged_ = true;
 }
 
 void PanDisplay::ClearFrames() {
   std::ranges::fill(trace_, kUndrawnLevel);
   peak_.clear();
   waterfall_.Clear();
-  traceDirty_ = dirty_ = true;
+  traceDirty_ = allChanged_ = true;
 }
 
-bool PanDisplay::TakeDirty() {
-  return std::exchange(dirty_, false);
+QRegion PanDisplay::Prepare() {
+  UpdatePlot();
+  const bool lineAdded = std::exchange(lineAdded_, false);
+  QRegion changed = tracePainter_.TakeChanged();
+  if (std::exchange(allChanged_, false)) return QRect(0, 0, layout_.Width, layout_.Height);
+  if (!lineAdded) return changed;
+  changed += QRect(0, layout_.WaterfallTop, layout_.Width, layout_.WaterfallHeight);
+  if (hover_) changed += HoverStrip(layout_, textHeight_);
+  return changed;
 }
 
 /// Each picture is made anew only when what it shows changed; a frame alone touches the trace.
@@ -128,6 +139,7 @@ void PanDisplay::UpdatePlot() {
     backgroundDirty_ = true;
   }
   if (backgroundDirty_) {
+    allChanged_ = true;
     CopyPixels(scalePainter_.Picture(), background_);
     ShadePassbands(background_, layout_, scale_.Geometry, markers_, options_.Colours);
     tracePainter_.SetBackground(background_, layout_, options_.Colours, options_.Fill);
@@ -144,7 +156,7 @@ void PanDisplay::Paint(QPainter& painter) {
   // One of our pixels is one of the device's: nothing is scaled, hairlines stay sharp.
   const double ratio = painter.device()->devicePixelRatioF();
   painter.scale(1 / ratio, 1 / ratio);
-  painter.drawImage(QPoint(0, 0), tracePainter_.Picture());
+  BlitImage(painter, QPoint(0, 0), tracePainter_.Picture(), tracePainter_.Picture().rect());
   if (layout_.WaterfallHeight > 0) {
     waterfall_.Draw(painter, 0, layout_.WaterfallTop);
     painter.fillRect(layout_.PlotWidth, layout_.WaterfallTop, layout_.LabelMargin, layout_.WaterfallHeight,
@@ -155,16 +167,14 @@ void PanDisplay::Paint(QPainter& painter) {
 }
 
 void PanDisplay::PaintOverlays(QPainter& painter) {
-  const ColourTable& colours = options_.Colours;
+  const OverlayPen pen{painter, layout_, options_.Colours, texts_};
   std::vector<QRect> taken;
-  taken.push_back(DrawInfo(painter, layout_, infoText_, colours, textFont_));
-  DrawMarkers(painter, layout_, scale_.Geometry, markers_, colours, flagFont_, taken);
-  if (const auto column = HoverColumn()) {
-    DrawHover(painter, layout_, *column, TextUnderPointer(), colours, textFont_);
-  }
+  taken.push_back(DrawInfo(pen, infoText_, textFont_));
+  DrawMarkers(pen, scale_.Geometry, markers_, flagFont_, taken);
+  if (const auto column = HoverColumn()) DrawHover(pen, *column, TextUnderPointer(), textFont_);
   if (layout_.WaterfallHeight > 0) {
     const int apart = static_cast<int>(1.3 * labelFont_.pixelSize());
-    DrawTimes(painter, layout_, TimeMarks(waterfall_, apart), colours, labelFont_);
+    DrawTimes(pen, TimeMarks(waterfall_, apart), labelFont_);
   }
 }
 

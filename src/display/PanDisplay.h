@@ -1,11 +1,12 @@
 // The panadapter picture: takes frames, keeps trace and waterfall, paints them with scale and overlays.
-// No widget: whoever owns one calls Paint when TakeDirty says so.
+// No widget: whoever owns one calls Prepare, then Paint for the pixels that it names.
 #pragma once
 
 #include <QFont>
 #include <QImage>
 #include <QPainter>
 #include <QPointF>
+#include <QRegion>
 #include <QSize>
 #include <optional>
 #include <span>
@@ -15,6 +16,7 @@
 #include "display/MarkerPainter.h"
 #include "display/PlotLayout.h"
 #include "display/ScalePainter.h"
+#include "display/TextCache.h"
 #include "display/TracePainter.h"
 #include "display/WaterfallImage.h"
 #include "dsp/DisplayTrace.h"
@@ -58,8 +60,9 @@ class PanDisplay : public FrameSink {
   /// Paints everything with the top left corner at the painter's origin, device pixel by device pixel of a
   /// device with the ratio given to Resize. The painter's pen and font are left as they were.
   void Paint(QPainter& painter);
-  /// True when something changed since the last call.
-  [[nodiscard]] bool TakeDirty();
+  /// Draws what came since the last call and tells which pixels differ for it; empty when none do. Device
+  /// pixels.
+  [[nodiscard]] QRegion Prepare();
 
   [[nodiscard]] const PlotLayout& Layout() const { return layout_; }
   /// Of the newest frame or scale, whichever came last.
@@ -103,7 +106,10 @@ class PanDisplay : public FrameSink {
   WaterfallImage waterfall_;
   QImage background_;  ///< the scale with the passbands
 
-  bool dirty_ = true;
+  TextCache texts_;
+  int textHeight_ = 0;      ///< of textFont_
+  bool allChanged_ = true;  ///< since the last Prepare, with all that lies over the trace
+  bool lineAdded_ = false;
   bool scaleDirty_ = true;
   bool backgroundDirty_ = true;
   bool traceDirty_ = true;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "display/Colours.h"
+#include "display/RowKernels.h"
 
 namespace spectrino {
 namespace {
@@ -73,7 +74,7 @@ LabelMetrics MetricsOf(const QFont& font) {
 void ScalePainter::Render(const PlotLayout& layout, const ScaleState& scale, const ScaleLook& look,
                           const QFont& font) {
   const QSize size(layout.Width, layout.WaterfallTop);
-  if (picture_.size() != size) picture_ = QImage(size, QImage::Format_RGB32);
+  if (picture_.size() != size) picture_ = MakePixels(size);
   lines_ = PlaceScale(layout, scale, look.SubD, look.MHz, MetricsOf(font));
   if (picture_.isNull()) return;
   picture_.fill(ColourAt(look.Colours, ColourIndex::Background));

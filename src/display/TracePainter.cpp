@@ -15,56 +15,13 @@ namespace spectrino {
 namespace {
 
 constexpr float kNoHeight = std::numeric_limits<float>::max();
-constexpr int kFillAlpha256 = 190;  // lets the grid speak through
-
-QRgb* PixelRow(QImage& image, int y) {
-  return reinterpret_cast<QRgb*>(image.scanLine(y));
-}
-const QRgb* PixelRow(const QImage& image, int y) {
-  return reinterpret_cast<const QRgb*>(image.constScanLine(y));
-}
-
-/// The pixels of a plot by column and row, for loops down a column.
-template <typename Pixel>
-class PixelGrid {
- public:
-  template <typename Image>
-  PixelGrid(Image& image, int top) : stride_(static_cast<std::size_t>(image.bytesPerLine()) / sizeof(QRgb)) {
-    if (!image.isNull()) pixels_ = PixelRow(image, top);
-  }
-  [[nodiscard]] Pixel& At(std::size_t x, std::int32_t y) const {
-    return pixels_[static_cast<std::size_t>(y) * stride_ + x];
-  }
-
- private:
-  Pixel* pixels_ = nullptr;
-  std::size_t stride_;
-};
+constexpr int kFillAlpha256 = 190;        // lets the grid speak through
+constexpr std::size_t kTileColumns = 256;  // what changed is told for so many columns together
 
 QRgb Brighter(QRgb colour, double factor) {
   const auto channel = [factor](int value) { return std::min(255, static_cast<int>(value * factor)); };
   return qRgb(channel(qRed(colour)), channel(qGreen(colour)), channel(qBlue(colour)));
 }
-
-/// Half a segment of the line as seen from the column where it starts: how far it climbs to the next one.
-struct Leg {
-  float Climb = 0;
-  float InverseLength = 1;
-  bool Drawn = false;
-
-  Leg(float from, float to) : Drawn(to != kNoHeight) {
-    if (!Drawn) return;
-    Climb = to - from;
-    InverseLength = 1 / std::sqrt(1 + Climb * Climb);
-  }
-  /// Distance of a pixel that lies dy below the leg's start, in the same column.
-  [[nodiscard]] float Distance(float dy) const {
-    const float along = dy * Climb * InverseLength * InverseLength;
-    if (!Drawn || along <= 0) return std::fabs(dy);
-    if (along >= 1) return std::sqrt(1 + (dy - Climb) * (dy - Climb));
-    return std::fabs(dy) * InverseLength;
-  }
-};
 
 }  // namespace
 
@@ -78,6 +35,8 @@ void TracePainter::SetBackground(const QImage& plain, const PlotLayout& layout, 
   heights_.assign(columns, kNoHeight);
   peakHeights_.assign(columns, kNoHeight);
   lineRows_.assign(columns, {});
+  changed_.assign((columns + kTileColumns - 1) / kTileColumns, {});
+  coverage_.resize(static_cast<std::size_t>(layout.PlotHeight));
   fresh_ = true;
   CopyPixels(plain, picture_);
   firstFilled_.assign(columns, layout.PlotHeight);
@@ -86,7 +45,7 @@ void TracePainter::SetBackground(const QImage& plain, const PlotLayout& layout, 
     filled_ = QImage();
     return;
   }
-  if (filled_.size() != size) filled_ = QImage(size, QImage::Format_RGB32);
+  if (filled_.size() != size) filled_ = MakePixels(size);
   const QRgb colour = ColourAt(colours, ColourIndex::Fill);
   const QRgb top = Mix(Brighter(colour, 1.45), qRgb(255, 255, 255), 0.12);
   const QRgb bottom = Brighter(colour, 0.6);
@@ -129,14 +88,12 @@ void TracePainter::FillChanged(const QImage& plain) {
     const std::int32_t before = firstFilled_[x];
     const std::int32_t now = FirstFilled(heights_[x]);
     firstFilled_[x] = now;
-    const Rows line = std::exchange(lineRows_[x], {});
-    std::int32_t first = std::min(before, now);
-    std::int32_t end = std::max(before, now);
-    if (line.First < line.End) {
-      first = std::min(first, line.First);
-      end = std::max(end, line.End);
-    }
-    for (std::int32_t y = first; y < end; ++y) target.At(x, y) = y >= now ? below.At(x, y) : above.At(x, y);
+    Rows rows = std::exchange(lineRows_[x], {});
+    Widen(rows, {std::min(before, now), std::max(before, now)});
+    Widen(changed_[x / kTileColumns], rows);
+    const std::int32_t edge = std::clamp(now, rows.First, rows.End);
+    for (std::int32_t y = rows.First; y < edge; ++y) target.At(x, y) = above.At(x, y);
+    for (std::int32_t y = edge; y < rows.End; ++y) target.At(x, y) = below.At(x, y);
   }
 }
 
@@ -146,47 +103,70 @@ std::int32_t TracePainter::FirstFilled(float height) const {
       std::lrint(std::clamp(height, 0.0F, static_cast<float>(layout_.PlotHeight))));
 }
 
-/// Coverage of a pixel is its distance to the polyline through the columns' centres, as an antialiased stroke
-/// has it. Only the legs to both neighbours can come near enough.
-void TracePainter::DrawLine(const Heights& heights, QRgb colour) {
+/// Which rows of a column the line touches, and how much of each.
+TracePainter::Rows TracePainter::Cover(const Heights& heights, std::size_t x) {
+  const float y = heights[x];
+  if (y == kNoHeight) return {};
+  const float before = x > 0 ? heights[x - 1] : kNoHeight;
+  const float after = x + 1 < heights.size() ? heights[x + 1] : kNoHeight;
+  const float left = before == kNoHeight ? 0 : before - y;
+  const float right = after == kNoHeight ? 0 : after - y;
   const auto reach = static_cast<float>(0.75 + 0.25 * layout_.Scale);  // half the stroke and half a pixel
   const auto rows = static_cast<float>(layout_.PlotHeight);
+  const Rows touched{
+      static_cast<std::int32_t>(std::clamp(y + std::min({0.0F, left, right}) - reach, 0.0F, rows)),
+      static_cast<std::int32_t>(std::clamp(y + std::max({0.0F, left, right}) + reach + 1, 0.0F, rows))};
+  CoverColumn(static_cast<float>(touched.First) + 0.5F - y, before == kNoHeight ? right : left,
+              after == kNoHeight ? left : right, reach,
+              {coverage_.data(), static_cast<std::size_t>(touched.End - touched.First)});
+  return touched;
+}
+
+void TracePainter::DrawLine(const Heights& heights, QRgb colour) {
   const PixelGrid<QRgb> target(picture_, layout_.TopMargin);
   for (std::size_t x = 0; x < heights.size(); ++x) {
-    const float y = heights[x];
-    if (y == kNoHeight) continue;
-    const Leg left(y, x > 0 ? heights[x - 1] : kNoHeight);
-    const Leg right(y, x + 1 < heights.size() ? heights[x + 1] : kNoHeight);
-    const float top = y + std::min({0.0F, left.Climb, right.Climb}) - reach;
-    const float bottom = y + std::max({0.0F, left.Climb, right.Climb}) + reach;
-    const int first = static_cast<int>(std::clamp(top, 0.0F, rows));
-    const int end = static_cast<int>(std::clamp(bottom + 1, 0.0F, rows));
-    for (int row = first; row < end; ++row) {
-      const float dy = static_cast<float>(row) + 0.5F - y;
-      const float coverage = reach - std::min(left.Distance(dy), right.Distance(dy));
-      if (coverage <= 0) continue;
-      QRgb& pixel = target.At(x, row);
-      pixel = BlendPixel(pixel, colour, static_cast<int>(std::min(coverage, 1.0F) * 256));
+    const Rows rows = Cover(heights, x);
+    for (std::int32_t y = rows.First; y < rows.End; ++y) {
+      const std::int32_t alpha256 = coverage_[static_cast<std::size_t>(y - rows.First)];
+      QRgb& pixel = target.At(x, y);
+      if (alpha256 > 0) pixel = BlendPixel(pixel, colour, alpha256);
     }
-    Rows& drawn = lineRows_[x];
-    const bool none = drawn.First >= drawn.End;
-    drawn = {none ? first : std::min(drawn.First, first), none ? end : std::max(drawn.End, end)};
+    Widen(lineRows_[x], rows);
+    Widen(changed_[x / kTileColumns], rows);
   }
+}
+
+void TracePainter::Widen(Rows& rows, Rows more) {
+  if (more.First >= more.End) return;
+  const bool none = rows.First >= rows.End;
+  rows = {none ? more.First : std::min(rows.First, more.First),
+          none ? more.End : std::max(rows.End, more.End)};
+}
+
+QRegion TracePainter::TakeChanged() {
+  QRegion region;
+  for (std::size_t tile = 0; tile < changed_.size(); ++tile) {
+    const Rows rows = std::exchange(changed_[tile], {});
+    const int left = static_cast<int>(tile * kTileColumns);
+    region +=
+        QRect(left, layout_.TopMargin + rows.First,
+              std::min(static_cast<int>(kTileColumns), layout_.PlotWidth - left), rows.End - rows.First);
+  }
+  return region;
 }
 
 void TracePainter::Draw(const QImage& plain, const TraceLevels& levels, const LevelScale& scale) {
   assert(picture_.size() == plain.size());
   if (layout_.PlotHeight <= 0 || layout_.PlotWidth <= 0) return;
+  const bool hasPeak = !levels.BackgroundPeak.empty();
   FindHeights(levels.Trace, scale, heights_);
+  if (hasPeak) FindHeights(levels.BackgroundPeak, scale, peakHeights_);
   if (std::exchange(fresh_, false)) {
     FillAll(plain);
   } else {
     FillChanged(plain);
   }
-  if (!levels.BackgroundPeak.empty()) {
-    FindHeights(levels.BackgroundPeak, scale, peakHeights_);
-    DrawLine(peakHeights_, peakColour_);
-  }
+  if (hasPeak) DrawLine(peakHeights_, peakColour_);
   DrawLine(heights_, lineColour_);
 }
 

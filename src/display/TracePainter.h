@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QImage>
+#include <QRegion>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -30,6 +31,10 @@ class TracePainter {
   /// to SetBackground. levels: PlotWidth columns each.
   void Draw(const QImage& plain, const TraceLevels& levels, const LevelScale& scale);
 
+  /// Where Picture() differs from what it was at the last call, in tiles; meaningless after SetBackground,
+  /// when everything may differ.
+  [[nodiscard]] QRegion TakeChanged();
+
   /// As large as plain; plain but for the plot's columns 0..PlotWidth-1 from TopMargin to PlotBottom.
   [[nodiscard]] const QImage& Picture() const { return picture_; }
 
@@ -40,10 +45,12 @@ class TracePainter {
     std::int32_t End = 0;
   };
 
+  static void Widen(Rows& rows, Rows more);
   void FindHeights(std::span<const float> levels, const LevelScale& scale, Heights& heights) const;
   [[nodiscard]] std::int32_t FirstFilled(float height) const;
   void FillAll(const QImage& plain);
   void FillChanged(const QImage& plain);
+  [[nodiscard]] Rows Cover(const Heights& heights, std::size_t x);
   void DrawLine(const Heights& heights, QRgb colour);
 
   PlotLayout layout_;
@@ -57,6 +64,8 @@ class TracePainter {
   Heights peakHeights_;
   std::vector<std::int32_t> firstFilled_;  ///< by column: first row of the plot below the trace
   std::vector<Rows> lineRows_;             ///< by column: where the lines of the last frame may have been
+  std::vector<std::int32_t> coverage_;     ///< by the trace, of the column that is drawn
+  std::vector<Rows> changed_;              ///< by tile, since the last TakeChanged
 };
 
 }  // namespace spectrino

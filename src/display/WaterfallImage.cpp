@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstddef>
 
+#include "display/Blit.h"
 #include "display/Colours.h"
 #include "dsp/DisplayTrace.h"
 #include "state/SpectrumLine.h"
@@ -124,8 +125,8 @@ void WaterfallImage::PaintAll() {
 void WaterfallImage::Draw(QPainter& painter, int left, int top) const {
   if (picture_.isNull()) return;
   const int upper = Height() - head_;
-  painter.drawImage(QPoint(left, top), picture_, QRect(0, head_, Width(), upper));
-  if (head_ > 0) painter.drawImage(QPoint(left, top + upper), picture_, QRect(0, 0, Width(), head_));
+  BlitImage(painter, QPoint(left, top), picture_, QRect(0, head_, Width(), upper));
+  if (head_ > 0) BlitImage(painter, QPoint(left, top + upper), picture_, QRect(0, 0, Width(), head_));
 }
 
 QImage WaterfallImage::ToImage() const {

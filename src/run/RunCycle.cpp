@@ -1,5 +1,6 @@
 #include "run/RunCycle.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "capture/IqSign.h"
@@ -10,8 +11,8 @@ namespace spectrino {
 using namespace std::chrono_literals;
 
 namespace {
-constexpr auto kPendingWait = 1ms;  // while a capture block is on its way
-constexpr auto kFrameWait = 5ms;    // at the bottom of a frame
+constexpr std::chrono::milliseconds kPendingWait = 1ms;  // while a capture block is due
+constexpr std::chrono::milliseconds kFrameWait = 5ms;    // at the bottom of a frame, and the longest wait
 }  // namespace
 
 std::chrono::milliseconds RunCycle::Step() {
@@ -35,9 +36,15 @@ std::chrono::milliseconds RunCycle::Step() {
       return kFrameWait;
     case PollResult::Pending:
       RefreshRadio();
-      return link_ == nullptr ? kPendingWait : kFrameWait;
+      return link_ == nullptr ? UntilBlock() : kFrameWait;
   }
   return kFrameWait;
+}
+
+// A look each millisecond for blocks 40 ms apart costs as much as drawing them.
+std::chrono::milliseconds RunCycle::UntilBlock() const {
+  return std::clamp(std::chrono::floor<std::chrono::milliseconds>(audio_.UntilBlock()), kPendingWait,
+                    kFrameWait);
 }
 
 PollResult RunCycle::PollSource() {

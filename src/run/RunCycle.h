@@ -86,6 +86,7 @@ class RunCycle {
   void EndFailedStart();
   [[nodiscard]] ZoomPlan PlanFor(const PanSettings& settings) const;
   PollResult PollSource();
+  [[nodiscard]] std::chrono::milliseconds UntilBlock() const;
   void FinishFrame();
   void UpdateMeter();
   void RefreshRadio();

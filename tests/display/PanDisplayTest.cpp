@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QImage>
+#include <QPaintEngine>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
@@ -157,28 +158,57 @@ TEST(PanDisplayTest, TextsStayInsideThePlot) {
   QImage image(300, 200, QImage::Format_RGB32);
   QPainter painter(&image);
   const QFont font = DisplayFont(10, 1);
+  TextCache texts;
+  const OverlayPen pen{painter, layout, kColoursK4, texts};
   for (int x = 0; x < layout.PlotWidth; x += 7) {
-    const QRect box = DrawHover(painter, layout, x, "14.084.150  -71 dBm", kColoursK4, font);
+    const QRect box = DrawHover(pen, x, "14.084.150  -71 dBm", font);
+    EXPECT_TRUE(HoverStrip(layout, box.height()).contains(box)) << "more is not painted again";
     EXPECT_GE(box.left(), 0);
     EXPECT_LT(box.right(), layout.PlotWidth);
     EXPECT_FALSE(box.contains(x, box.center().y())) << "text on its own line";
   }
   const std::string longText(200, 'W');
-  EXPECT_LT(DrawInfo(painter, layout, longText, kColoursK4, font).right(), layout.PlotWidth);
+  EXPECT_LT(DrawInfo(pen, longText, font).right(), layout.PlotWidth);
+}
+
+/// Painted over the last picture within what Prepare names, every frame looks as if it were painted whole, on
+/// a window part of a larger picture too.
+TEST(PanDisplayTest, PaintingOnlyWhatChangedGivesTheWholePicture) {
+  Bench bench(QSize(800, 400), 1);
+  QImage window(900, 500, QImage::Format_RGB32);
+  window.fill(Qt::magenta);
+  const QRect place(QPoint(37, 61), QSize(800, 400));
+  for (int frame = 0; frame < 40; ++frame) {
+    for (int i = 0; i <= kPoints; ++i)
+      bench.Line.Levels[static_cast<std::size_t>(i)] = static_cast<float>(-120 + (i * 7 + frame * 13) % 11);
+    bench.Line.Levels[static_cast<std::size_t>(100 * frame + 20)] = -30;
+    bench.Display.SetHover(frame > 20 ? std::optional(QPointF(300, 100)) : std::nullopt);
+    if (frame == 30) bench.Display.SetInfoText("Span 48 kHz");
+    bench.Show();
+    const QRegion changed = bench.Display.Prepare();
+    EXPECT_EQ(changed.contains(QPoint(790, 8)), frame == 0 || frame == 21 || frame == 30) << frame;
+    {
+      window.paintEngine()->setSystemClip(changed.translated(place.topLeft()));
+      QPainter painter(&window);
+      painter.translate(place.topLeft());
+      bench.Display.Paint(painter);
+    }
+    ASSERT_EQ(window.copy(place), bench.Paint()) << frame;
+  }
 }
 
 TEST(PanDisplayTest, RepaintsOnlyForWhatChanged) {
   Bench bench(QSize(400, 300), 1);
-  EXPECT_TRUE(bench.Display.TakeDirty());
-  EXPECT_FALSE(bench.Display.TakeDirty());
+  EXPECT_FALSE(bench.Display.Prepare().isEmpty());
+  EXPECT_TRUE(bench.Display.Prepare().isEmpty());
   bench.Display.SetInfoText("Span 48 kHz");
-  EXPECT_TRUE(bench.Display.TakeDirty());
+  EXPECT_FALSE(bench.Display.Prepare().isEmpty());
   bench.Display.SetInfoText("Span 48 kHz");
-  EXPECT_FALSE(bench.Display.TakeDirty());
+  EXPECT_TRUE(bench.Display.Prepare().isEmpty());
   const QImage empty = bench.Paint();
   bench.Line.Levels[2048] = -20;
   bench.Show();
-  EXPECT_TRUE(bench.Display.TakeDirty());
+  EXPECT_FALSE(bench.Display.Prepare().isEmpty());
   EXPECT_NE(bench.Paint(), empty);
   bench.Display.ClearFrames();
   EXPECT_EQ(bench.Paint(), empty) << "Start begins with an empty picture";

@@ -9,6 +9,7 @@ namespace spectrino {
 namespace {
 
 constexpr int kSmallWidth = 900;
+constexpr int kMeterHeight = 28;
 
 QPushButton* MakeButton(const char* name, const QString& text, const QString& toolTip, QWidget* parent) {
   auto* button = new QPushButton(text, parent);
@@ -51,7 +52,9 @@ HeaderPanel::HeaderPanel(QWidget* parent) : QWidget(parent) {
   lblFreqB_ = MakeLabel("lblFreqB", "frequencyB", tr("Frequency of VFO B"), this);
   bar_ = new SMeterBar(this);
   lblSMeter_ = MakeLabel("lblSMeter", "meter", tr("Signal level"), this);
-  lblSMeter_->setMinimumWidth(lblSMeter_->fontMetrics().horizontalAdvance("S9+60") * 3 / 2);
+  lblSMeter_->ensurePolished();
+  // Of fixed size: the reading changes every frame, and the row is not laid out again for it.
+  lblSMeter_->setFixedSize(lblSMeter_->fontMetrics().horizontalAdvance("S9+60") * 3 / 2, kMeterHeight);
   chkTop_ = MakeButton("chkTop", QString::fromUtf8("\u25B2"), tr("Always on top"), this);
   chkTop_->setCheckable(true);
   cmdFullScreen_ = MakeButton("cmdFullScreen", QString::fromUtf8("\u21F2"), tr("Full screen"), this);

@@ -55,6 +55,17 @@ void SMeterBar::paintEvent(QPaintEvent*) {
     painter.fillRect(QRectF(bar.left() + bar.width() * heldShare_ - 1, bar.top() - 1, 2, bar.height() + 2),
                      QColor(0xff, 0xd2, 0x7a));
   }
+  const double ratio = devicePixelRatioF();
+  if (ticks_.size() != size() * ratio) ticks_ = DrawTicks(bar.width(), ratio);
+  painter.drawPixmap(0, 0, ticks_);
+}
+
+/// The scale below the bar; as long as the size stays it does.
+QPixmap SMeterBar::DrawTicks(double barWidth, double ratio) const {
+  QPixmap picture(size() * ratio);
+  picture.setDevicePixelRatio(ratio);
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
   QFont small = font();
   small.setPixelSize(9);
   painter.setFont(small);
@@ -63,12 +74,12 @@ void SMeterBar::paintEvent(QPaintEvent*) {
   double freeFrom = -1;
   for (const Tick& tick : kTicks) {
     const double textWidth = metrics.horizontalAdvance(tick.text);
-    const double x =
-        std::clamp(bar.width() * Share(tick.levelDbm) - textWidth / 2, 0.0, bar.width() - textWidth);
+    const double x = std::clamp(barWidth * Share(tick.levelDbm) - textWidth / 2, 0.0, barWidth - textWidth);
     if (x < freeFrom) continue;
     painter.drawText(QPointF(x, height() - 3), tick.text);
     freeFrom = x + textWidth + 4;
   }
+  return picture;
 }
 
 }  // namespace spectrino

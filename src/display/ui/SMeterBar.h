@@ -2,7 +2,7 @@
 // Shows a level in dBm; the reading beside it is text of its own.
 #pragma once
 
-#include <QColor>
+#include <QPixmap>
 #include <QWidget>
 
 namespace spectrino {
@@ -21,6 +21,9 @@ class SMeterBar final : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  [[nodiscard]] QPixmap DrawTicks(double barWidth, double ratio) const;
+
+  QPixmap ticks_;
   double share_ = 0;
   double heldShare_ = 0;
 };

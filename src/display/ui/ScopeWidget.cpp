@@ -2,6 +2,8 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <cmath>
+#include <utility>
 
 namespace spectrino {
 namespace {
@@ -26,18 +28,43 @@ ScopeWidget::ScopeWidget(PanDisplay& display, StageTimes& times, QWidget* parent
   connect(&resizeTimer_, &QTimer::timeout, this, &ScopeWidget::ApplySize);
   repaintTimer_.setSingleShot(true);
   repaintTimer_.setTimerType(Qt::PreciseTimer);
-  connect(&repaintTimer_, &QTimer::timeout, this, [this] { update(); });
+  connect(&repaintTimer_, &QTimer::timeout, this, &ScopeWidget::RequestRepaint);
 }
 
 void ScopeWidget::ShowNew(std::chrono::steady_clock::time_point arrived) {
-  if (!display_.TakeDirty() || repaintTimer_.isActive()) return;
+  arrived_ = arrived;
+  if (repaintTimer_.isActive()) return;
   const qint64 since = sinceRepaint_.isValid() ? sinceRepaint_.elapsed() : kRepaintMs;
   if (since < kRepaintMs) {
     repaintTimer_.start(static_cast<int>(kRepaintMs - since));
     return;
   }
-  times_.Add(Stage::Latency, std::chrono::steady_clock::now() - arrived);
-  update();
+  RequestRepaint();
+}
+
+void ScopeWidget::RequestRepaint() {
+  const auto begun = std::chrono::steady_clock::now();
+  const QRegion changed = display_.Prepare();
+  if (changed.isEmpty()) return;
+  const auto ready = std::chrono::steady_clock::now();
+  prepareTime_ += ready - begun;
+  if (arrived_ != shownArrival_) times_.Add(Stage::Latency, ready - arrived_);
+  shownArrival_ = arrived_;
+  sinceRepaint_.restart();
+  update(ToLogical(changed));
+}
+
+/// Whole logical pixels that cover the device pixels; Qt rounds their edges at a broken scale.
+QRegion ScopeWidget::ToLogical(const QRegion& pixels) const {
+  const double ratio = devicePixelRatioF();
+  if (ratio == 1) return pixels;
+  const int edge = ratio == std::floor(ratio) ? 0 : 1;
+  QRegion logical;
+  for (const QRect& rect : pixels) {
+    const QRectF exact(rect.x() / ratio, rect.y() / ratio, rect.width() / ratio, rect.height() / ratio);
+    logical += exact.toAlignedRect().adjusted(-edge, -edge, edge, edge);
+  }
+  return logical;
 }
 
 void ScopeWidget::ShowStatus(const QString& text) {
@@ -57,10 +84,12 @@ void ScopeWidget::PlaceStatus() {
 }
 
 void ScopeWidget::paintEvent(QPaintEvent*) {
-  const StageTimer timer(times_, Stage::Draw);
-  sinceRepaint_.restart();
-  QPainter painter(this);
-  display_.Paint(painter);
+  const auto begun = std::chrono::steady_clock::now();
+  {
+    QPainter painter(this);
+    display_.Paint(painter);
+  }
+  times_.Add(Stage::Draw, std::exchange(prepareTime_, {}) + (std::chrono::steady_clock::now() - begun));
 }
 
 void ScopeWidget::resizeEvent(QResizeEvent* event) {
@@ -83,14 +112,14 @@ void ScopeWidget::ApplySize() {
 void ScopeWidget::mouseMoveEvent(QMouseEvent* event) {
   display_.SetHover(event->position());
   emit HoverMoved();
-  update();
+  ShowNew(arrived_);
 }
 
 void ScopeWidget::leaveEvent(QEvent* event) {
   QWidget::leaveEvent(event);
   display_.SetHover(std::nullopt);
   emit HoverMoved();
-  update();
+  ShowNew(arrived_);
 }
 
 }  // namespace spectrino

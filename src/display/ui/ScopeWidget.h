@@ -37,6 +37,8 @@ class ScopeWidget final : public QWidget {
 
  private:
   void ApplySize();
+  void RequestRepaint();
+  [[nodiscard]] QRegion ToLogical(const QRegion& pixels) const;
   void PlaceStatus();
 
   PanDisplay& display_;
@@ -45,6 +47,9 @@ class ScopeWidget final : public QWidget {
   QTimer resizeTimer_;
   QTimer repaintTimer_;
   QElapsedTimer sinceRepaint_;
+  std::chrono::steady_clock::time_point arrived_{};       ///< of the newest line
+  std::chrono::steady_clock::time_point shownArrival_{};  ///< of the line whose repaint was asked for last
+  std::chrono::steady_clock::duration prepareTime_{};     ///< drawn since the last paint event
 };
 
 }  // namespace spectrino
