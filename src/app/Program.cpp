@@ -36,7 +36,7 @@ Program::Program(const CommandLine& line)
   // A newcomer has chosen nothing yet: show what the program is about.
   session_.FirstRun = settingsFile_.Stamp(std::string(kOwnApplication)) == 0;
   window_ = std::make_unique<frmPan>(
-      frmPan::Parts{session_, *devices_, store_, user_, display_, *cycle_, *times_, clock_});
+      frmPan::Parts{session_, *devices_, store_, user_, display_, *cycle_, *times_, clock_, ports_});
   window_->SettingsLoaded = [this](const PanSettings& settings) {
     pulse_.SetRealTimePriority(settings.Priority);
   };

@@ -12,6 +12,7 @@
 #include "platform/posix/PosixSettingsFile.h"
 #include "platform/qt/QtEventPump.h"
 #include "platform/qt/QtNotifier.h"
+#include "platform/qt/QtSerialPorts.h"
 #include "platform/sound/PulseInput.h"
 #include "sim/DemoInput.h"
 #include "sim/IqFileInput.h"
@@ -50,6 +51,7 @@ class Program {
   std::unique_ptr<StageTimes> times_;
   PulseInput pulse_;
   DemoInput demo_;
+  QtSerialPorts ports_;
   std::vector<std::unique_ptr<IqFileInput>> iqFiles_;
   QString iqFileError_;
   std::unique_ptr<DeviceList> devices_;

@@ -6,6 +6,7 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include "app/Manual.h"
 #include "app/PanTexts.h"
 #include "display/SMeterText.h"
 #include "dsp/LevelScale.h"
@@ -15,8 +16,9 @@
 namespace spectrino {
 
 namespace {
+constexpr int kStoreRangeMs = 700;
 constexpr int kIdleShowMs = 100;  // how old header and markers may get without a new frame
-}
+}  // namespace
 
 frmPan::frmPan(const Parts& parts) : parts_(parts) {
   setObjectName("frmPan");
@@ -29,6 +31,9 @@ frmPan::frmPan(const Parts& parts) : parts_(parts) {
   passTimer_.setSingleShot(true);
   passTimer_.setTimerType(Qt::PreciseTimer);
   connect(&passTimer_, &QTimer::timeout, this, &frmPan::RunPass);
+  rangeTimer_.setSingleShot(true);
+  rangeTimer_.setInterval(kStoreRangeMs);
+  connect(&rangeTimer_, &QTimer::timeout, this, &frmPan::StoreRange);
   parts_.Cycle.RunningChanged = [this] { ShowRunState(); };
   parts_.User.SetWindow(this);
   connect(&parts_.User, &QtNotifier::StatusChanged, scope_, &ScopeWidget::ShowStatus);
@@ -84,6 +89,11 @@ void frmPan::ConnectHeader() {
   connect(header_, &HeaderPanel::DevicesWanted, this, &frmPan::InitDevices);
   connect(header_, &HeaderPanel::DevicesBox_Click, this, &frmPan::DevicesBox_Click);
   connect(header_, &HeaderPanel::cmdFullScreen_Click, this, &frmPan::ToggleFullScreen);
+  connect(header_, &HeaderPanel::cmdSetup_Click, this, &frmPan::cmdSetup_Click);
+  connect(header_, &HeaderPanel::cmdHelp_Click, this, [this] {
+    if (!OpenManual({}))
+      parts_.User.ShowMessage("Spectrino", "No association for file extension", Severity::Exclamation);
+  });
   connect(header_, &HeaderPanel::chkTop_Click, this, &frmPan::AlwaysOnTop);
 }
 
@@ -92,6 +102,7 @@ void frmPan::ConnectStrip() {
   const auto thenShow = [this](void (RunCycle::*action)()) {
     return [this, action] {
       (parts_.Cycle.*action)();
+      RangeChanged();
       ShowStrip();
     };
   };

@@ -14,6 +14,7 @@
 #include "display/ui/HeaderPanel.h"
 #include "display/ui/RangePanel.h"
 #include "display/ui/ScopeWidget.h"
+#include "platform/SerialPorts.h"
 #include "platform/WindowCommands.h"
 #include "platform/qt/QtNotifier.h"
 #include "run/RunCycle.h"
@@ -34,6 +35,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
     RunCycle& Cycle;
     StageTimes& Times;
     const Clock& Time;
+    const SerialPorts& Ports;
   };
 
   explicit frmPan(const Parts& parts);
@@ -42,6 +44,8 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void LoadWindow();
   /// LoadSettings: reads the store again and shows what it holds.
   void LoadSettings();
+  /// Opens the setup dialog; the settings are loaded again when it closes.
+  void cmdSetup_Click();
   void StartButton_Click();
   void StopButton_Click();
   void ToggleFullScreen() override;
@@ -50,6 +54,10 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void InitDevices();
   /// Called whenever settings were read, before anything is opened with them.
   std::function<void(const PanSettings&)> SettingsLoaded;
+
+ signals:
+  /// The setup dialog was closed: whether its CAT control needs the bridge.
+  void BridgeWanted(bool wanted);
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -70,6 +78,8 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void ShowOverlays();
   void ApplyDisplayOptions();
   void FoldStrip(bool folded);
+  void RangeChanged();
+  void StoreRange();
   void RestoreGeometry();
   void SaveWindow();
 
@@ -81,6 +91,8 @@ class frmPan final : public QMainWindow, public WindowCommands {
   CalibrationPanel* calibration_;
   QToolButton* cmdFold_;
   QTimer passTimer_;
+  QTimer rangeTimer_;             ///< reference and range are stored once the clicks have ended
+  std::optional<int> rangeBand_;  ///< the band they were changed in
   bool stripFolded_ = false;
   std::string shownWarning_;
   std::uint64_t shownFrames_ = 0;

@@ -2,9 +2,11 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+#include "app/Manual.h"
 #include "app/frmPan.h"
 #include "bandplan/Bands.h"
 #include "settings/SetupSection.h"
+#include "settings/ui/frmSetupPan.h"
 
 namespace spectrino {
 namespace {
@@ -38,6 +40,42 @@ void frmPan::LoadSettings() {
   ShowOverlays();
 }
 
+void frmPan::cmdSetup_Click() {
+  if (rangeTimer_.isActive()) StoreRange();
+  SetupWorld world{.Store = parts_.Store,
+                   .Ports = &parts_.Ports,
+                   .Running = parts_.Cycle.Running() || parts_.Cycle.Starting()};
+  world.ListInputs = [this] {
+    parts_.Devices.InitDevices();
+    std::vector<SetupDevice> inputs;
+    for (const DeviceList::Entry& entry : parts_.Devices.Entries())
+      inputs.push_back({entry.Device.Name, entry.Device.StableId});
+    return inputs;
+  };
+  world.OpenManual = OpenManual;
+  auto* dialog = new frmSetupPan(std::move(world), this);
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  connect(dialog, &frmSetupPan::BridgeWanted, this, &frmPan::BridgeWanted);
+  connect(dialog, &QDialog::finished, this, [this](int result) {
+    if (result == QDialog::Accepted) parts_.State.ForcedDeviceId.clear();
+    LoadSettings();
+  });
+  // Not exec: the run goes on behind it, and closing the window closes it.
+  dialog->open();
+}
+
+void frmPan::RangeChanged() {
+  const double mhz = parts_.State.Radio.MainFreqMHz;
+  rangeBand_ = mhz != 0 ? RefBand(mhz) : std::nullopt;
+  rangeTimer_.start();
+}
+
+void frmPan::StoreRange() {
+  rangeTimer_.stop();
+  SetupSection setup(parts_.Store);
+  SaveRange(setup, parts_.State.Settings, rangeBand_);
+}
+
 void frmPan::ApplyDisplayOptions() {
   const PanSettings& settings = parts_.State.Settings;
   DisplayOptions options;
@@ -46,6 +84,7 @@ void frmPan::ApplyDisplayOptions() {
   options.SubD = settings.SubD;
   options.MHz = settings.MHz;
   options.WaterfallSel = settings.WaterfallSel;
+  options.WFFollow = settings.WFFollow;
   parts_.Display.SetOptions(options);
   const std::uint32_t meter = settings.Colours[static_cast<std::size_t>(ColourIndex::SMeter)];
   header_->SetMeterColour(QColor(meter & 0xff, meter >> 8 & 0xff, meter >> 16 & 0xff));

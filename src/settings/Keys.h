@@ -58,6 +58,8 @@ inline constexpr FlagKey kBandMode{{"BandMode"}};
 [[nodiscard]] constexpr IntKey Colour(std::size_t n) {
   return {KeyName("ccolor").WithIndex(n), static_cast<std::int32_t>(kColoursK4[n]), IntLimits{}};
 }
+/// Older waterfall lines stay at their frequencies.
+inline constexpr FlagKey kWFFollow{{"WFFollow"}, true};
 inline constexpr FlagKey kAutoRef{{"AutoREF"}, true};
 inline constexpr FlagKey kQsy{{"qsy"}, true};
 inline constexpr FlagKey kMinipan{{"MP"}};

@@ -76,6 +76,7 @@ void LoadDisplay(const SetupSection& setup, PanSettings& settings) {
   for (std::size_t n = 0; n < kColourCount; ++n)
     settings.Colours[n] = static_cast<std::uint32_t>(setup.Read(key::Colour(n))) & 0xFFFFFF;
   settings.Qsy = setup.Read(key::kQsy);
+  settings.WFFollow = setup.Read(key::kWFFollow);
   settings.MinipanOption = setup.Read(key::kMinipan);
   settings.OptSM = setup.Read(key::kOptSM);
   settings.SMeterCorrDb = setup.Read(key::kSMeterCorr);

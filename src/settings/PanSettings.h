@@ -61,6 +61,7 @@ struct PanSettings {
   bool SubD = false, Fill = true, MHz = true, BandMode = false;
   ColourTable Colours = kColoursK4;
   bool Qsy = true;
+  bool WFFollow = true;
   bool MinipanOption = false;
   int OptSM = 0;  ///< S-meter source: 0 scope, 1 mini-pan
   int SMeterCorrDb = 0;

@@ -55,6 +55,8 @@ HeaderPanel::HeaderPanel(QWidget* parent) : QWidget(parent) {
   lblSMeter_->ensurePolished();
   // Of fixed size: the reading changes every frame, and the row is not laid out again for it.
   lblSMeter_->setFixedSize(lblSMeter_->fontMetrics().horizontalAdvance("S9+60") * 3 / 2, kMeterHeight);
+  auto* cmdSetup = MakeButton("cmdSetup", tr("Setup"), tr("Setup"), this);
+  auto* cmdHelp = MakeButton("cmdHelp", tr("?"), tr("Help"), this);
   chkTop_ = MakeButton("chkTop", QString::fromUtf8("\u25B2"), tr("Always on top"), this);
   chkTop_->setCheckable(true);
   cmdFullScreen_ = MakeButton("cmdFullScreen", QString::fromUtf8("\u21F2"), tr("Full screen"), this);
@@ -68,7 +70,7 @@ HeaderPanel::HeaderPanel(QWidget* parent) : QWidget(parent) {
     row->addWidget(widget);
   }
   row->addStretch(1);
-  for (QWidget* widget : std::initializer_list<QWidget*>{bar_, lblSMeter_, chkTop_, cmdFullScreen_}) {
+  for (QWidget* widget : std::initializer_list<QWidget*>{bar_, lblSMeter_, cmdSetup, cmdHelp, chkTop_, cmdFullScreen_}) {
     row->addWidget(widget);
   }
   ShowRunning(false, false);
@@ -79,6 +81,8 @@ HeaderPanel::HeaderPanel(QWidget* parent) : QWidget(parent) {
   connect(stopButton_, &QAbstractButton::clicked, this, &HeaderPanel::StopButton_Click);
   connect(devicesBox_, &QComboBox::activated, this, &HeaderPanel::DevicesBox_Click);
   connect(devicesBox_, &DevicesBox::AboutToShow, this, &HeaderPanel::DevicesWanted);
+  connect(cmdSetup, &QAbstractButton::clicked, this, &HeaderPanel::cmdSetup_Click);
+  connect(cmdHelp, &QAbstractButton::clicked, this, &HeaderPanel::cmdHelp_Click);
   connect(chkTop_, &QAbstractButton::toggled, this, &HeaderPanel::chkTop_Click);
   connect(cmdFullScreen_, &QAbstractButton::clicked, this, &HeaderPanel::cmdFullScreen_Click);
 }

@@ -49,6 +49,8 @@ class HeaderPanel final : public QWidget {
   void DevicesWanted();
   void cmdFullScreen_Click();
   void chkTop_Click(bool on);
+  void cmdSetup_Click();
+  void cmdHelp_Click();
 
  protected:
   void resizeEvent(QResizeEvent* event) override;

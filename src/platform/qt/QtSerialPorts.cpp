@@ -1,0 +1,42 @@
+#include "platform/qt/QtSerialPorts.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSerialPortInfo>
+#include <algorithm>
+
+namespace spectrino {
+namespace {
+
+constexpr char kById[] = "/dev/serial/by-id";
+
+/// The name below by-id that leads to the device; empty when udev made none.
+QString LastingPath(const QString& device) {
+  const QDir folder(kById);
+  for (const QFileInfo& link : folder.entryInfoList(QDir::System | QDir::Files)) {
+    if (link.canonicalFilePath() == device) return link.filePath();
+  }
+  return {};
+}
+
+}  // namespace
+
+std::vector<SerialPortEntry> QtSerialPorts::List() const {
+  std::vector<SerialPortEntry> lasting;
+  std::vector<SerialPortEntry> others;
+  for (const QSerialPortInfo& info : QSerialPortInfo::availablePorts()) {
+    const QString description = info.description().isEmpty() ? QString("Serial port") : info.description();
+    const QString serial =
+        info.serialNumber().isEmpty() ? QString() : QString(" (%1)").arg(info.serialNumber());
+    const QString label = QString("%1%2 - %3").arg(description, serial, info.portName());
+    const QString path = LastingPath(QFileInfo(info.systemLocation()).canonicalFilePath());
+    if (path.isEmpty())
+      others.push_back({label.toStdString(), info.systemLocation().toStdString()});
+    else
+      lasting.push_back({label.toStdString(), path.toStdString()});
+  }
+  lasting.insert(lasting.end(), others.begin(), others.end());
+  return lasting;
+}
+
+}  // namespace spectrino

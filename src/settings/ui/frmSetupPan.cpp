@@ -1,0 +1,316 @@
+#include "settings/ui/frmSetupPan.h"
+
+#include <QHBoxLayout>
+#include <QMessageBox>
+#include <QScrollArea>
+#include <QVBoxLayout>
+#include <cmath>
+
+#include "settings/Keys.h"
+#include "settings/PanSettings.h"
+#include "settings/SerialAlias.h"
+#include "settings/SetupLimits.h"
+#include "state/Val.h"
+
+namespace spectrino {
+
+using namespace setup;
+
+namespace {
+/// A page that scrolls where the screen is small.
+QScrollArea* Scrolling(QWidget* page) {
+  auto* area = new QScrollArea;
+  area->setWidget(page);
+  area->setWidgetResizable(true);
+  area->setFrameShape(QFrame::NoFrame);
+  area->setFocusPolicy(Qt::NoFocus);
+  return area;
+}
+
+std::uint32_t StoredColour(const SetupSection& setup, std::size_t n) {
+  return static_cast<std::uint32_t>(setup.Read(key::Colour(n))) & 0xFFFFFF;
+}
+}  // namespace
+
+frmSetupPan::frmSetupPan(SetupWorld world, QWidget* parent)
+    : QDialog(parent), world_(std::move(world)), setup_(world_.Store) {
+  setObjectName("frmSetupPan");
+  setWindowTitle(tr("Setup"));
+  if (!world_.ShowMessage)
+    world_.ShowMessage = [this](const QString& text) { QMessageBox::information(this, "Spectrino", text); };
+  if (!world_.AskOkCancel) {
+    world_.AskOkCancel = [this](const QString& text) {
+      return QMessageBox::question(this, "Spectrino", text, QMessageBox::Ok | QMessageBox::Cancel) ==
+             QMessageBox::Ok;
+    };
+  }
+  Compose();
+  ListFields();
+  ConnectRules();
+  ConnectColours();
+  LoadControls();
+  if (world_.Running) LockForRun();
+}
+
+void frmSetupPan::Compose() {
+  source_ = new SourcePage;
+  sound_ = new SoundPage;
+  tuning_ = new TuningPage;
+  display_ = new DisplayPage;
+  pages_ = new QTabWidget(this);
+  pages_->setObjectName("Pages");
+  pages_->addTab(Scrolling(source_), tr("Source"));
+  pages_->addTab(Scrolling(sound_), tr("Sound card"));
+  pages_->addTab(Scrolling(tuning_), tr("Frequencies"));
+  pages_->addTab(Scrolling(display_), tr("Display"));
+  lblLocked_ = new QLabel(this);
+  lblLocked_->setObjectName("lblLocked");
+  lblLocked_->setWordWrap(true);
+  lblLocked_->hide();
+
+  auto* buttons = new QHBoxLayout;
+  const auto add = [&](const char* name, const QString& caption, const QString& toolTip) {
+    QPushButton* button = MakeButton(name, caption, toolTip, this);
+    buttons->addWidget(button);
+    return button;
+  };
+  connect(add("cmdHelp", tr("Help"), {}), &QPushButton::clicked, this, [this] { OpenChapter(""); });
+  connect(add("cmdTRX", tr("Castelon web site"), {}), &QPushButton::clicked, this,
+          [this] { OpenChapter("castelon"); });
+  connect(add("cmdTelepost", tr("Telepost web site"), {}), &QPushButton::clicked, this,
+          [this] { OpenChapter("telepost"); });
+  buttons->addStretch(1);
+  QPushButton* ok = add("cmdOK", tr("OK"), tr("Apply all changes and exit"));
+  ok->setDefault(true);
+  connect(ok, &QPushButton::clicked, this, [this] {
+    SaveControls();
+    accept();
+  });
+  connect(add("cmdCancel", tr("Cancel"), tr("Cancel changes")), &QPushButton::clicked, this,
+          &QDialog::reject);
+
+  auto* rows = new QVBoxLayout(this);
+  rows->addWidget(lblLocked_);
+  rows->addWidget(pages_, 1);
+  rows->addLayout(buttons);
+  resize(680, 500);
+}
+
+// The order is the order in which they are written.
+void frmSetupPan::ListFields() {
+  const auto add = [this](SetupField field) { fields_.push_back(std::move(field)); };
+  const auto number = [&](QLineEdit* text, const NumberKey& key) {
+    add(TextField(text, key.Name, NumberText(key.Default)));
+  };
+  const auto integer = [&](QLineEdit* text, const IntKey& key) {
+    add(TextField(text, key.Name, std::to_string(key.Default)));
+  };
+  const auto text = [&](QLineEdit* edit, const TextKey& key) {
+    add(TextField(edit, key.Name, std::string(key.Default)));
+  };
+  add(FlagField(sound_->chkIQ, key::kIq));
+  add(ListField(sound_->cboBits, key::kBits));
+  for (std::size_t n = 0; n < 5; ++n)
+    add(LimitedField(tuning_->txtOffset[n], key::kOffset[n].Name, "0", LimitOffsetKHz));
+  for (std::size_t n = 0; n < 4; ++n) number(tuning_->txtCenter[n], key::kCenter[n]);
+  for (std::size_t n = 0; n < 3; ++n) {
+    const IntKey key = key::kAutoSpan[n];
+    add(LimitedField(tuning_->txtSpan[n], key.Name, std::to_string(key.Default),
+                     [](double value) { return LimitAutoSpanKHz(RoundToInt32(value)); }));
+  }
+  add(FlagField(source_->chkMinipan, key::kMinipan));
+  add(ListField(tuning_->cboSM, key::kOptSM));
+  add({[](const SetupSection&) {},
+       [this](SetupBatch& batch) { batch.Put(key::kCatControl, static_cast<int>(SetupCatControl_)); }});
+  add({[this](const SetupSection& setup) { display_->optDesign[setup.Read(key::kDesign)]->setChecked(true); },
+       [this](SetupBatch& batch) { batch.Put(key::kDesign, display_->optDesign[1]->isChecked() ? 1 : 0); }});
+  add({[this](const SetupSection& setup) {
+         for (std::size_t n = 0; n < kColourCount; ++n) SetupColors_[n] = StoredColour(setup, n);
+       },
+       [this](SetupBatch& batch) {
+         for (std::size_t n = 0; n < kColourCount; ++n) {
+           // A value wider than a colour reads as one; it stays as it was written unless another was chosen.
+           const bool same = setup_.Has(key::Colour(n).Name) && StoredColour(setup_, n) == SetupColors_[n];
+           if (!same) batch.Put(key::Colour(n), static_cast<std::int32_t>(SetupColors_[n]));
+         }
+       }});
+  add(FlagField(display_->chkSubD, key::kSubD));
+  add(FlagField(sound_->chkFlip6, key::kFlip6));
+  add(FlagField(sound_->chkModeFlip[0], key::kIqCw));
+  add(FlagField(sound_->chkModeFlip[1], key::kIqUsb));
+  add(FlagField(sound_->chkRemoveSpike, key::kSmoothZeroHz));
+  add(FlagField(sound_->chkZoom, key::kTypZoom));
+  add(FlagField(display_->chkPriority, key::kPriority));
+  add(FlagField(display_->chkAUTOREF, key::kAutoRef));
+  add(ListField(display_->cboSoft, key::kHistoryDepth));
+  add(FlagField(display_->chkQSY, key::kQsy));
+  add(FlagField(display_->chkFill, key::kFill));
+  add(ListField(sound_->cboSampleRate, key::kSRate));
+  add(ListField(sound_->cboAPO, key::kWindowType));
+  number(tuning_->txtGlobalOffset, key::kGlobalOffset);
+  add({[this](const SetupSection& setup) {
+         source_->optbits[setup.Read(key::k24Bits) ? 0 : 1]->setChecked(true);
+       },
+       [this](SetupBatch& batch) { batch.Put(key::k24Bits, source_->optbits[0]->isChecked()); }});
+  add(FlagField(display_->chkMHz, key::kMHz));
+  add(TextField(sound_->txtFlipFreq[0], key::kFlipFreq.Name, "44.0"));
+  add(TextField(sound_->txtFlipFreq[1], key::kFlipFreq2.Name, "54.0"));
+  add(FlagField(tuning_->chkMouse, key::kMouse));
+  add(FlagField(tuning_->chkInverted, key::kWheelInverted));
+  add(ListField(source_->cboPort, key::kPort, 1));
+  text(source_->txtICAddr, key::kIcAddress);
+  text(source_->txtCTRLADDR, key::kControllerAddress);
+  add(ListField(source_->cboICOM, key::kIcomControl));
+  text(source_->txtK4[0], key::kK4AddressOffered);
+  integer(source_->txtK4[1], key::kK4CatPort);
+  integer(source_->txtK4[2], key::kK4PanPort);
+  integer(tuning_->txtCorr, key::kSMeterCorr);
+  number(tuning_->txtPKHold, key::kSMeterHold);
+  add({[this](const SetupSection& setup) {
+         tuning_->txtQSplit[0]->setText(QString::fromStdString(setup.Read(TextKey{key::kQSplit0.Name, "1"})));
+         tuning_->txtQSplit[1]->setText(QString::fromStdString(setup.Read(TextKey{key::kQSplit1.Name, "5"})));
+       },
+       [this](SetupBatch& batch) { PutQuickSplit(batch); }});
+  add({[](const SetupSection&) {},
+       [this](SetupBatch& batch) {
+         if (missingDevice_ && source_->DevicesBox->currentIndex() == source_->DevicesBox->count() - 1)
+           return;
+         batch.Put(key::kIcom, Source() == SourceKind::Icom)
+             .Put(key::kK4, Source() == SourceKind::K4)
+             .Put(key::kK4D, Source() == SourceKind::K4D);
+       }});
+  for (std::size_t n = 0; n < 4; ++n) integer(tuning_->txtStep[n], key::kStep[n]);
+  add(FlagField(display_->chkBandMode, key::kBandMode));
+  text(source_->txtHostEndpoint, key::kHostEndpoint);
+  add(FlagField(source_->chkCatServer, key::kCatServer));
+  integer(source_->txtCatServerPort, key::kCatServerPort);
+  add(FlagField(display_->chkWFFollow, key::kWFFollow));
+}
+
+void frmSetupPan::LoadControls() {
+  SetupLoading_ = true;
+  for (const SetupField& field : fields_) field.Load(setup_);
+  InitDevices();
+  LoadDevice();
+  SetupCatControl_ = static_cast<CatControl>(setup_.Read(key::kCatControl));
+  const CatChoice choice = ChoiceOf(SetupCatControl_);
+  source_->cboControl->setCurrentIndex(static_cast<int>(choice.Software));
+  source_->cboSDR->setCurrentIndex(static_cast<int>(choice.Sdr));
+  ListPorts();
+  ComposeCat();
+  ShowSourceLayout();
+  sound_->ShowResolution();
+  display_->ShowColours(SetupColors_);
+  Enable();
+  SetupLoading_ = false;
+}
+
+void frmSetupPan::InitDevices() {
+  SourceList* list = source_->DevicesBox;
+  const QSignalBlocker silent(list);
+  const QString selected = list->currentText();
+  inputs_ = world_.ListInputs ? world_.ListInputs() : std::vector<SetupDevice>{};
+  list->clear();
+  for (const SetupDevice& input : inputs_) list->addItem(QString::fromStdString(input.Name));
+  list->addItems({"ICOM", "K4", "K4D"});
+  const int again = list->findText(selected);
+  missingDevice_ = again < 0 && !selected.isEmpty();
+  if (missingDevice_) list->addItem(selected);
+  list->setCurrentIndex(missingDevice_ ? list->count() - 1 : again);
+}
+
+void frmSetupPan::LoadDevice() {
+  SourceList* list = source_->DevicesBox;
+  PanSettings stored;
+  spectrino::LoadSettings(setup_, static_cast<int>(inputs_.size()), stored);
+  std::vector<SoundDevice> inputs;
+  for (const SetupDevice& input : inputs_) inputs.push_back({.Name = input.Name, .StableId = input.StableId});
+  const int radios = static_cast<int>(inputs_.size());
+  if (stored.Icom || stored.K4 || stored.K4D) {
+    list->setCurrentIndex(radios + (stored.Icom ? 0 : stored.K4 ? 1 : 2));
+  } else if (const auto chosen = FindChosenInput(stored, inputs)) {
+    list->setCurrentIndex(static_cast<int>(*chosen));
+  } else {
+    missingDevice_ = true;
+    list->addItem(tr("%1 (missing)").arg(QString::fromStdString(stored.NDevice)));
+    list->setCurrentIndex(list->count() - 1);
+  }
+}
+
+void frmSetupPan::LockForRun() {
+  const QString why = tr("A run is on. Press Stop to change this.");
+  for (QWidget* widget : std::initializer_list<QWidget*>{
+           source_->DevicesBox, source_->optbits[0], source_->optbits[1], source_->cboControl,
+           source_->cboSDR, source_->cboICOM, sound_->cboBits, sound_->cboSampleRate, sound_->chkZoom}) {
+    widget->setEnabled(false);
+    widget->setToolTip(why);
+    widget->setAccessibleDescription(why);
+  }
+  lblLocked_->setText(
+      tr("A run is on: source, CAT control, sample rate and FFT bins are locked until Stop. "
+         "Addresses, window and I/Q choices act at the next Start."));
+  lblLocked_->show();
+}
+
+void frmSetupPan::PutDevice(SetupBatch& batch) {
+  const int index = source_->DevicesBox->currentIndex();
+  // An input that is not there now stays the choice.
+  if (index < 0 || (missingDevice_ && index == source_->DevicesBox->count() - 1)) return;
+  batch.Put(key::kDevice, index).Put(key::kNDevice, source_->DevicesBox->currentText().toStdString());
+  const auto input = static_cast<std::size_t>(index);
+  batch.Put(key::kDeviceId, input < inputs_.size() ? inputs_[input].StableId : "");
+}
+
+void frmSetupPan::PutQuickSplit(SetupBatch& batch) {
+  const std::string typed[2] = {tuning_->txtQSplit[0]->text().toStdString(),
+                                tuning_->txtQSplit[1]->text().toStdString()};
+  const auto limited = LimitQSplitKHz(Val(typed[0]), Val(typed[1]));
+  const NumberKey keys[2] = {key::kQSplit0, key::kQSplit1};
+  for (std::size_t n = 0; n < 2; ++n)
+    batch.Put(TextKey{keys[n].Name, ""}, limited[n] == Val(typed[n]) ? typed[n] : NumberText(limited[n]));
+}
+
+void frmSetupPan::SaveControls() {
+  SetupBatch batch(setup_);
+  PutDevice(batch);
+  for (const SetupField& field : fields_) field.Put(batch);
+  batch.Save();
+  const int device = source_->cboPortDevice->currentIndex();
+  const auto chosen = static_cast<std::size_t>(device < 0 ? 0 : device);
+  const int port = source_->cboPort->currentIndex() + 1;
+  if (device >= 0 && chosen < ports_.size() && ports_[chosen].Path != SerialPath(world_.Store, port))
+    SaveSerialAlias(world_.Store, port, ports_[chosen].Path);
+}
+
+void frmSetupPan::ListPorts() {
+  const QSignalBlocker silent(source_->cboPortDevice);
+  source_->cboPortDevice->clear();
+  ports_ = world_.Ports != nullptr ? world_.Ports->List() : std::vector<SerialPortEntry>{};
+  for (const SerialPortEntry& port : ports_)
+    source_->cboPortDevice->addItem(QString::fromStdString(port.Label));
+  ShowPortDevice();
+}
+
+// The device of the chosen number; one that is not plugged in now is shown by its path.
+void frmSetupPan::ShowPortDevice() {
+  const std::string path = SerialPath(world_.Store, source_->cboPort->currentIndex() + 1);
+  const QSignalBlocker silent(source_->cboPortDevice);
+  while (source_->cboPortDevice->count() > static_cast<int>(ports_.size()))
+    source_->cboPortDevice->removeItem(source_->cboPortDevice->count() - 1);
+  for (std::size_t i = 0; i < ports_.size(); ++i) {
+    if (ports_[i].Path == path) {
+      source_->cboPortDevice->setCurrentIndex(static_cast<int>(i));
+      return;
+    }
+  }
+  source_->cboPortDevice->addItem(tr("%1 (not plugged in)").arg(QString::fromStdString(path)));
+  source_->cboPortDevice->setCurrentIndex(source_->cboPortDevice->count() - 1);
+}
+
+void frmSetupPan::done(int result) {
+  emit BridgeWanted(SetupCatControl_ == CatControl::BridgeIf ||
+                    SetupCatControl_ == CatControl::BridgeFixedLo);
+  QDialog::done(result);
+}
+
+}  // namespace spectrino

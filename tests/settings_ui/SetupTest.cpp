@@ -1,0 +1,412 @@
+// The setup dialog driven as a person would: choose, type, press OK, read the file.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QColorDialog>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSet>
+#include <QTabWidget>
+#include <QTest>
+#include <QTimer>
+#include <set>
+
+#include "fakes/MemorySettingsFile.h"
+#include "fakes/Recorders.h"
+#include "settings/ui/frmSetupPan.h"
+
+namespace spectrino {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+class TwoPorts final : public SerialPorts {
+ public:
+  [[nodiscard]] std::vector<SerialPortEntry> List() const override {
+    return {{"IC-7300 (03001) - ttyUSB1", "/dev/serial/by-id/usb-IC-7300"},
+            {"Adapter - ttyUSB0", "/dev/ttyUSB0"}};
+  }
+};
+
+class Setup : public testing::Test {
+ protected:
+  void Open(const std::string& stored = {}, bool running = false) {
+    if (!stored.empty()) file_.Files["Spectrino"] = "[Setup]\n" + stored;
+    store_ = std::make_unique<SettingsStore>(file_, user_);
+    SetupWorld world{.Store = *store_, .Ports = &ports_, .Running = running};
+    world.ListInputs = [this] { return inputs_; };
+    world.ShowMessage = [this](const QString& text) { messages_.push_back(text.toStdString()); };
+    world.AskOkCancel = [this](const QString& text) {
+      messages_.push_back(text.toStdString());
+      return answer_;
+    };
+    dialog_ = std::make_unique<frmSetupPan>(world);
+    QObject::connect(dialog_.get(), &frmSetupPan::BridgeWanted,
+                     [this](bool wanted) { bridge_.push_back(wanted); });
+    dialog_->show();
+  }
+  template <typename Widget>
+  Widget* Find(const char* name) {
+    auto* widget = dialog_->findChild<Widget*>(name);
+    EXPECT_NE(widget, nullptr) << name;
+    return widget;
+  }
+  void Click(const char* name) { Find<QAbstractButton>(name)->click(); }
+  void Choose(const char* name, const char* text) {
+    auto* list = Find<QComboBox>(name);
+    const int index = list->findText(text);
+    ASSERT_GE(index, 0) << text;
+    list->setCurrentIndex(index);
+  }
+  void Type(const char* name, const char* text) {
+    auto* edit = Find<QLineEdit>(name);
+    edit->selectAll();
+    QTest::keyClicks(edit, text);
+  }
+  [[nodiscard]] QString Shown(const char* name) { return Find<QComboBox>(name)->currentText(); }
+  /// Hidden neither itself nor with its frame; whether its page is in front does not matter.
+  [[nodiscard]] bool Visible(const char* name) {
+    const auto* widget = Find<QWidget>(name);
+    return !widget->isHidden() &&
+           (widget->objectName().startsWith("lbl") || !widget->parentWidget()->isHidden() ||
+            widget->objectName().startsWith("fra", Qt::CaseInsensitive));
+  }
+  [[nodiscard]] std::string Stored(const char* key) {
+    return store_->GetSetting("Spectrino", "Setup", key, "(none)");
+  }
+
+  MemorySettingsFile file_;
+  RecordingNotifier user_;
+  TwoPorts ports_;
+  std::unique_ptr<SettingsStore> store_;
+  std::vector<SetupDevice> inputs_{{"Line in", "id-line"}, {"USB codec", "id-usb"}};
+  std::vector<std::string> messages_;
+  std::vector<bool> bridge_;
+  bool answer_ = true;
+  std::unique_ptr<frmSetupPan> dialog_;
+};
+
+struct Layout {
+  const char* Stored;
+  const char* Control;
+  const char* Sdr;
+  std::set<std::string>
+      Frames;  // those of this source, beside Device, CAT control, wheel, spectrum and colours
+};
+void PrintTo(const Layout& layout, std::ostream* stream) {
+  for (const char* c = layout.Stored; *c != 0; ++c) *stream << (*c == '\n' ? ' ' : *c);
+}
+class Layouts : public Setup, public testing::WithParamInterface<Layout> {};
+
+TEST_P(Layouts, ShowsTheFramesOfTheSourceSilently) {
+  Open(GetParam().Stored);
+  EXPECT_EQ(Shown("cboControl").toStdString(), GetParam().Control);
+  EXPECT_EQ(Shown("cboSDR").toStdString(), GetParam().Sdr);
+  std::set<std::string> shown;
+  for (const char* name : {"fraBits", "fraApo", "FraRate", "fraIQ", "cboSDR", "fraModeOffset",
+                           "fraGlobalOffset", "fraCenterFrequencies", "fraTRXM", "fraICOM", "fraCIV", "fraK4",
+                           "fraSpanK4", "fraMiscK4", "cboPort", "chkAUTOREF", "chkPriority"}) {
+    if (Visible(name)) shown.insert(name);
+  }
+  EXPECT_EQ(shown, GetParam().Frames);
+  Click("cmdCancel");
+  EXPECT_THAT(messages_, IsEmpty());
+}
+
+const std::set<std::string> kSoundCard{"fraBits", "fraApo", "FraRate", "fraIQ", "cboSDR", "chkPriority"};
+std::set<std::string> SoundCardWith(const char* frame) {
+  std::set<std::string> frames = kSoundCard;
+  frames.insert(frame);
+  return frames;
+}
+const std::set<std::string> kK4{"fraK4", "fraSpanK4", "fraTRXM", "fraMiscK4"};
+INSTANTIATE_TEST_SUITE_P(
+    Sources, Layouts,
+    testing::Values(
+        Layout{"OptFreq=0\n", "Castelon", "LPPan (IF Adapter)", SoundCardWith("fraModeOffset")},
+        Layout{"OptFreq=1\n", "Castelon", "SDR (Fixed LO)", SoundCardWith("fraCenterFrequencies")},
+        Layout{"OptFreq=2\n", "Castelon+K3", "LPPan (IF Adapter)", SoundCardWith("fraGlobalOffset")},
+        Layout{"OptFreq=3\n", "LPBridge", "LPPan (IF Adapter)", SoundCardWith("fraGlobalOffset")},
+        Layout{"OptFreq=4\n", "LPBridge", "SDR (Fixed LO)", SoundCardWith("fraCenterFrequencies")},
+        Layout{"OptFreq=5\n", "Ketrel", "LPPan (IF Adapter)", SoundCardWith("fraGlobalOffset")},
+        Layout{"OptFreq=6\n", "Ketrel", "SDR (Fixed LO)", SoundCardWith("fraCenterFrequencies")},
+        Layout{"OptFreq=99\nBits=-4\nSRate=77\nAPO=x\nDesign=9\n", "Castelon", "LPPan (IF Adapter)",
+               SoundCardWith("fraModeOffset")},
+        Layout{"OptFreq=7\nK4=1\n", "ICOM", "LPPan (IF Adapter)", kK4},
+        Layout{"OptFreq=7\nK4D=1\n", "ICOM", "LPPan (IF Adapter)", kK4},
+        Layout{"OptFreq=7\nICOM=1\n",
+               "ICOM",
+               "LPPan (IF Adapter)",
+               {"fraICOM", "fraCIV", "cboPort", "chkAUTOREF"}},
+        Layout{"OptFreq=8\nICOM=1\nICCTRL=1\n",
+               "Castelon",
+               "LPPan (IF Adapter)",
+               {"fraICOM", "fraTRXM", "chkAUTOREF"}}));
+
+TEST_F(Setup, UnchangedChangesNothingInTheFile) {
+  const std::string stored =
+      "Offset1=abc\nK4CATPORT=1x\nFlipFreq=50,5\nBits=77\nccolor3=99999999999\nStep0=-5\nSMCorr=1e9\n";
+  Open(stored);
+  EXPECT_EQ(Find<QLineEdit>("txtOffset1")->text(), "abc");
+  Click("cmdOK");
+  EXPECT_THAT(messages_, IsEmpty());
+  EXPECT_THAT(bridge_, ElementsAre(false));
+  EXPECT_THAT(file_.Files["Spectrino"], HasSubstr(stored)) << "what was out of range stays as it was written";
+}
+
+TEST_F(Setup, SavesAsTypedWithinTheLimits) {
+  Open("Device=1\n");
+  EXPECT_EQ(Shown("DevicesBox"), "USB codec");
+  struct Case {
+    const char* Control;
+    const char* Typed;
+    const char* Key;
+    const char* Stored;
+  };
+  const Case cases[] = {{"txtOffset0", "25", "Offset0", "20"},
+                        {"txtOffset1", "-99999999999", "Offset1", "-20"},
+                        {"txtOffset2", "1,5", "Offset2", "1,5"},
+                        {"txtOffset3", "abc", "Offset3", "abc"},
+                        {"txtOffset4", "-.5", "Offset4", "-.5"},
+                        {"txtSpan0", "5", "AutoSpan0", "6"},
+                        {"txtSpan1", "369", "AutoSpan1", "368"},
+                        {"txtSpan2", "+100", "AutoSpan2", "+100"},
+                        {"txtQSplit0", "120", "QSplit0", "98.9"},
+                        {"txtQSplit1", "2", "QSplit1", "99.9"},
+                        {"txtStep0", "1e9", "Step0", "1e9"},
+                        {"txtGlobalOffset", "--3", "Global", "--3"},
+                        {"txtK40", "radio.local:1", "K4TCP", "radio.local:1"},
+                        {"txtK41", "92000000", "K4CATPORT", "92000000"},
+                        {"txtICAddr", "94", "ICADDR", "94"},
+                        {"txtHostEndpoint", "shack:4532", "HostEndpoint", "shack:4532"},
+                        {"txtCatServerPort", "4600", "CatServerPort", "4600"}};
+  for (const Case& c : cases) Type(c.Control, c.Typed);
+  Click("chkCatServer");
+  Click("chkWFFollow");
+  Choose("cboSampleRate", "192000");
+  Choose("cboBits", "65536");
+  Click("optbits0");
+  Click("optDesign1");
+  Click("cmdOK");
+  for (const Case& c : cases) EXPECT_EQ(Stored(c.Key), c.Stored) << c.Typed;
+  EXPECT_EQ(Stored("CatServer") + Stored("WFFollow") + Stored("SRate") + Stored("Bits") + Stored("24b") +
+                Stored("Design"),
+            "106811");
+  EXPECT_EQ(Stored("DeviceId"), "id-usb");
+  EXPECT_FALSE(dialog_->isVisible());
+}
+
+TEST_F(Setup, CancelWritesNothing) {
+  Open();
+  Type("txtOffset0", "3");
+  Click("chkSubD");
+  Choose("DevicesBox", "K4");
+  Click("cmdCancel");
+  EXPECT_THAT(file_.Files, IsEmpty());
+}
+
+TEST_F(Setup, IncompatibleChoicesAreCorrectedWithAMessage) {
+  Open();
+  Choose("DevicesBox", "ICOM");
+  EXPECT_EQ(Shown("cboControl"), "ICOM");
+  EXPECT_EQ(Shown("cboSoft"), "3");
+  Choose("cboControl", "LPBridge");
+  EXPECT_THAT(messages_, ElementsAre("This option is not compatible"));
+  EXPECT_EQ(Shown("cboControl"), "ICOM");
+  Choose("DevicesBox", "Line in");
+  EXPECT_EQ(messages_.back(), "CAT Control=ICOM not compatible");
+  EXPECT_EQ(Shown("cboControl"), "Castelon");
+  EXPECT_EQ(messages_.size(), 2U);
+  EXPECT_TRUE(Find<QWidget>("chkBandMode")->isEnabled());
+
+  Choose("DevicesBox", "ICOM");
+  Choose("cboICOM", "Castelon (OLE)");
+  EXPECT_FALSE(Find<QWidget>("cboControl")->isEnabled());
+  EXPECT_THAT(Find<QLabel>("lblTRX")->text().toStdString(), HasSubstr("Launch Castelon first."));
+  Click("cmdOK");
+  EXPECT_EQ(Stored("OptFreq") + Stored("ICOM") + Stored("K4") + Stored("ICCTRL"), "8101");
+  EXPECT_EQ(messages_.size(), 2U);
+}
+
+TEST_F(Setup, TheBridgeIsWantedByItsOwnControlAlone) {
+  Open("OptFreq=3\n");
+  Click("cmdCancel");
+  Open("OptFreq=3\n");
+  Choose("cboControl", "Ketrel");
+  Choose("cboSDR", "SDR (Fixed LO)");
+  Click("cmdOK");
+  EXPECT_THAT(bridge_, ElementsAre(true, false));
+  EXPECT_EQ(Stored("OptFreq"), "6");
+}
+
+TEST_F(Setup, K4AndK4DDifferInTheSecondReceiver) {
+  Open("MP=1\n");
+  Choose("DevicesBox", "K4D");
+  EXPECT_TRUE(Find<QWidget>("chkMinipan")->isEnabled());
+  EXPECT_TRUE(Find<QCheckBox>("chkMinipan")->isChecked());
+  EXPECT_TRUE(Find<QCheckBox>("chkBandMode")->isChecked());
+  EXPECT_FALSE(Find<QWidget>("chkBandMode")->isEnabled());
+  EXPECT_EQ(Find<QLineEdit>("txtK40")->text(), "127.0.0.1");
+  EXPECT_EQ(Shown("cboSoft"), "5");
+  Choose("DevicesBox", "K4");
+  EXPECT_FALSE(Find<QCheckBox>("chkMinipan")->isChecked());
+  Click("cmdOK");
+  EXPECT_EQ(Stored("Device") + Stored("K4") + Stored("K4D") + Stored("OptFreq") + Stored("K4TCP"),
+            "3107127.0.0.1");
+}
+
+TEST_F(Setup, EnablementFollowsTheCheckBoxes) {
+  Open();
+  const struct {
+    const char* Check;
+    std::vector<const char*> Follow;
+  } rules[] = {{"chkFlip6", {"txtFlipFreq0", "txtFlipFreq1"}},
+               {"chkFill", {"cmdColor6"}},
+               {"chkSubD", {"cmdColor2"}},
+               {"chkMouse", {"txtStep0", "txtStep3", "chkInverted"}}};
+  for (const auto& rule : rules) {
+    for (int round = 0; round < 2; ++round) {
+      for (const char* name : rule.Follow)
+        EXPECT_EQ(Find<QWidget>(name)->isEnabled(), Find<QCheckBox>(rule.Check)->isChecked()) << name;
+      Click(rule.Check);
+    }
+  }
+  EXPECT_THAT(messages_, ElementsAre("Please restart Spectrino", "Please restart Spectrino"));
+  EXPECT_FALSE(Find<QWidget>("txtCorr")->isEnabled());
+  Choose("cboSM", "Minipan");
+  EXPECT_TRUE(Find<QWidget>("txtCorr")->isEnabled());
+}
+
+TEST_F(Setup, PriorityAsksFirst) {
+  Open();
+  answer_ = false;
+  Click("chkPriority");
+  EXPECT_FALSE(Find<QCheckBox>("chkPriority")->isChecked());
+  answer_ = true;
+  Click("chkPriority");
+  EXPECT_TRUE(Find<QCheckBox>("chkPriority")->isChecked());
+  ASSERT_EQ(messages_.size(), 2U);
+  EXPECT_THAT(messages_[0], HasSubstr("priority over all other applications during the capture."));
+}
+
+TEST_F(Setup, ResolutionIsTheWidthOfABin) {
+  Open();
+  EXPECT_EQ(Find<QLabel>("lblNumSamples")->text(), "5.4Hz (13b)");
+  Choose("cboSampleRate", "11025");
+  Choose("cboBits", "65536");
+  EXPECT_EQ(Find<QLabel>("lblNumSamples")->text(), ".2Hz (16b)");
+}
+
+TEST_F(Setup, ColoursByDialogAndByDefaults) {
+  Open();
+  const auto answerDialog = [this](bool accept) {
+    QTimer::singleShot(0, dialog_.get(), [this, accept] {
+      auto* colours = dialog_->findChild<QColorDialog*>("dlgcolor");
+      ASSERT_NE(colours, nullptr);
+      colours->setCurrentColor(QColor(1, 2, 3));
+      accept ? colours->accept() : colours->reject();
+    });
+  };
+  Click("cmdDefault");
+  answerDialog(false);
+  Click("cmdColor3");
+  answerDialog(true);
+  Click("cmdColor5");
+  const QImage preview = Find<QWidget>("picColor")->grab().toImage();
+  EXPECT_EQ(preview.pixelColor(preview.width() * 3 / 10, 30), QColor(1, 2, 3)) << "the cursor's line";
+  Click("cmdOK");
+  EXPECT_EQ(Stored("ccolor3"), std::to_string(0x808080));
+  EXPECT_EQ(Stored("ccolor4"), std::to_string(0x0000FF)) << "the own default, not the K4's";
+  EXPECT_EQ(Stored("ccolor5"), std::to_string(0x030201));
+}
+
+TEST_F(Setup, DevicesComeAndGoWhileItIsOpen) {
+  Open("DeviceId=id-gone\nNDevice=Old card\nDevice=0\n");
+  EXPECT_EQ(Shown("DevicesBox"), "Old card (missing)");
+  Click("cmdOK");
+  EXPECT_EQ(Stored("NDevice"), "Old card") << "still the choice";
+  Open();
+  Choose("DevicesBox", "USB codec");
+  inputs_.erase(inputs_.begin());
+  inputs_.push_back({"New card", "id-new"});
+  dialog_->InitDevices();
+  EXPECT_EQ(Shown("DevicesBox"), "USB codec");
+  Choose("DevicesBox", "New card");
+  Click("cmdOK");
+  EXPECT_EQ(Stored("DeviceId") + Stored("Device"), "id-new1");
+}
+
+TEST_F(Setup, ASerialPortKeepsItsNumberAndStandsForADevice) {
+  Open("ICOM=1\nOptFreq=7\nPort=3\n");
+  EXPECT_EQ(Shown("cboPortDevice"), "/dev/ttyUSB2 (not plugged in)");
+  Choose("cboPortDevice", "IC-7300 (03001) - ttyUSB1");
+  Click("cmdOK");
+  EXPECT_EQ(Stored("Port"), "3");
+  EXPECT_EQ(store_->GetSetting("Spectrino", "Ports", "3", ""), "/dev/serial/by-id/usb-IC-7300");
+  Open();
+  EXPECT_EQ(Shown("cboPortDevice"), "IC-7300 (03001) - ttyUSB1");
+  Choose("cboPort", "1");
+  EXPECT_EQ(Shown("cboPortDevice"), "Adapter - ttyUSB0");
+}
+
+TEST_F(Setup, ARunLocksWhatItCopiedAndSaysWhy) {
+  Open("OptFreq=2\n", true);
+  for (const char* name :
+       {"DevicesBox", "cboControl", "cboSDR", "cboBits", "cboSampleRate", "chkZoom", "optbits0"}) {
+    EXPECT_FALSE(Find<QWidget>(name)->isEnabled()) << name;
+    EXPECT_THAT(Find<QWidget>(name)->toolTip().toStdString(), HasSubstr("Press Stop")) << name;
+  }
+  EXPECT_TRUE(Visible("lblLocked"));
+  EXPECT_TRUE(Find<QWidget>("chkFill")->isEnabled());
+}
+
+TEST_F(Setup, AReadOnlyFolderIsSaidOnceWithThePath) {
+  file_.WritesFail = true;
+  Open();
+  Click("chkSubD");
+  Click("cmdOK");
+  ASSERT_EQ(user_.Messages.size(), 1U);
+  EXPECT_THAT(user_.Messages[0], HasSubstr("Spectrino.ini"));
+  EXPECT_EQ(Stored("subd"), "1") << "the session goes on with it";
+}
+
+TEST_F(Setup, WorksByKeyboardAndFitsASmallScreen) {
+  for (const char* stored : {"OptFreq=0\n", "K4D=1\nOptFreq=7\n", "ICOM=1\nOptFreq=7\n"}) {
+    Open(stored);
+    EXPECT_LE(dialog_->width(), 1024);
+    EXPECT_LE(dialog_->height(), 560) << "600 less a title bar";
+    for (QWidget* widget : dialog_->findChildren<QWidget*>()) {
+      if (widget->focusPolicy() == Qt::NoFocus || widget->objectName().startsWith("qt_")) continue;
+      const bool control = qobject_cast<QAbstractButton*>(widget) != nullptr ||
+                           qobject_cast<QLineEdit*>(widget) != nullptr ||
+                           qobject_cast<QComboBox*>(widget) != nullptr;
+      EXPECT_FALSE(control && widget->accessibleName().isEmpty()) << widget->objectName().toStdString();
+    }
+    // One letter, one control of a page: a mnemonic that two share only moves the focus.
+    auto* pages = Find<QTabWidget>("Pages");
+    for (int page = 0; page < pages->count(); ++page) {
+      QSet<QString> used;
+      const auto check = [&](const QString& text) {
+        const qsizetype at = text.indexOf('&');
+        if (at < 0) return;
+        const QString letter = text.mid(at + 1, 1).toLower();
+        EXPECT_FALSE(used.contains(letter)) << text.toStdString();
+        used.insert(letter);
+      };
+      for (const QLabel* label : pages->widget(page)->findChildren<QLabel*>())
+        if (label->buddy() != nullptr && !label->buddy()->isHidden() && !label->parentWidget()->isHidden())
+          check(label->text());
+      for (const QAbstractButton* button : pages->widget(page)->findChildren<QAbstractButton*>())
+        if (!button->isHidden() && !button->parentWidget()->isHidden()) check(button->text());
+    }
+    Click("cmdCancel");
+  }
+}
+
+}  // namespace
+}  // namespace spectrino
