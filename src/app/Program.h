@@ -33,7 +33,8 @@ class Program {
   /// Why a file given with --iq-file cannot be played; empty when all can.
   [[nodiscard]] const QString& IqFileError() const { return iqFileError_; }
   [[nodiscard]] bool Unattended() const { return user_.Unattended(); }
-  [[nodiscard]] bool EverRan() const { return times_->Lines > 0 || cycle_->Running(); }
+  /// The last Start ended without a run.
+  [[nodiscard]] bool FailedToRun() const { return cycle_->StartFailed(); }
   /// Seconds since the first run began.
   [[nodiscard]] double RunSeconds() const;
 

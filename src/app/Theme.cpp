@@ -27,6 +27,14 @@ QPushButton#StopButton { background: #174a2c; border-color: #2b8a50; color: #d8f
 QPushButton#StartButton:focus, QPushButton#StopButton:focus { border-color: #7cc4ee; }
 QComboBox { background: #1a2027; border: 1px solid #303945; border-radius: 4px; min-height: 19px; padding: 0 6px; }
 QComboBox QAbstractItemView { background: #1a2027; selection-background-color: #17405a; }
+QLineEdit { background: #1a2027; border: 1px solid #303945; border-radius: 3px; padding: 1px 4px; min-height: 18px; }
+QLineEdit:focus { border-color: #7cc4ee; }
+QLineEdit:disabled, QCheckBox:disabled, QRadioButton:disabled { color: #66717e; }
+QCheckBox:focus, QRadioButton:focus, QTabBar::tab:focus { color: #7cc4ee; }
+QCheckBox::indicator:unchecked, QRadioButton::indicator:unchecked {
+  width: 11px; height: 11px; border: 1px solid #6b7886; background: #1a2027; border-radius: 2px; }
+QRadioButton::indicator:unchecked { border-radius: 6px; }
+QLabel#lblLocked { background: #3a2a12; border: 1px solid #b4781a; border-radius: 3px; color: #ffd08a; padding: 3px 6px; }
 QLabel[role="caption"] { color: #8d9aa9; font-size: 9px; }
 QLabel[role="tag"] { color: #8d9aa9; font-size: 10px; }
 QLabel[role="badge"] { color: #ffd27a; border: 1px solid #3b4653; border-radius: 3px; padding: 1px 5px; }

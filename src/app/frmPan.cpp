@@ -86,7 +86,10 @@ void frmPan::Compose() {
 void frmPan::ConnectHeader() {
   connect(header_, &HeaderPanel::StartButton_Click, this, &frmPan::StartButton_Click);
   connect(header_, &HeaderPanel::StopButton_Click, this, &frmPan::StopButton_Click);
-  connect(header_, &HeaderPanel::DevicesWanted, this, &frmPan::InitDevices);
+  connect(header_, &HeaderPanel::DevicesWanted, this, [this] {
+    parts_.Devices.InitDevices();
+    ShowDevices();
+  });
   connect(header_, &HeaderPanel::DevicesBox_Click, this, &frmPan::DevicesBox_Click);
   connect(header_, &HeaderPanel::cmdFullScreen_Click, this, &frmPan::ToggleFullScreen);
   connect(header_, &HeaderPanel::cmdSetup_Click, this, &frmPan::cmdSetup_Click);
@@ -148,6 +151,7 @@ void frmPan::ShowRunState() {
   const bool running = parts_.Cycle.Running();
   header_->ShowRunning(running, parts_.Cycle.Starting());
   if (running && !passTimer_.isActive()) passTimer_.start(0);
+  if (!running && !shownWarning_.empty()) scope_->ShowStatus({});
   shownWarning_.clear();
   ShowWarning();
   ShowStrip();
@@ -168,6 +172,9 @@ void frmPan::RunPass() {
   ShowHeader();
   ShowOverlays();
   ShowWarning();
+  // A band change brings the band's own reference and range.
+  const PanSettings& settings = parts_.State.Settings;
+  if (std::pair(settings.RefLevel, settings.RangeDivisor) != shownRange_) ShowStrip();
   scope_->ShowNew(parts_.Cycle.LastArrival());
 }
 
@@ -230,6 +237,7 @@ void frmPan::ShowHeader() {
 
 void frmPan::ShowStrip() {
   const PanSettings& settings = parts_.State.Settings;
+  shownRange_ = {settings.RefLevel, settings.RangeDivisor};
   RangePanelState state;
   state.RefLevel = settings.RefLevel;
   state.RangeDb = RangeDb(settings.RangeDivisor);

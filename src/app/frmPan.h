@@ -50,8 +50,8 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void StopButton_Click();
   void ToggleFullScreen() override;
   void AlwaysOnTop(bool on) override;
-  /// Rebuilds the list of sources; a chosen device that is missing is shown as missing.
-  void InitDevices();
+  /// The sources as they were last listed; a chosen device that is missing is shown as missing.
+  void ShowDevices();
   /// Called whenever settings were read, before anything is opened with them.
   std::function<void(const PanSettings&)> SettingsLoaded;
 
@@ -95,6 +95,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
   std::optional<int> rangeBand_;  ///< the band they were changed in
   bool stripFolded_ = false;
   std::string shownWarning_;
+  std::pair<int, int> shownRange_;  ///< reference and divisor that the strip tells
   std::uint64_t shownFrames_ = 0;
   QElapsedTimer sinceShown_;
 };

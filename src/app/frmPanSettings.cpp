@@ -33,7 +33,7 @@ void frmPan::LoadSettings() {
     settings.Icom = settings.K4 = settings.K4D = false;
   }
   if (SettingsLoaded) SettingsLoaded(settings);
-  InitDevices();
+  ShowDevices();
   ApplyDisplayOptions();
   ShowStrip();
   ShowHeader();
@@ -92,8 +92,7 @@ void frmPan::ApplyDisplayOptions() {
   scope_->update();
 }
 
-void frmPan::InitDevices() {
-  parts_.Devices.InitDevices();
+void frmPan::ShowDevices() {
   const PanSettings& settings = parts_.State.Settings;
   QStringList names;
   for (const std::string& name : parts_.Devices.Names()) names.append(QString::fromStdString(name));
@@ -127,7 +126,7 @@ void frmPan::DevicesBox_Click(int index) {
   parts_.State.ForcedDeviceId.clear();
   SetupSection setup(parts_.Store);
   SaveSource(setup, settings);
-  InitDevices();
+  ShowDevices();
   parts_.Cycle.UpdateScale();
   ShowOverlays();
   scope_->update();

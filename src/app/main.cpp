@@ -31,7 +31,9 @@ bool WriteFile(const QString& path, const QByteArray& content) {
 }
 
 int RunWindow(QApplication& application, Program& program, const CommandLine& line) {
+  bool finished = false;
   const auto finish = [&] {
+    if (std::exchange(finished, true)) return;
     if (!line.Screenshot.isEmpty() && !program.Window().grab().save(line.Screenshot, "PNG")) {
       std::fprintf(stderr, "cannot write %s\n", qPrintable(line.Screenshot));
     }
@@ -49,8 +51,8 @@ int RunWindow(QApplication& application, Program& program, const CommandLine& li
     });
   }
   const int status = QApplication::exec();
-  if (!line.QuitAfterSeconds) finish();
-  return status != 0 || !line.Start || program.EverRan() || !program.Unattended() ? status : kNoDevice;
+  finish();  // the window may have been closed before its time
+  return status != 0 || !line.Start || !program.FailedToRun() || !program.Unattended() ? status : kNoDevice;
 }
 
 }  // namespace

@@ -2,11 +2,17 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 
 #include "capture/IqSign.h"
 #include "dsp/Levels.h"
 
 namespace spectrino {
+
+namespace {
+constexpr std::chrono::milliseconds kPassTime{10};  // twice what a pass waits after a frame
+constexpr int kMostSkipped = 64;
+}  // namespace
 
 bool AudioSource::OpenCapture(SoundInput& input, const SoundDevice& device, const CaptureSettings& settings,
                               std::string& reason) {
@@ -32,19 +38,38 @@ std::chrono::nanoseconds AudioSource::UntilBlock() const {
 PollResult AudioSource::Poll(const LineRequest& request, SpectrumLine& line) {
   if (!stream_) return PollResult::Pending;
   const auto before = std::chrono::steady_clock::now();
-  switch (stream_->TakeBlock(captureSamples_)) {
-    case BlockState::Pending:
-      return PollResult::Pending;
-    case BlockState::Failed:
-      failure_ = stream_->Failure();
-      return PollResult::Failed;
-    case BlockState::Done:
+  BlockState state = stream_->TakeBlock(captureSamples_);
+  // Blocks that come faster than passes: the newest is shown, or the picture would fall further and further
+  // behind.
+  for (int skipped = 0; state == BlockState::Done && blockPeriod_ < kPassTime && skipped < kMostSkipped;
+       ++skipped) {
+    state = stream_->TakeBlock(captureSamples_);
+    if (state == BlockState::Pending) {
+      state = BlockState::Done;
       break;
+    }
+  }
+  if (state == BlockState::Pending) return PollResult::Pending;
+  if (state == BlockState::Failed) {
+    failure_ = stream_->Failure();
+    return PollResult::Failed;
   }
   // Only passes that got a block count: a thousand empty looks a second would hide the copy's own time.
   times_.Add(Stage::Capture, std::chrono::steady_clock::now() - before);
   FillLine(request, line);
   return PollResult::Line;
+}
+
+PollResult AudioSource::Discard() {
+  if (!stream_) return PollResult::Pending;
+  for (int skipped = 0; skipped < kMostSkipped; ++skipped) {
+    const BlockState state = stream_->TakeBlock(captureSamples_);
+    if (state == BlockState::Pending) break;
+    if (state == BlockState::Done) continue;
+    failure_ = stream_->Failure();
+    return PollResult::Failed;
+  }
+  return PollResult::Pending;
 }
 
 void AudioSource::FillLine(const LineRequest& request, SpectrumLine& line) {
@@ -64,7 +89,9 @@ void AudioSource::FillLine(const LineRequest& request, SpectrumLine& line) {
   }
   line.PointCount = spectrum_.SpectrumPoints();
   line.FirstIndex = 0;
-  const double zeroMHz = request.RadioFreqMHz - request.IfOffsetKHz / 1000;
+  // To a hundredth of a hertz: with a fixed oscillator the offset follows the dial, and what stands still on
+  // the band must not differ in the last bit from line to line.
+  const double zeroMHz = std::round((request.RadioFreqMHz - request.IfOffsetKHz / 1000) * 1e8) / 1e8;
   const double halfMHz = settings_.SampleRate / 2e6;
   line.LeftMHz = zeroMHz - halfMHz;
   line.CentreMHz = request.RadioFreqMHz;

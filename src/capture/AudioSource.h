@@ -36,8 +36,11 @@ class AudioSource final : public SpectrumSource {
   void CloseCapture() { stream_.reset(); }
   [[nodiscard]] bool IsOpen() const { return stream_ != nullptr; }
 
-  /// How long the next block will take to arrive, by the rate and the time of the last one; zero when it is due.
+  /// How long the next block will take to arrive, by the rate and the time of the last one; zero when it is
+  /// due.
   [[nodiscard]] std::chrono::nanoseconds UntilBlock() const;
+  /// While nobody looks: lets blocks go by without a transform. Failed as Poll; never Line.
+  PollResult Discard();
   PollResult Poll(const LineRequest& request, SpectrumLine& line) override;
   [[nodiscard]] std::string Failure() const override { return failure_; }
   [[nodiscard]] std::string Warning() const { return stream_ ? stream_->Warning() : std::string{}; }

@@ -15,7 +15,7 @@ namespace spectrino {
 namespace {
 
 constexpr float kNoHeight = std::numeric_limits<float>::max();
-constexpr int kFillAlpha256 = 190;        // lets the grid speak through
+constexpr int kFillAlpha256 = 190;         // lets the grid speak through
 constexpr std::size_t kTileColumns = 256;  // what changed is told for so many columns together
 
 QRgb Brighter(QRgb colour, double factor) {

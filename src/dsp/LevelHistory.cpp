@@ -23,7 +23,7 @@ void LevelHistory::Reset(int pointCount) {
   sums_.assign(points_, 0);
   displayLevel_.assign(points_, kEmptyLevel);
   backgroundPeak_.assign(points_, kEmptyLevel);
-  frame_ = 0;
+  frame_ = kBackgroundPeakFrames;  // all of them empty
   frameCount_ = -1;
   hasBackgroundPeak_ = false;
 }
@@ -31,6 +31,7 @@ void LevelHistory::Reset(int pointCount) {
 void LevelHistory::Restart() {
   frameCount_ = -1;
   hasBackgroundPeak_ = false;
+  peakHistory_.Reset(points_, kBackgroundPeakFrames, kEmptyLevel);
   ClearDisplay();
 }
 
@@ -41,20 +42,24 @@ void LevelHistory::ClearDisplay() {
 void LevelHistory::Push(std::span<const float> levels, DisplayMode mode, int historyDepth,
                         bool wantBackgroundPeak) {
   assert(levels.size() == points_);
-  Count(mode, std::clamp(historyDepth, 0, kMaxDepth), wantBackgroundPeak);
+  // Just asked for: the frames that went by unasked count as well.
+  const long firstPeak =
+      wantBackgroundPeak && !hasBackgroundPeak_ ? frame_ + 2 - kBackgroundPeakFrames : frame_ + 1;
+  Count(mode, std::clamp(historyDepth, 0, kMaxDepth), wantBackgroundPeak, firstPeak);
   // A chunk of points goes through all steps while it is in the first-level cache.
   for (std::size_t begin = 0; begin < points_; begin += SlidingMaximum::kChunk) {
     const int count = static_cast<int>(std::min(points_ - begin, SlidingMaximum::kChunk));
     float* newest = history_.Row(frame_) + begin;
     kernels_->StoreRow(levels.data() + begin, history_.Row(frame_ - 1) + begin, kKeepLevel, newest, count);
     Display(begin, count);
-    if (!wantBackgroundPeak) continue;
     std::copy_n(newest, count, peakHistory_.Row(frame_) + begin);
-    peakMaximum_.Update(*kernels_, peakHistory_, frame_, begin, count, backgroundPeak_.data() + begin);
+    if (!wantBackgroundPeak) continue;
+    for (long frame = firstPeak; frame <= frame_; ++frame)
+      peakMaximum_.Update(*kernels_, peakHistory_, frame, begin, count, backgroundPeak_.data() + begin);
   }
 }
 
-void LevelHistory::Count(DisplayMode mode, int historyDepth, bool wantBackgroundPeak) {
+void LevelHistory::Count(DisplayMode mode, int historyDepth, bool wantBackgroundPeak, long firstPeak) {
   ++frame_;
   if (mode != mode_) ClearDisplay();
   if (mode != mode_ || historyDepth != depth_) frameCount_ = -1;
@@ -63,7 +68,7 @@ void LevelHistory::Count(DisplayMode mode, int historyDepth, bool wantBackground
   if (frameCount_ < 0) maximum_.Restart(frame_, depth_ + 1);
   windowFull_ = frameCount_ == depth_;
   frameCount_ = std::min(frameCount_ + 1, depth_);
-  if (!hasBackgroundPeak_) peakMaximum_.Restart(frame_, kBackgroundPeakFrames);
+  if (!hasBackgroundPeak_) peakMaximum_.Restart(firstPeak, kBackgroundPeakFrames);
   hasBackgroundPeak_ = wantBackgroundPeak;
 }
 

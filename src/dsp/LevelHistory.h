@@ -37,8 +37,7 @@ class LevelHistory {
 
   /// The value drawn, by point index.
   [[nodiscard]] std::span<const float> DisplayLevel() const { return displayLevel_; }
-  /// The largest level of the last 17 frames in which it was wanted; empty when the last Push did not want
-  /// it.
+  /// The largest level of the last 17 frames; empty when the last Push did not want it.
   [[nodiscard]] std::span<const float> BackgroundPeak() const {
     return hasBackgroundPeak_ ? std::span<const float>(backgroundPeak_) : std::span<const float>();
   }
@@ -46,7 +45,7 @@ class LevelHistory {
   [[nodiscard]] int FrameCount() const { return frameCount_; }
 
  private:
-  void Count(DisplayMode mode, int historyDepth, bool wantBackgroundPeak);
+  void Count(DisplayMode mode, int historyDepth, bool wantBackgroundPeak, long firstPeak);
   void Display(std::size_t begin, int count);
   void UpdateAverage(std::size_t begin, int count);
 

@@ -19,16 +19,15 @@ std::chrono::milliseconds RunCycle::Step() {
   if (!running_) return kFrameWait;
   const bool hidden = session_.WindowMinimized || session_.ResizeInProgress;
   if (hidden) {
+    // An input that is pulled out ends the run behind a minimised window too.
+    if (link_ == nullptr && audio_.Discard() == PollResult::Failed) EndLostRun();
     RefreshRadio();
     return kFrameWait;
   }
   switch (PollSource()) {
-    case PollResult::Failed: {
-      const std::string failure = source_->Failure();
-      Stop();
-      parts_.User.ShowMessage("Spectrino", failure, Severity::Exclamation);
+    case PollResult::Failed:
+      EndLostRun();
       return kFrameWait;
-    }
     case PollResult::Line:
       ++parts_.Times.Lines;
       FinishFrame();
@@ -39,6 +38,12 @@ std::chrono::milliseconds RunCycle::Step() {
       return link_ == nullptr ? UntilBlock() : kFrameWait;
   }
   return kFrameWait;
+}
+
+void RunCycle::EndLostRun() {
+  const std::string failure = source_->Failure();
+  Stop();
+  parts_.User.ShowMessage("Spectrino", failure, Severity::Exclamation);
 }
 
 // A look each millisecond for blocks 40 ms apart costs as much as drawing them.
@@ -72,7 +77,10 @@ void RunCycle::FinishFrame() {
     history_.Reset(historyPoints_);
   }
   RestartIfMoved();
-  if (session_.Radio.RadioMode != lastRadioMode_ || !(GeometryOf(line_) == scale_.Geometry)) {
+  const bool moved = !(GeometryOf(line_) == scale_.Geometry) || line_.CentreMHz != scale_.LabelCentreMHz ||
+                     scale_.FrequencyKnown != (session_.Radio.MainFreqMHz != 0);
+  if (moved || session_.Radio.RadioMode != lastRadioMode_ ||
+      (link_ != nullptr && !(link_->Scale() == scale_.Levels))) {
     lastRadioMode_ = session_.Radio.RadioMode;
     UpdateScale();
   }

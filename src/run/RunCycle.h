@@ -49,6 +49,8 @@ class RunCycle {
   [[nodiscard]] bool Running() const { return running_; }
   /// Between the click and the first frame; the host program is looked for and links are opened in it.
   [[nodiscard]] bool Starting() const { return starting_; }
+  /// The last Start ended without a run, and not because it was stopped.
+  [[nodiscard]] bool StartFailed() const { return startFailed_; }
 
   /// optZoom click. With High Res. Zoom a sound-card run is closed and started again at the rate of the new
   /// zoom.
@@ -86,6 +88,7 @@ class RunCycle {
   void EndFailedStart();
   [[nodiscard]] ZoomPlan PlanFor(const PanSettings& settings) const;
   PollResult PollSource();
+  void EndLostRun();
   [[nodiscard]] std::chrono::milliseconds UntilBlock() const;
   void FinishFrame();
   void UpdateMeter();
@@ -121,6 +124,7 @@ class RunCycle {
   std::chrono::steady_clock::duration earlierRuns_{};
   bool running_ = false;
   bool starting_ = false;
+  bool startFailed_ = false;
   bool stopRequested_ = false;
   bool hostOpen_ = false;
 };

@@ -38,6 +38,7 @@ bool RunCycle::Start() {
     prepared = IsRadioSource(runSource_) ? PrepareRadio(parts_.Router.Link(runSource_)) : PrepareAudio();
     prepared = prepared && !stopRequested_ && BeginRun();
   }
+  startFailed_ = !prepared && !stopRequested_;
   if (!prepared) EndFailedStart();
   starting_ = false;
   if (RunningChanged) RunningChanged();
@@ -50,6 +51,8 @@ bool RunCycle::OpenHost() {
   RigBackend* host = parts_.Router.Host();
   hostOpen_ = host != nullptr && host->Open();
   if (!hostOpen_) {
+    // What the last run's host told is not known of this one.
+    session_.Radio = RadioState{};
     parts_.User.ShowStatus("Castelon not found");
     parts_.Pump.Wait(1000ms);
   }

@@ -46,8 +46,7 @@ struct PlainHistory {
     }
     frames.push_back(newest);
     if (frames.size() > depth + 1) frames.pop_front();
-    if (!wantPeak) peakFrames.clear();
-    if (wantPeak) peakFrames.push_back(newest);
+    peakFrames.push_back(newest);
     if (peakFrames.size() > 17) peakFrames.pop_front();
     backgroundPeak.clear();
     for (std::size_t i = 0; i < levels.size(); ++i) {

@@ -45,8 +45,9 @@ TEST_P(Orientation, IsTheProductOfItsReasons) {
   bench.Host.FreqMHz = flip.freqMHz;
   bench.Host.Mode = flip.mode;
   ASSERT_TRUE(bench.Cycle.Start());
-  bench.Feed(6000, 2);
+  bench.Feed(6000);
   bench.Step();
+  bench.Feed(6000);
   bench.Step();  // the flip follows the frequency that the first pass brought
   EXPECT_EQ(bench.PeakIndex(), 512 + flip.side * 128);
 }
@@ -76,9 +77,31 @@ TEST(Frame, AHiddenWindowKeepsTheRadioAndTheHistory) {
   EXPECT_EQ(bench.Sink.Frames, 1);
   EXPECT_EQ(bench.State.Radio.MainFreqMHz, 7.2);
   bench.State.WindowMinimized = false;
+  bench.Feed(-6000);
   bench.Step();
   EXPECT_EQ(bench.Sink.Frames, 2);
   EXPECT_GT(bench.Sink.DisplayLevel[640], -100);  // MAX still holds the first frame's tone
+}
+
+TEST(Frame, AnInputThatVanishesEndsTheRunOfAMinimisedWindowToo) {
+  RunBench bench;
+  ASSERT_TRUE(bench.Cycle.Start());
+  bench.State.WindowMinimized = true;
+  bench.Input.Shared->FailWith = "The input is gone.";
+  bench.Step();
+  EXPECT_FALSE(bench.Cycle.Running());
+  EXPECT_EQ(bench.User.Messages, std::vector<std::string>{"Spectrino|The input is gone."});
+}
+
+TEST(Frame, BlocksThatComeFasterThanPassesAreNotShownLate) {
+  RunBench bench;
+  ASSERT_TRUE(bench.Cycle.Start());
+  bench.Feed(6000, 3);
+  bench.Feed(-6000);
+  bench.Step();
+  EXPECT_EQ(bench.PeakIndex(), 384) << "the newest of what waited";
+  bench.Step();
+  EXPECT_EQ(bench.Sink.Frames, 1);
 }
 
 TEST(Frame, RetuningRestartsTheHistoryWhenQsyDetectionIsOn) {

@@ -70,7 +70,8 @@ HeaderPanel::HeaderPanel(QWidget* parent) : QWidget(parent) {
     row->addWidget(widget);
   }
   row->addStretch(1);
-  for (QWidget* widget : std::initializer_list<QWidget*>{bar_, lblSMeter_, cmdSetup, cmdHelp, chkTop_, cmdFullScreen_}) {
+  for (QWidget* widget :
+       std::initializer_list<QWidget*>{bar_, lblSMeter_, cmdSetup, cmdHelp, chkTop_, cmdFullScreen_}) {
     row->addWidget(widget);
   }
   ShowRunning(false, false);

@@ -48,7 +48,8 @@ void ScopeWidget::RequestRepaint() {
   if (changed.isEmpty()) return;
   const auto ready = std::chrono::steady_clock::now();
   prepareTime_ += ready - begun;
-  if (arrived_ != shownArrival_) times_.Add(Stage::Latency, ready - arrived_);
+  if (arrived_ != shownArrival_ && arrived_ != std::chrono::steady_clock::time_point{})
+    times_.Add(Stage::Latency, ready - arrived_);
   shownArrival_ = arrived_;
   sinceRepaint_.restart();
   update(ToLogical(changed));

@@ -35,6 +35,8 @@ std::vector<SoundDevice> PulseInput::Devices() {
     SoundDevice device;
     device.Name = source.Description;
     if (descriptions[source.Description] > 1) device.Name += " (" + source.Name + ")";
+    // One channel is no I/Q.
+    device.HasFormats = source.Channels >= 2;
     device.StableId = std::string(kIdPrefix) + source.Name;
     devices.push_back(std::move(device));
   }

@@ -27,7 +27,8 @@ struct SetupDevice {
 /// What the dialog needs to know of the program around it.
 struct SetupWorld {
   SettingsStore& Store;
-  std::function<std::vector<SetupDevice>()> ListInputs{};  ///< the sound inputs there are now, in device order
+  std::function<std::vector<SetupDevice>()>
+      ListInputs{};  ///< the sound inputs there are now, in device order
   const SerialPorts* Ports = nullptr;
   bool Running = false;  ///< a run is on: what it copied at Start cannot be changed now
   /// Opens a chapter of the manual; empty: its first page. False when no viewer could be started.
