@@ -98,33 +98,42 @@ void frmSetupPan::Compose() {
 
 // The order is the order in which they are written.
 void frmSetupPan::ListFields() {
-  const auto add = [this](SetupField field) { fields_.push_back(std::move(field)); };
-  const auto number = [&](QLineEdit* text, const NumberKey& key) {
-    add(TextField(text, key.Name, NumberText(key.Default)));
-  };
-  const auto integer = [&](QLineEdit* text, const IntKey& key) {
-    add(TextField(text, key.Name, std::to_string(key.Default)));
-  };
-  const auto text = [&](QLineEdit* edit, const TextKey& key) {
-    add(TextField(edit, key.Name, std::string(key.Default)));
-  };
-  add(FlagField(sound_->chkIQ, key::kIq));
-  add(ListField(sound_->cboBits, key::kBits));
+  ListSourceFields();
+  ListDisplayFields();
+  ListLinkFields();
+}
+
+void frmSetupPan::Add(SetupField field) {
+  fields_.push_back(std::move(field));
+}
+void frmSetupPan::AddNumber(QLineEdit* text, const NumberKey& key) {
+  Add(TextField(text, key.Name, NumberText(key.Default)));
+}
+void frmSetupPan::AddInteger(QLineEdit* text, const IntKey& key) {
+  Add(TextField(text, key.Name, std::to_string(key.Default)));
+}
+void frmSetupPan::AddText(QLineEdit* text, const TextKey& key) {
+  Add(TextField(text, key.Name, std::string(key.Default)));
+}
+
+void frmSetupPan::ListSourceFields() {
+  Add(FlagField(sound_->chkIQ, key::kIq));
+  Add(ListField(sound_->cboBits, key::kBits));
   for (std::size_t n = 0; n < 5; ++n)
-    add(LimitedField(tuning_->txtOffset[n], key::kOffset[n].Name, "0", LimitOffsetKHz));
-  for (std::size_t n = 0; n < 4; ++n) number(tuning_->txtCenter[n], key::kCenter[n]);
+    Add(LimitedField(tuning_->txtOffset[n], key::kOffset[n].Name, "0", LimitOffsetKHz));
+  for (std::size_t n = 0; n < 4; ++n) AddNumber(tuning_->txtCenter[n], key::kCenter[n]);
   for (std::size_t n = 0; n < 3; ++n) {
     const IntKey key = key::kAutoSpan[n];
-    add(LimitedField(tuning_->txtSpan[n], key.Name, std::to_string(key.Default),
+    Add(LimitedField(tuning_->txtSpan[n], key.Name, std::to_string(key.Default),
                      [](double value) { return LimitAutoSpanKHz(RoundToInt32(value)); }));
   }
-  add(FlagField(source_->chkMinipan, key::kMinipan));
-  add(ListField(tuning_->cboSM, key::kOptSM));
-  add({[](const SetupSection&) {},
+  Add(FlagField(source_->chkMinipan, key::kMinipan));
+  Add(ListField(tuning_->cboSM, key::kOptSM));
+  Add({[](const SetupSection&) {},
        [this](SetupBatch& batch) { batch.Put(key::kCatControl, static_cast<int>(SetupCatControl_)); }});
-  add({[this](const SetupSection& setup) { display_->optDesign[setup.Read(key::kDesign)]->setChecked(true); },
+  Add({[this](const SetupSection& setup) { display_->optDesign[setup.Read(key::kDesign)]->setChecked(true); },
        [this](SetupBatch& batch) { batch.Put(key::kDesign, display_->optDesign[1]->isChecked() ? 1 : 0); }});
-  add({[this](const SetupSection& setup) {
+  Add({[this](const SetupSection& setup) {
          for (std::size_t n = 0; n < kColourCount; ++n) SetupColors_[n] = StoredColour(setup, n);
        },
        [this](SetupBatch& batch) {
@@ -134,44 +143,50 @@ void frmSetupPan::ListFields() {
            if (!same) batch.Put(key::Colour(n), static_cast<std::int32_t>(SetupColors_[n]));
          }
        }});
-  add(FlagField(display_->chkSubD, key::kSubD));
-  add(FlagField(sound_->chkFlip6, key::kFlip6));
-  add(FlagField(sound_->chkModeFlip[0], key::kIqCw));
-  add(FlagField(sound_->chkModeFlip[1], key::kIqUsb));
-  add(FlagField(sound_->chkRemoveSpike, key::kSmoothZeroHz));
-  add(FlagField(sound_->chkZoom, key::kTypZoom));
-  add(FlagField(display_->chkPriority, key::kPriority));
-  add(FlagField(display_->chkAUTOREF, key::kAutoRef));
-  add(ListField(display_->cboSoft, key::kHistoryDepth));
-  add(FlagField(display_->chkQSY, key::kQsy));
-  add(FlagField(display_->chkFill, key::kFill));
-  add(ListField(sound_->cboSampleRate, key::kSRate));
-  add(ListField(sound_->cboAPO, key::kWindowType));
-  number(tuning_->txtGlobalOffset, key::kGlobalOffset);
-  add({[this](const SetupSection& setup) {
+}
+
+void frmSetupPan::ListDisplayFields() {
+  Add(FlagField(display_->chkSubD, key::kSubD));
+  Add(FlagField(sound_->chkFlip6, key::kFlip6));
+  Add(FlagField(sound_->chkModeFlip[0], key::kIqCw));
+  Add(FlagField(sound_->chkModeFlip[1], key::kIqUsb));
+  Add(FlagField(sound_->chkRemoveSpike, key::kSmoothZeroHz));
+  Add(FlagField(sound_->chkZoom, key::kTypZoom));
+  Add(FlagField(display_->chkPriority, key::kPriority));
+  Add(FlagField(display_->chkAUTOREF, key::kAutoRef));
+  Add(ListField(display_->cboSoft, key::kHistoryDepth));
+  Add(FlagField(display_->chkQSY, key::kQsy));
+  Add(FlagField(display_->chkFill, key::kFill));
+  Add(ListField(sound_->cboSampleRate, key::kSRate));
+  Add(ListField(sound_->cboAPO, key::kWindowType));
+  AddNumber(tuning_->txtGlobalOffset, key::kGlobalOffset);
+  Add({[this](const SetupSection& setup) {
          source_->optbits[setup.Read(key::k24Bits) ? 0 : 1]->setChecked(true);
        },
        [this](SetupBatch& batch) { batch.Put(key::k24Bits, source_->optbits[0]->isChecked()); }});
-  add(FlagField(display_->chkMHz, key::kMHz));
-  add(TextField(sound_->txtFlipFreq[0], key::kFlipFreq.Name, "44.0"));
-  add(TextField(sound_->txtFlipFreq[1], key::kFlipFreq2.Name, "54.0"));
-  add(FlagField(tuning_->chkMouse, key::kMouse));
-  add(FlagField(tuning_->chkInverted, key::kWheelInverted));
-  add(ListField(source_->cboPort, key::kPort, 1));
-  text(source_->txtICAddr, key::kIcAddress);
-  text(source_->txtCTRLADDR, key::kControllerAddress);
-  add(ListField(source_->cboICOM, key::kIcomControl));
-  text(source_->txtK4[0], key::kK4AddressOffered);
-  integer(source_->txtK4[1], key::kK4CatPort);
-  integer(source_->txtK4[2], key::kK4PanPort);
-  integer(tuning_->txtCorr, key::kSMeterCorr);
-  number(tuning_->txtPKHold, key::kSMeterHold);
-  add({[this](const SetupSection& setup) {
+  Add(FlagField(display_->chkMHz, key::kMHz));
+  Add(TextField(sound_->txtFlipFreq[0], key::kFlipFreq.Name, "44.0"));
+  Add(TextField(sound_->txtFlipFreq[1], key::kFlipFreq2.Name, "54.0"));
+}
+
+void frmSetupPan::ListLinkFields() {
+  Add(FlagField(tuning_->chkMouse, key::kMouse));
+  Add(FlagField(tuning_->chkInverted, key::kWheelInverted));
+  Add(ListField(source_->cboPort, key::kPort, 1));
+  AddText(source_->txtICAddr, key::kIcAddress);
+  AddText(source_->txtCTRLADDR, key::kControllerAddress);
+  Add(ListField(source_->cboICOM, key::kIcomControl));
+  AddText(source_->txtK4[0], key::kK4AddressOffered);
+  AddInteger(source_->txtK4[1], key::kK4CatPort);
+  AddInteger(source_->txtK4[2], key::kK4PanPort);
+  AddInteger(tuning_->txtCorr, key::kSMeterCorr);
+  AddNumber(tuning_->txtPKHold, key::kSMeterHold);
+  Add({[this](const SetupSection& setup) {
          tuning_->txtQSplit[0]->setText(QString::fromStdString(setup.Read(TextKey{key::kQSplit0.Name, "1"})));
          tuning_->txtQSplit[1]->setText(QString::fromStdString(setup.Read(TextKey{key::kQSplit1.Name, "5"})));
        },
        [this](SetupBatch& batch) { PutQuickSplit(batch); }});
-  add({[](const SetupSection&) {},
+  Add({[](const SetupSection&) {},
        [this](SetupBatch& batch) {
          if (missingDevice_ && source_->DevicesBox->currentIndex() == source_->DevicesBox->count() - 1)
            return;
@@ -179,12 +194,12 @@ void frmSetupPan::ListFields() {
              .Put(key::kK4, Source() == SourceKind::K4)
              .Put(key::kK4D, Source() == SourceKind::K4D);
        }});
-  for (std::size_t n = 0; n < 4; ++n) integer(tuning_->txtStep[n], key::kStep[n]);
-  add(FlagField(display_->chkBandMode, key::kBandMode));
-  text(source_->txtHostEndpoint, key::kHostEndpoint);
-  add(FlagField(source_->chkCatServer, key::kCatServer));
-  integer(source_->txtCatServerPort, key::kCatServerPort);
-  add(FlagField(display_->chkWFFollow, key::kWFFollow));
+  for (std::size_t n = 0; n < 4; ++n) AddInteger(tuning_->txtStep[n], key::kStep[n]);
+  Add(FlagField(display_->chkBandMode, key::kBandMode));
+  AddText(source_->txtHostEndpoint, key::kHostEndpoint);
+  Add(FlagField(source_->chkCatServer, key::kCatServer));
+  AddInteger(source_->txtCatServerPort, key::kCatServerPort);
+  Add(FlagField(display_->chkWFFollow, key::kWFFollow));
 }
 
 void frmSetupPan::LoadControls() {

@@ -55,6 +55,13 @@ class frmSetupPan final : public QDialog {
  private:
   void Compose();
   void ListFields();
+  void ListSourceFields();
+  void ListDisplayFields();
+  void ListLinkFields();
+  void Add(setup::SetupField field);
+  void AddNumber(QLineEdit* text, const NumberKey& key);
+  void AddInteger(QLineEdit* text, const IntKey& key);
+  void AddText(QLineEdit* text, const TextKey& key);
   void ConnectRules();
   void ConnectColours();
   void LoadControls();
