@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "app/CommandLine.h"
+#include "app/EndSignals.h"
 #include "app/Program.h"
 #include "app/RunStats.h"
 #include "app/Theme.h"
@@ -39,6 +40,12 @@ int RunWindow(QApplication& application, Program& program, const CommandLine& li
     }
     if (!line.Stats.isEmpty()) WriteFile(line.Stats, RunStatsJson(program.Times(), program.RunSeconds()));
   };
+  const EndSignals endSignals;
+  QObject::connect(&endSignals, &EndSignals::EndWanted, &application, [&] {
+    finish();
+    program.Window().close();
+    QApplication::quit();
+  });
   program.Window().show();
   if (line.Start) {
     QTimer::singleShot(0, &program.Window(), [&] { program.Window().StartButton_Click(); });

@@ -5,6 +5,7 @@ import struct
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 from pathlib import Path
 
@@ -45,6 +46,20 @@ class ProgramTest(unittest.TestCase):
         self.assertEqual(set(figures["stages"]), {"capture", "transform", "levels", "history", "draw", "latency"})
         self.assertGreater(figures["stages"]["draw"]["p99Ms"], 0)
         self.assertFalse((self.home / "config").exists(), "a demo writes no settings")
+
+    def test_the_end_of_a_session_saves_as_closing_does(self):
+        environment = dict(os.environ, XDG_CONFIG_HOME=str(self.home / "config"))
+        stats = self.home / "s.json"
+        program = subprocess.Popen([PROGRAM, "--start", "--stats", stats], env=environment, stderr=subprocess.PIPE)
+        try:
+            time.sleep(3)
+            program.terminate()
+            self.assertEqual(program.wait(timeout=10), 0)
+        finally:
+            program.kill()
+            program.communicate()
+        self.assertIn("Width=10905", (self.home / "config/spectrino/Spectrino.ini").read_text())
+        self.assertGreater(json.loads(stats.read_text())["frames"], 10)
 
     def test_a_recording_sets_the_rate_of_its_run(self):
         recording, stats = self.home / "band.wav", self.home / "s.json"

@@ -1,0 +1,58 @@
+// The K4's front panel in the deck: its functions, filters, spans and three sliders.
+// Shows and forwards; sends nothing and decides nothing.
+#pragma once
+
+#include <QAbstractButton>
+#include <QHash>
+#include <QSlider>
+#include <QTimer>
+#include <QWidget>
+#include <array>
+
+#include "k4/K4State.h"
+
+namespace spectrino {
+
+class K4Panel final : public QWidget {
+  Q_OBJECT
+ public:
+  explicit K4Panel(QWidget* parent = nullptr);
+
+  /// Captions and pressed looks of everything that follows the radio, without a signal.
+  void Show(const K4State& state);
+  /// As the parser writes a check box: its Toggled fires when the value differs.
+  void SetCheck(const QString& name, bool on);
+  [[nodiscard]] bool IsChecked(const QString& name) const;
+  /// index: 1 main, 2 sub. SliderMoved fires when the value differs, without a commit.
+  void SetVolume(int index, int value);
+  void SetVolumeToolTip(const QString& text);
+  void SetNotch(int value);
+  [[nodiscard]] int Notch() const { return sldNotch_->value(); }
+  void SetNotchToolTip(const QString& text);
+  void SetFilterCaption(int receiver, const QString& text);
+  void SelectSpanPreset(int index);
+
+ signals:
+  /// A button by its control name: "cmdAGCK4", "cmdNotch0" ...
+  void Clicked(const QString& name);
+  /// A check box by its control name, clicked or written: "chkSplt" ...
+  void Toggled(const QString& name, bool on);
+  void optK4Span_Click(int index);
+  /// "sldVol1", "sldVol2" or "sldNotch", at every step.
+  void SliderMoved(const QString& name, int value);
+  /// The same when the hand let go, or has rested for 150 ms.
+  void SliderCommitted(const QString& name, int value);
+
+ private:
+  QAbstractButton* AddButton(const char* name, const char* caption, const char* toolTip, bool check);
+  QSlider* AddSlider(const char* name, int maximum, const QString& toolTip);
+  void SetActive(const char* name, bool active, const QString& caption = {});
+
+  QHash<QString, QAbstractButton*> buttons_;
+  std::array<QAbstractButton*, 3> optK4Span_{};
+  QSlider* sldVol1_;
+  QSlider* sldVol2_;
+  QSlider* sldNotch_;
+};
+
+}  // namespace spectrino
