@@ -21,11 +21,14 @@ struct RadioState {
   double MainFreqMHz = 0;  ///< 0 while no back-end has told a frequency
   double SubFreqMHz = 0;
   int RadioMode = mode::kUnknown;
+  int SubRadioMode = mode::kUnknown;
   int SplitOn = 0;
   int PreampDb = 0;            ///< gain ahead of the spectrum, 0 when unknown
   int AttenuatorDb = 0;        ///< loss ahead of the spectrum, 0 when unknown
   double MainBandwidthHz = 0;  ///< 0 when the back-end tells none
   double MainShiftHz = 0;      ///< passband shift
+  double SubBandwidthHz = 0;
+  double SubShiftHz = 0;
   int PitchHz = 600;           ///< CW pitch
 
   bool K4Active = false;  ///< the K4 is the spectrum source of this run

@@ -1,0 +1,96 @@
+#include "k4/K4Link.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace spectrino {
+namespace {
+
+constexpr int kGridStepDb = 20;
+
+// The K4 tells the audio frequency of the filter's middle. In SSB and data that is the distance from the
+// dial; in CW the pitch stands on the dial; AM and FM filters lie around it.
+double ShiftFromDialHz(int radioMode, int centreHz, int pitchHz) {
+  switch (radioMode) {
+    case mode::kCw:
+    case mode::kCwReverse:
+      return centreHz != 0 && pitchHz != 0 ? centreHz - pitchHz : 0;
+    case mode::kAm:
+    case mode::kFm:
+      return 0;
+    default:
+      return centreHz;
+  }
+}
+
+}  // namespace
+
+bool K4Link::Open(RadioState& radio) {
+  // A line of an earlier run is not shown again.
+  shownSerial_ = state_.K4PanChannels[kPanMain].Serial;
+  const K4ConnectOutcome outcome = session_.Start();
+  Refresh(radio);
+  if (outcome.Failed && !outcome.Message.empty()) {
+    user_.ShowMessage("Spectrino", outcome.Message, Severity::Critical);
+  }
+  return !outcome.Failed;
+}
+
+void K4Link::Close(RadioState& radio) {
+  session_.Stop();
+  radio.K4Connected = radio.K4PanDataSeen = false;
+}
+
+LevelScale K4Link::Scale() const {
+  if (state_.PanScaleDb <= 0) return {};
+  const float reference = state_.K4PanChannels[kPanMain].RefLevelDb;
+  LevelScale scale;
+  scale.BottomLevel = std::floor(reference);
+  scale.TopLevel = std::floor(static_cast<float>(state_.PanScaleDb) + reference);
+  scale.RangeUnits = static_cast<int>(scale.TopLevel - scale.BottomLevel);
+  scale.GridStep = kGridStepDb;
+  return scale;
+}
+
+PollResult K4Link::Poll(const LineRequest&, SpectrumLine& line) {
+  const K4PanChannel& channel = state_.K4PanChannels[kPanMain];
+  // Without a known span (the radio has not told its own yet) or with a single point there is nothing to
+  // draw.
+  if (!state_.K4PanDataSeen || channel.Serial == shownSerial_ || channel.SpanMHz <= 0 || channel.Points < 2) {
+    return PollResult::Pending;
+  }
+  shownSerial_ = channel.Serial;
+  const auto points = static_cast<std::size_t>(channel.Points);
+  line.Levels.resize(points + 1);
+  line.Levels[0] = kKeepLevel;
+  std::copy_n(channel.Levels.begin() + 1, points, line.Levels.begin() + 1);
+  line.PointCount = channel.Points;
+  line.FirstIndex = 1;
+  line.LeftMHz = channel.LowEdgeMHz;
+  line.CentreMHz = channel.CenterMHz;
+  line.RightMHz = channel.HighEdgeMHz;
+  const LevelScale scale = Scale();
+  line.BottomLevel = scale.BottomLevel;
+  line.TopLevel = scale.TopLevel;
+  line.Serial = channel.Serial;
+  line.Arrived = session_.LineArrived();
+  line.TakenUtc = time_.UtcNow();
+  return PollResult::Line;
+}
+
+void K4Link::Refresh(RadioState& radio) {
+  radio.MainFreqMHz = state_.MainFreqMHz;
+  radio.SubFreqMHz = state_.SubFreqMHz;
+  radio.RadioMode = state_.RadioMode;
+  radio.SubRadioMode = state_.SubRadioMode;
+  radio.SplitOn = state_.SplitOn;
+  radio.MainBandwidthHz = state_.FilterBwMainHz;
+  radio.SubBandwidthHz = state_.FilterBwSubHz;
+  radio.MainShiftHz = ShiftFromDialHz(state_.RadioMode, state_.IfShiftMainHz, state_.CwPitchHz);
+  radio.SubShiftHz = ShiftFromDialHz(state_.SubRadioMode, state_.IfShiftSubHz, state_.CwPitchHz);
+  if (state_.CwPitchHz != 0) radio.PitchHz = state_.CwPitchHz;
+  radio.K4Connected = state_.K4Connected;
+  radio.K4PanDataSeen = state_.K4PanDataSeen;
+}
+
+}  // namespace spectrino
