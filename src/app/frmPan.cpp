@@ -106,7 +106,7 @@ void frmPan::ConnectStrip() {
     return [this, action] {
       (parts_.Cycle.*action)();
       RangeChanged();
-      ShowStrip();
+      ShowScaleChange();
     };
   };
   connect(range_, &RangePanel::Command1_Click, this, thenShow(&RunCycle::ReferenceUp));
@@ -116,7 +116,7 @@ void frmPan::ConnectStrip() {
   connect(range_, &RangePanel::optDisp_Click, this, [&cycle](int index) { cycle.SetDisplayMode(index); });
   connect(range_, &RangePanel::optZoom_Click, this, [this, &cycle](int index) {
     cycle.SetZoom(index);
-    ShowStrip();
+    ShowScaleChange();
   });
   connect(range_, &RangePanel::optWaterfall_Click, this, [this](int index) {
     parts_.State.Settings.WaterfallSel = index;
@@ -195,17 +195,24 @@ void frmPan::closeEvent(QCloseEvent* event) {
 
 void frmPan::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
-  if (event->type() == QEvent::WindowStateChange) parts_.State.WindowMinimized = isMinimized();
+  if (event->type() != QEvent::WindowStateChange) return;
+  parts_.State.WindowMinimized = isMinimized();
+  ShowFullScreen();
 }
 
 void frmPan::ToggleFullScreen() {
-  const bool full = !isFullScreen();
+  if (isFullScreen())
+    setWindowState(windowState() & ~Qt::WindowFullScreen);
+  else
+    showFullScreen();
+  ShowFullScreen();
+}
+
+// Full screen may be left by the window manager as well.
+void frmPan::ShowFullScreen() {
+  const bool full = isFullScreen();
   range_->setVisible(!full && !stripFolded_);
   cmdFold_->setVisible(!full);
-  if (full)
-    showFullScreen();
-  else
-    setWindowState(windowState() & ~Qt::WindowFullScreen);
   header_->ShowFullScreen(full);
 }
 
@@ -233,6 +240,13 @@ void frmPan::ShowHeader() {
   header_->ShowMeter(
       meter.SMeterDbm, meter.SMeterHeldDbm, known,
       known ? QString::fromStdString(SMeterText(dbm, parts_.State.Settings.DisplayDesign)) : QString());
+}
+
+// A run shows it with its next frame; a stopped window has none.
+void frmPan::ShowScaleChange() {
+  ShowStrip();
+  ShowOverlays();
+  scope_->update();
 }
 
 void frmPan::ShowStrip() {

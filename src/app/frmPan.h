@@ -75,6 +75,8 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void ShowWarning();
   void ShowHeader();
   void ShowStrip();
+  void ShowScaleChange();
+  void ShowFullScreen();
   void ShowOverlays();
   void ApplyDisplayOptions();
   void FoldStrip(bool folded);

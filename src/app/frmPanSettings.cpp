@@ -1,6 +1,7 @@
 // What the main window loads and saves: settings, geometry, the chosen source.
 #include <QGuiApplication>
 #include <QScreen>
+#include <tuple>
 
 #include "app/Manual.h"
 #include "app/frmPan.h"
@@ -53,11 +54,26 @@ void frmPan::cmdSetup_Click() {
     return inputs;
   };
   world.OpenManual = OpenManual;
+  if (parts_.User.Unattended()) {
+    world.ShowMessage = [this](const QString& text) {
+      parts_.User.ShowMessage("Spectrino", text.toStdString(), Severity::Information);
+    };
+    world.AskOkCancel = [show = world.ShowMessage](const QString& text) {
+      show(text);
+      return false;
+    };
+  }
+  const auto storedSource = [this] {
+    PanSettings stored;
+    spectrino::LoadSettings(SetupSection(parts_.Store), parts_.Devices.SoundInputCount(), stored);
+    return std::tuple(stored.NDevice, stored.DeviceId, stored.Icom, stored.K4, stored.K4D);
+  };
   auto* dialog = new frmSetupPan(std::move(world), this);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   connect(dialog, &frmSetupPan::BridgeWanted, this, &frmPan::BridgeWanted);
-  connect(dialog, &QDialog::finished, this, [this](int result) {
-    if (result == QDialog::Accepted) parts_.State.ForcedDeviceId.clear();
+  // The input of a demo or a recording stays for this run unless another source was chosen.
+  connect(dialog, &QDialog::finished, this, [this, storedSource, before = storedSource()] {
+    if (storedSource() != before) parts_.State.ForcedDeviceId.clear();
     LoadSettings();
   });
   // Not exec: the run goes on behind it, and closing the window closes it.
@@ -66,7 +82,9 @@ void frmPan::cmdSetup_Click() {
 
 void frmPan::RangeChanged() {
   const double mhz = parts_.State.Radio.MainFreqMHz;
-  rangeBand_ = mhz != 0 ? RefBand(mhz) : std::nullopt;
+  const std::optional<int> band = mhz != 0 ? RefBand(mhz) : std::nullopt;
+  if (rangeTimer_.isActive() && band != rangeBand_) StoreRange();
+  rangeBand_ = band;
   rangeTimer_.start();
 }
 
@@ -88,6 +106,8 @@ void frmPan::ApplyDisplayOptions() {
   parts_.Display.SetOptions(options);
   const std::uint32_t meter = settings.Colours[static_cast<std::size_t>(ColourIndex::SMeter)];
   header_->SetMeterColour(QColor(meter & 0xff, meter >> 8 & 0xff, meter >> 16 & 0xff));
+  const std::uint32_t frequency = settings.Colours[static_cast<std::size_t>(ColourIndex::Frequency)];
+  header_->SetFrequencyColour(QColor(frequency & 0xff, frequency >> 8 & 0xff, frequency >> 16 & 0xff));
   parts_.Cycle.UpdateScale();
   scope_->update();
 }
@@ -114,7 +134,7 @@ void frmPan::ShowDevices() {
 
 void frmPan::DevicesBox_Click(int index) {
   const int inputs = parts_.Devices.SoundInputCount();
-  if (parts_.Cycle.Running() || index < 0 || index >= inputs + 3) return;
+  if (parts_.Cycle.Running() || parts_.Cycle.Starting() || index < 0 || index >= inputs + 3) return;
   PanSettings& settings = parts_.State.Settings;
   settings.Device = index;
   settings.Icom = index == inputs;
@@ -143,13 +163,14 @@ void frmPan::RestoreGeometry() {
   wanted.setSize(wanted.size().boundedTo(room.size()).expandedTo(minimumSize()));
   wanted.moveLeft(qBound(room.left(), wanted.left(), qMax(room.left(), room.right() - wanted.width() + 1)));
   wanted.moveTop(qBound(room.top(), wanted.top(), qMax(room.top(), room.bottom() - wanted.height() + 1)));
-  setGeometry(wanted);
+  resize(wanted.size());
+  move(wanted.topLeft());
   if (stored.State == WindowState::Maximised) setWindowState(windowState() | Qt::WindowMaximized);
 }
 
 void frmPan::SaveWindow() {
   WindowGeometry geometry;
-  const QRect place = this->geometry();
+  const QRect place(pos(), size());
   geometry.Left = place.left() * kTwipsPerPixel;
   geometry.Top = place.top() * kTwipsPerPixel;
   geometry.Width = place.width() * kTwipsPerPixel;

@@ -109,6 +109,12 @@ void PanDisplay::DrawScale(const ScaleState& scale) {
   ScaleState ours = scale;
   ours.Geometry.PlotWidth = layout_.PlotWidth;
   if (ours == scale_) return;
+  if (!(ours.Geometry == scale_.Geometry)) {
+    // The levels belong to columns of the old mapping; a trace must not stand under other frequencies.
+    std::ranges::fill(trace_, kUndrawnLevel);
+    peak_.clear();
+    traceDirty_ = true;
+  }
   scale_ = ours;
   scaleDirty_ = allChanged_ = true;
 }
@@ -129,6 +135,10 @@ QRegion PanDisplay::Prepare() {
   changed += QRect(0, layout_.WaterfallTop, layout_.Width, layout_.WaterfallHeight);
   if (hover_) changed += HoverStrip(layout_, textHeight_);
   return changed;
+}
+
+QColor PanDisplay::BackgroundColour() const {
+  return QColor(ColourAt(options_.Colours, ColourIndex::Background));
 }
 
 /// Each picture is made anew only when what it shows changed; a frame alone touches the trace.

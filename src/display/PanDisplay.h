@@ -64,6 +64,7 @@ class PanDisplay : public FrameSink {
   /// pixels.
   [[nodiscard]] QRegion Prepare();
 
+  [[nodiscard]] QColor BackgroundColour() const;
   [[nodiscard]] const PlotLayout& Layout() const { return layout_; }
   /// Of the newest frame or scale, whichever came last.
   [[nodiscard]] const FrameGeometry& Geometry() const { return scale_.Geometry; }

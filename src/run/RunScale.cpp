@@ -84,7 +84,8 @@ void RunCycle::RangeUp() {
 
 void RunCycle::RangeDown() {
   if (link_ != nullptr) return;
-  if (session_.Settings.RangeDivisor > 1) session_.Settings.RangeDivisor /= 10;
+  // A stored divisor may be no power of ten; below one there is no range.
+  if (session_.Settings.RangeDivisor >= 10) session_.Settings.RangeDivisor /= 10;
   RememberBandLevels();
   UpdateScale();
 }

@@ -22,6 +22,7 @@ bool RunCycle::Start() {
   stopRequested_ = false;
   runSource_ = session_.Settings.SourceName;
   control_ = session_.Settings.Control;
+  if (RunningChanged) RunningChanged();
   parts_.User.ShowStatus("");
   const bool hostCanServe = OpenHost();
   if (runSource_ == kIcomSource && UsesHost(control_) && control_ != CatControl::IcomViaHost) {

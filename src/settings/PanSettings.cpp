@@ -100,7 +100,8 @@ void PutRange(SetupBatch& batch, const PanSettings& settings, std::optional<int>
   if (!settings.AutoRef || !refBand || *refBand < 0) return;
   const auto band = static_cast<std::size_t>(*refBand);
   if (band < key::kRefBandCount)
-    batch.Put(key::BandRef(band, ref), ref).Put(key::BandDivisor(band, divisor), divisor);
+    batch.Put(key::BandRef(band, ref), settings.BandRef[band])
+        .Put(key::BandDivisor(band, divisor), settings.BandDivisor[band]);
 }
 
 }  // namespace

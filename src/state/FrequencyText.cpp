@@ -15,11 +15,7 @@ std::string FrequencyText(double mhz) {
 
 std::string GridFrequencyText(double mhz, bool withMHz) {
   std::string text = FrequencyText(mhz);
-  if (text.front() == '-') return text;
-  // Round to the 100 Hz that remain rather than cut: 14.073.999 stands at 14.074.0.
-  text = FrequencyText(std::round(mhz * 1e4) / 1e4);
-  if (text.front() == '-') return "0.000.0";
-  text.resize(text.size() - 2);
+  if (text.front() != '-') text.resize(text.size() - 2);
   return withMHz ? text : text.substr(text.size() - 5);
 }
 

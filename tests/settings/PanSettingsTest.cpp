@@ -141,8 +141,10 @@ TEST_F(PanSettingsTest, SavesTheRangeForItsBandOnlyWithAutoRef) {
   for (const std::optional<int> noBand : {std::optional<int>(), std::optional(13), std::optional(-1)})
     SaveRange(Keys, settings, noBand);
   EXPECT_EQ(OnDisk(), "[Setup]\ndb=-1.5\nRef=-72\nDivisor=10000\n");
+  settings.BandRef[12] = -75;  // another band is tuned by now: the band's own values are stored
+  settings.BandDivisor[12] = 100;
   SaveRange(Keys, settings, 12);
-  EXPECT_EQ(OnDisk(), "[Setup]\ndb=-1.5\nRef=-72\nDivisor=10000\nRef12=-72\nDivisor12=10000\n");
+  EXPECT_EQ(OnDisk(), "[Setup]\ndb=-1.5\nRef=-72\nDivisor=10000\nRef12=-75\nDivisor12=100\n");
 }
 
 TEST_F(PanSettingsTest, AWindowComesBackAsItWas) {

@@ -52,7 +52,9 @@ TEST(FrequencyTexts, GroupsByMHzKHzHz) {
 TEST(FrequencyTexts, GridLabelsNameTheirLine) {
   EXPECT_EQ(GridFrequencyText(14.074, true), "14.074.0");
   EXPECT_EQ(GridFrequencyText(14.074, false), "074.0");
-  EXPECT_EQ(GridFrequencyText(14.0739999, true), "14.074.0");
+  EXPECT_EQ(GridFrequencyText(14.0739999999, true), "14.074.0");
+  EXPECT_EQ(GridFrequencyText(14.07396, true), "14.073.9") << "cut, not rounded";
+  EXPECT_EQ(GridFrequencyText(0.000001, false), "-----");
   EXPECT_EQ(GridFrequencyText(144.1740004, false), "174.0");
   EXPECT_EQ(GridOffsetText(12500), "+12.5K");
   EXPECT_EQ(GridOffsetText(-500), "+.5K");

@@ -109,8 +109,9 @@ void HeaderPanel::ShowFrequency(const QString& frequencyText, const QString& mod
   // The last three digits are Hz, written smaller, as on a front panel.
   const qsizetype cut = frequencyText.contains('.') ? frequencyText.size() - 3 : frequencyText.size();
   const QString html =
-      QString("%1<span style=\"font-size:14px;color:#9fb0c2\">%2</span>")
-          .arg(frequencyText.left(cut).toHtmlEscaped(), frequencyText.mid(cut).toHtmlEscaped());
+      QString("<span style=\"color:%1\">%2<span style=\"font-size:14px;color:%3\">%4</span></span>")
+          .arg(frequencyColour_.name(), frequencyText.left(cut).toHtmlEscaped(),
+               frequencyColour_.darker(150).name(), frequencyText.mid(cut).toHtmlEscaped());
   if (lblFreqA_->text() != html) {
     lblFreqA_->setText(html);
     lblFreqA_->setAccessibleDescription(frequencyText);
@@ -133,6 +134,10 @@ void HeaderPanel::ShowMeter(float levelDbm, float heldDbm, bool known, const QSt
 
 void HeaderPanel::SetMeterColour(const QColor& colour) {
   lblSMeter_->setStyleSheet(QString("color:%1").arg(colour.name()));
+}
+
+void HeaderPanel::SetFrequencyColour(const QColor& colour) {
+  frequencyColour_ = colour;
 }
 
 void HeaderPanel::ShowOnTop(bool on) {

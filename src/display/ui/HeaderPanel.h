@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QColor>
 #include <QComboBox>
 #include <QLabel>
 #include <QWidget>
@@ -41,6 +42,8 @@ class HeaderPanel final : public QWidget {
   void ShowOnTop(bool on);
   void ShowFullScreen(bool on);
   void SetMeterColour(const QColor& colour);
+  /// Of VFO A, from the next ShowFrequency on.
+  void SetFrequencyColour(const QColor& colour);
 
  signals:
   void StartButton_Click();
@@ -62,6 +65,7 @@ class HeaderPanel final : public QWidget {
   QLabel* lblA_;
   QLabel* lblFreqA_;
   QLabel* lblMode_;
+  QColor frequencyColour_{0xff, 0xff, 0xff};
   QLabel* lblB_;
   QLabel* lblFreqB_;
   SMeterBar* bar_;

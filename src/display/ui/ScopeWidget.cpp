@@ -88,9 +88,19 @@ void ScopeWidget::paintEvent(QPaintEvent*) {
   const auto begun = std::chrono::steady_clock::now();
   {
     QPainter painter(this);
+    FillBeyondPicture(painter);
     display_.Paint(painter);
   }
   times_.Add(Stage::Draw, std::exchange(prepareTime_, {}) + (std::chrono::steady_clock::now() - begun));
+}
+
+/// A window that is being dragged wider, or moved to a finer screen, is ahead of its picture.
+void ScopeWidget::FillBeyondPicture(QPainter& painter) {
+  const PlotLayout& layout = display_.Layout();
+  if (layout.Scale != devicePixelRatioF() && !resizeTimer_.isActive()) resizeTimer_.start();
+  const double ratio = devicePixelRatioF();
+  const QRect laidOut(0, 0, static_cast<int>(layout.Width / ratio), static_cast<int>(layout.Height / ratio));
+  for (const QRect& rest : QRegion(rect()) - laidOut) painter.fillRect(rest, display_.BackgroundColour());
 }
 
 void ScopeWidget::resizeEvent(QResizeEvent* event) {

@@ -37,6 +37,7 @@ class ScopeWidget final : public QWidget {
 
  private:
   void ApplySize();
+  void FillBeyondPicture(QPainter& painter);
   void RequestRepaint();
   [[nodiscard]] QRegion ToLogical(const QRegion& pixels) const;
   void PlaceStatus();
