@@ -1,0 +1,69 @@
+// What the K4 panel's controls send. State in, bytes out: no widget, and what the radio makes of it comes
+// back through the parser.
+#pragma once
+
+#include <string_view>
+
+#include "k4/K4PanelView.h"
+#include "k4/K4Sender.h"
+#include "k4/K4State.h"
+#include "platform/EventPump.h"
+#include "settings/SettingsStore.h"
+
+namespace spectrino {
+
+/// SetK4Frequency: the frequency in MHz as eleven digits of hertz behind "FA" (vfo 0) or "FB" (vfo 1).
+/// Written to the CAT connection directly.
+void SetK4Frequency(K4Sender& sender, double freqMHz, int vfo);
+
+class K4Commands {
+ public:
+  /// All outlive it.
+  K4Commands(K4State& state, K4Sender& sender, K4PanelView& view, SettingsStore& store, EventPump& pump)
+      : state_(state), sender_(sender), view_(view), store_(store), pump_(pump) {}
+
+  /// A button by its control name: "cmdAGCK4", "cmdNotch0", "cmdXFIL1", "cmdSpan0" ... An unknown name does
+  /// nothing.
+  void Click(std::string_view control);
+  /// A check box, clicked by the user or written by the parser.
+  void chkSplt_Click(bool on);
+  void chkBSET_Click(bool on);
+  void chkSub_Click(bool on);
+  void chkDIV_Click(bool on);
+  void chkIIR_Click(bool on);
+  void chkFXT_Click(bool on);
+  void chkMinipan_Click(bool on);
+  void optK4Span_Click(int index) { state_.K4SpanPreset = index; }
+  void cmdXFIL_Click(int receiver);
+  void cmdSpan_Click(int index);
+  void cmdAutoSpan_Click();
+  void cmdQuick_Click();
+  /// Mode button 0..7: LSB, USB, CW, CW-R, FM, AM, DATA-R, DATA; others send nothing.
+  void cmdMode_Click(int index);
+  /// value: 0..255. index: 1 main, 2 sub or balance.
+  void sldVol_Change(int index, int value);
+  void sldVol_Commit(int index);
+  void sldNotch_Change(int value);
+  void sldNotch_Commit();
+  /// Which receivers the radio's own monitor shows: 0 main, 1 both. Only for a K4D with the second receiver
+  /// automatic.
+  void SelectMonitor(int which);
+  /// chkSub, as far as the handlers know: they were all told of it.
+  [[nodiscard]] bool SubTicked() const { return subTicked_; }
+
+ private:
+  void Step(std::string_view mnemonic);
+  void cmdPRE_Click();
+  void cmdATT_Click();
+  void SendSpan(int spanHz, bool thenCentre);
+  [[nodiscard]] bool Sub() const { return state_.RxSuffix == "$"; }
+
+  K4State& state_;
+  K4Sender& sender_;
+  K4PanelView& view_;
+  SettingsStore& store_;
+  EventPump& pump_;
+  bool subTicked_ = false;
+};
+
+}  // namespace spectrino
