@@ -26,8 +26,6 @@ double ShiftFromDialHz(int radioMode, int centreHz, int pitchHz) {
 }  // namespace
 
 bool K4Link::Open(RadioState& radio) {
-  // A line of an earlier run is not shown again.
-  shownSerial_ = state_.K4PanChannels[kPanMain].Serial;
   const K4ConnectOutcome outcome = session_.Start();
   Refresh(radio);
   if (outcome.Failed && !outcome.Message.empty()) {

@@ -50,7 +50,7 @@ struct K4SessionParts {
   std::function<void(std::string& buffer)> ParseReplies;
   std::function<void(int which)> SelectMonitor;
   /// Stop was pressed or the window closed: a start that is under way gives up at its next look.
-  std::function<bool()> Abandoned;
+  std::function<bool()> Abandoned = {};
 };
 
 struct K4ConnectOutcome {

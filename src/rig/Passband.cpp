@@ -17,23 +17,31 @@ double UsualBandwidthHz(int radioMode) {
   }
 }
 
-}  // namespace
-
-Passband MainPassband(const RadioState& radio) {
-  const double width = radio.MainBandwidthHz > 0 ? radio.MainBandwidthHz : UsualBandwidthHz(radio.RadioMode);
-  switch (radio.RadioMode) {
+Passband PassbandOf(int radioMode, double bandwidthHz, double shiftHz) {
+  const double width = bandwidthHz > 0 ? bandwidthHz : UsualBandwidthHz(radioMode);
+  switch (radioMode) {
     case mode::kCw:
     case mode::kCwReverse:
     case mode::kAm:
     case mode::kFm:
-      return {radio.MainShiftHz - width / 2, radio.MainShiftHz + width / 2};
+      return {shiftHz - width / 2, shiftHz + width / 2};
     default: {
-      const double centre = radio.MainShiftHz != 0 ? radio.MainShiftHz : width / 2;
-      const bool below = radio.RadioMode == mode::kLsb || radio.RadioMode == mode::kDataReverse;
+      const double centre = shiftHz != 0 ? shiftHz : width / 2;
+      const bool below = radioMode == mode::kLsb || radioMode == mode::kDataReverse;
       return below ? Passband{-centre - width / 2, -centre + width / 2}
                    : Passband{centre - width / 2, centre + width / 2};
     }
   }
+}
+
+}  // namespace
+
+Passband MainPassband(const RadioState& radio) {
+  return PassbandOf(radio.RadioMode, radio.MainBandwidthHz, radio.MainShiftHz);
+}
+
+Passband SubPassband(const RadioState& radio) {
+  return PassbandOf(radio.SubRadioMode, radio.SubBandwidthHz, radio.SubShiftHz);
 }
 
 }  // namespace spectrino

@@ -16,5 +16,7 @@ struct Passband {
 /// CW, AM and FM around it. A bandwidth that the radio does not tell is the usual one of the mode; no mode
 /// counts as USB.
 [[nodiscard]] Passband MainPassband(const RadioState& radio);
+/// The sub receiver's, by the same rules.
+[[nodiscard]] Passband SubPassband(const RadioState& radio);
 
 }  // namespace spectrino

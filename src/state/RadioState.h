@@ -29,7 +29,7 @@ struct RadioState {
   double MainShiftHz = 0;      ///< passband shift
   double SubBandwidthHz = 0;
   double SubShiftHz = 0;
-  int PitchHz = 600;           ///< CW pitch
+  int PitchHz = 600;  ///< CW pitch
 
   bool K4Active = false;  ///< the K4 is the spectrum source of this run
   bool K4Connected = false;

@@ -21,6 +21,8 @@ using test::operator+;
 K4State ReadyState(int preset = 0) {
   K4State state;
   state.PanScaleDb = 70;
+  state.PanRefLevelDb = -110;
+  state.FxtOn = 1;
   state.K4SpanPreset = preset;
   state.PanSpanMHz = 0.05;
   return state;
@@ -75,6 +77,11 @@ TEST_P(PanCrop, ShowsTheMiddleOfTheFrame) {
     const int expected = point <= crop.Points ? crop.FirstSample + point - 1 - 1025 : 0;
     ASSERT_EQ(channel.Levels[static_cast<std::size_t>(point)], expected) << "point " << point;
   }
+  if (crop.Letter == 'A') {
+    EXPECT_EQ(channel.FixedTune, 1);
+    EXPECT_FLOAT_EQ(state.K4PanRefLevel, -110);
+    EXPECT_DOUBLE_EQ(state.K4PanGridHz[20], 2e6 * crop.SpanMHz);
+  }
   EXPECT_EQ(state.K4PanDataSeen, crop.Letter == 'A');
   EXPECT_EQ(state.SpectrumPoints, crop.Letter == 'A' ? crop.Points : 0);
 }
@@ -88,11 +95,7 @@ INSTANTIATE_TEST_SUITE_P(
         CropCase{"OddRestHalfToEvenDown", 'A', 1, 1023 * 0.1 / 2048, 0, 0, 1023, 513, 1023 * 0.1 / 2048},
         CropCase{"OddRestHalfToEvenUp", 'A', 1, 1021 * 0.1 / 2048, 0, 0, 1021, 515, 1021 * 0.1 / 2048},
         CropCase{"WiderThanFrame", 'A', 1, 0.2, 0, 0, 2048, 1, 0.2},
-        CropCase{"SpanNotToldYet", 'A', 1, 0, 0, 0, 0, 1, 0},
-        CropCase{"MiniWhole", 'Y', 0, 0.05, mode::kCw, 0, 2048, 1, 0.1},
         CropCase{"MiniCw", 'Y', 1, 0.05, mode::kCw, 0, 41, 1005, 0.002},
-        CropCase{"MiniUsb", 'Y', 1, 0.05, mode::kUsb, 0, 205, 923, 0.01},
-        CropCase{"MiniDataA", 'Y', 1, 0.05, mode::kData, 0, 205, 923, 0.01},
         CropCase{"MiniFskData", 'Y', 1, 0.05, mode::kDataReverse, 2, 41, 1005, 0.002},
         CropCase{"MiniSubCwNarrow", 'Z', 2, 0.05, mode::kCwReverse, 0, 27, 1011, 0.002 / 1.5},
         CropCase{"MiniSubUnknownMode", 'Z', 1, 0.05, 8, 0, 0, 1, 0}),
@@ -103,10 +106,10 @@ TEST(PanStream, LevelsAreFlooredAndAveragesRoundHalvesToEven) {
     std::vector<int> Tenths;
     int Level;
   };
-  for (const Case& levels :
-       {Case{{-1200}, -120}, Case{{-1205}, -121}, Case{{-1}, -1}, Case{{9}, 0}, Case{{-32768}, -3277},
-        Case{{32767}, 3276}, Case{{-100, -110}, -10}, Case{{-110, -120}, -12}, Case{{30, 40}, 4},
-        Case{{-100, -100, -110}, -10}, Case{{-100, -110, -110}, -11}}) {
+  for (const Case& levels : {Case{{-1200}, -120}, Case{{-1205}, -121}, Case{{-1}, -1}, Case{{9}, 0},
+                             Case{{-32768}, -3277}, Case{{32767}, 3276}, Case{{-100, -110}, -10},
+                             Case{{-110, -120}, -12}, Case{{30, 40}, 4}, Case{{-100, -100, -110}, -10},
+                             Case{{-100, -110, -110}, -11}, Case{std::vector<int>(400, -32768), -3277}}) {
     K4State state = ReadyState();
     Bytes read;
     for (const int tenths : levels.Tenths) read = read + PanFrame(Levels([=](int) { return tenths; }));
@@ -115,27 +118,6 @@ TEST(PanStream, LevelsAreFlooredAndAveragesRoundHalvesToEven) {
     EXPECT_THAT(std::vector<std::int16_t>(line.begin() + 1, line.end()), ::testing::Each(levels.Level))
         << levels.Tenths.front() << ", " << levels.Tenths.size() << " frames";
   }
-}
-
-TEST(PanStream, ManyFramesDoNotOverflowTheSum) {
-  K4State state = ReadyState();
-  const Bytes frame = PanFrame(Levels([](int sample) { return sample % 2 == 0 ? -32768 : 32767; }));
-  Bytes read;
-  for (int i = 0; i < 400; ++i) read = read + frame;
-  ParseK4PanFrames(read, state);
-  EXPECT_EQ(state.K4PanChannels[kPanMain].Levels[1], 3276);
-  EXPECT_EQ(state.K4PanChannels[kPanMain].Levels[2], -3277);
-}
-
-TEST(PanStream, MainLineCarriesGridReferenceAndFixedTune) {
-  K4State state = ReadyState(1);
-  state.FxtOn = 1;
-  state.PanRefLevelDb = -110;
-  ParseK4PanFrames(PanFrame(), state);
-  EXPECT_EQ(state.K4PanChannels[kPanMain].FixedTune, 1);
-  EXPECT_FLOAT_EQ(state.K4PanRefLevel, -110);
-  EXPECT_DOUBLE_EQ(state.K4PanGridHz[0], 0);
-  EXPECT_DOUBLE_EQ(state.K4PanGridHz[20], 100000);
 }
 
 FrameFields With(char letter, std::string span) {
@@ -214,7 +196,8 @@ Bytes Treacherous() {
 
 TEST(PanAssembler, FramesAreTheSameHoweverTheStreamIsCut) {
   const Bytes junk = Bytes{0x00, 0xFF, 0xFE, 0x01, 0x00, 0x02, 0x00, 'X'} + Bytes(40, 0xFF);
-  const Bytes first = Treacherous() + PanFrame(With('Y', "010000"));
+  // Once in step, a letter that nobody knows does not end it.
+  const Bytes first = Treacherous() + PanFrame(With('Q', "010000"));
   const Bytes second = PanFrame(With('Z', "010000")) + Treacherous();
   const Bytes stream = junk + first + junk + second + Bytes{0xFF, 0xFE};
   const Bytes expected = first + second;
