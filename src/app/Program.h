@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "app/CommandLine.h"
+#include "app/K4Rig.h"
 #include "app/frmPan.h"
 #include "platform/posix/PosixSettingsFile.h"
 #include "platform/qt/QtEventPump.h"
@@ -57,6 +58,7 @@ class Program {
   QString iqFileError_;
   std::unique_ptr<DeviceList> devices_;
   PanDisplay display_;
+  std::unique_ptr<K4Rig> k4_;
   std::unique_ptr<RunCycle> cycle_;
   std::unique_ptr<frmPan> window_;
 };

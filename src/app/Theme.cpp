@@ -38,6 +38,7 @@ QLabel#lblLocked { background: #3a2a12; border: 1px solid #b4781a; border-radius
 QLabel[role="caption"] { color: #8d9aa9; font-size: 9px; }
 QLabel[role="tag"] { color: #8d9aa9; font-size: 10px; }
 QLabel[role="badge"] { color: #ffd27a; border: 1px solid #3b4653; border-radius: 3px; padding: 1px 5px; }
+QLabel[role="split"] { background: #3a2a12; border: 1px solid #b4781a; border-radius: 3px; color: #ffd08a; padding: 1px 5px; }
 QLabel[role="frequency"] { color: #ffffff; font-family: "DejaVu Sans Mono"; font-size: 22px; font-weight: bold; }
 QLabel[role="frequencyB"] { color: #8fd19e; font-family: "DejaVu Sans Mono"; font-size: 13px; }
 QLabel[role="meter"] { color: #00ffff; font-family: "DejaVu Sans Mono"; font-size: 14px; font-weight: bold; }

@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QShortcut>
 #include <QVBoxLayout>
+#include <array>
 
 #include "app/Manual.h"
 #include "app/PanTexts.h"
@@ -36,7 +37,12 @@ frmPan::frmPan(const Parts& parts) : parts_(parts) {
   connect(&rangeTimer_, &QTimer::timeout, this, &frmPan::StoreRange);
   parts_.Cycle.RunningChanged = [this] { ShowRunState(); };
   parts_.User.SetWindow(this);
+  parts_.K4.Attach(k4Panel_, this, [this](bool allow) { AllowOnTop(allow); });
   connect(&parts_.User, &QtNotifier::StatusChanged, scope_, &ScopeWidget::ShowStatus);
+}
+
+frmPan::~frmPan() {
+  parts_.K4.Detach();
 }
 
 void frmPan::Compose() {
@@ -67,7 +73,11 @@ void frmPan::Compose() {
   auto* deckRows = new QVBoxLayout(deck_);
   deckRows->setContentsMargins(0, 0, 0, 0);
   calibration_ = new CalibrationPanel(deck_);
+  calibration_->hide();
   deckRows->addWidget(calibration_);
+  k4Panel_ = new K4Panel(deck_);
+  k4Panel_->hide();
+  deckRows->addWidget(k4Panel_);
   deck_->hide();
   rows->addWidget(deck_);
   setCentralWidget(body);
@@ -124,7 +134,10 @@ void frmPan::ConnectStrip() {
   });
   connect(range_, &RangePanel::chkBPH_Click, this,
           [this](bool on) { parts_.State.Settings.BackgroundPeakHold = on; });
-  connect(range_, &RangePanel::cmdIQ_Click, this, [this](bool open) { deck_->setVisible(open); });
+  connect(range_, &RangePanel::cmdIQ_Click, this, [this](bool open) {
+    calibration_->setVisible(open);
+    ShowDeck();
+  });
 }
 
 void frmPan::ConnectCalibration() {
@@ -168,6 +181,7 @@ void frmPan::RunPass() {
   const bool newFrame = parts_.Times.Frames != shownFrames_;
   if (!newFrame && sinceShown_.isValid() && sinceShown_.elapsed() < kIdleShowMs) return;
   shownFrames_ = parts_.Times.Frames;
+  ShowRadioPanel();
   sinceShown_.restart();
   ShowHeader();
   ShowOverlays();
@@ -216,6 +230,28 @@ void frmPan::ShowFullScreen() {
   header_->ShowFullScreen(full);
 }
 
+// The deck holds what belongs to the source in use, and nothing when there is nothing.
+void frmPan::ShowDeck() {
+  const PanSettings& settings = parts_.State.Settings;
+  const bool k4 = settings.K4 || settings.K4D;
+  k4Panel_->setVisible(k4);
+  deck_->setVisible(k4 || !calibration_->isHidden());
+}
+
+// Ten times a second is as fast as an eye reads a button.
+void frmPan::ShowRadioPanel() {
+  if (sincePanel_.isValid() && sincePanel_.elapsed() < kIdleShowMs) return;
+  sincePanel_.restart();
+  if (!k4Panel_->isHidden()) k4Panel_->Show(parts_.K4.State());
+}
+
+void frmPan::AllowOnTop(bool allow) {
+  const bool on = allow && parts_.State.Settings.OnTop;
+  if (windowFlags().testFlag(Qt::WindowStaysOnTopHint) == on) return;
+  setWindowFlag(Qt::WindowStaysOnTopHint, on);
+  show();
+}
+
 void frmPan::AlwaysOnTop(bool on) {
   parts_.State.Settings.OnTop = on;
   const bool shown = isVisible();
@@ -232,6 +268,10 @@ void frmPan::FoldStrip(bool folded) {
 void frmPan::ShowHeader() {
   const RadioState& radio = parts_.State.Radio;
   header_->ShowFrequency(QString::fromStdString(FrequencyText(radio.MainFreqMHz)), ModeText(radio.RadioMode));
+  const double offsetKHz = (radio.SubFreqMHz - radio.MainFreqMHz) * 1000;
+  header_->ShowSplit(radio.SplitOn != 0
+                         ? QString("SPLIT %1%2k").arg(offsetKHz > 0 ? "+" : "").arg(offsetKHz, 0, 'f', 2)
+                         : QString());
   header_->ShowSubFrequency(radio.SubFreqMHz > 0 ? QString::fromStdString(FrequencyText(radio.SubFreqMHz))
                                                  : QString());
   const Readings& meter = parts_.Cycle.Meter();
@@ -276,7 +316,19 @@ void frmPan::ShowOverlays() {
   main.PassbandLowMHz = radio.MainFreqMHz + passband.LowHz / 1e6;
   main.PassbandHighMHz = radio.MainFreqMHz + passband.HighHz / 1e6;
   main.Label = "A";
-  parts_.Display.SetMarkers({&main, 1});
+  std::array<PlotMarker, 2> markers{main};
+  const bool hasSub = radio.SubFreqMHz > 0;
+  if (hasSub) {
+    const Passband subPassband = SubPassband(radio);
+    markers[1] = {.FreqMHz = radio.SubFreqMHz,
+                  .PassbandLowMHz = radio.SubFreqMHz + subPassband.LowHz / 1e6,
+                  .PassbandHighMHz = radio.SubFreqMHz + subPassband.HighHz / 1e6,
+                  .ColourIndex = static_cast<int>(ColourIndex::SubReceiver),
+                  .FilterColourIndex = static_cast<int>(ColourIndex::SubReceiver),
+                  .Label = "B"};
+  }
+  parts_.Display.SetTransmitting(radio.Transmitting);
+  parts_.Display.SetMarkers({markers.data(), hasSub ? 2U : 1U});
 }
 
 }  // namespace spectrino

@@ -9,6 +9,7 @@
 #include <functional>
 #include <string>
 
+#include "app/K4Rig.h"
 #include "capture/ui/CalibrationPanel.h"
 #include "display/PanDisplay.h"
 #include "display/ui/HeaderPanel.h"
@@ -36,9 +37,11 @@ class frmPan final : public QMainWindow, public WindowCommands {
     StageTimes& Times;
     const Clock& Time;
     const SerialPorts& Ports;
+    K4Rig& K4;
   };
 
   explicit frmPan(const Parts& parts);
+  ~frmPan() override;
 
   /// Geometry, settings and panels; before the window is shown.
   void LoadWindow();
@@ -76,6 +79,9 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void ShowHeader();
   void ShowStrip();
   void ShowScaleChange();
+  void ShowDeck();
+  void ShowRadioPanel();
+  void AllowOnTop(bool allow);
   void ShowFullScreen();
   void ShowOverlays();
   void ApplyDisplayOptions();
@@ -91,6 +97,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
   RangePanel* range_;
   QWidget* deck_;
   CalibrationPanel* calibration_;
+  K4Panel* k4Panel_;
   QToolButton* cmdFold_;
   QTimer passTimer_;
   QTimer rangeTimer_;             ///< reference and range are stored once the clicks have ended
@@ -100,6 +107,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
   std::pair<int, int> shownRange_;  ///< reference and divisor that the strip tells
   std::uint64_t shownFrames_ = 0;
   QElapsedTimer sinceShown_;
+  QElapsedTimer sincePanel_;
 };
 
 }  // namespace spectrino

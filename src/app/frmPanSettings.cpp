@@ -6,11 +6,27 @@
 #include "app/Manual.h"
 #include "app/frmPan.h"
 #include "bandplan/Bands.h"
+#include "settings/CatComposition.h"
+#include "settings/Keys.h"
 #include "settings/SetupSection.h"
 #include "settings/ui/frmSetupPan.h"
 
 namespace spectrino {
 namespace {
+
+// The set-up of another source may not reach this one's radio; setup's own rules settle it.
+void ComposeCatControl(PanSettings& settings) {
+  const SourceKind source = settings.Icom  ? SourceKind::Icom
+                            : settings.K4  ? SourceKind::K4
+                            : settings.K4D ? SourceKind::K4D
+                                           : SourceKind::SoundCard;
+  const IcomData icomData = settings.IcomControl == 1 ? IcomData::ViaHost : IcomData::SerialPort;
+  const CatControl composed = ComposeCatControl(ChoiceOf(settings.Control), source, icomData);
+  const bool serialIcom = source == SourceKind::Icom && icomData == IcomData::SerialPort;
+  settings.Control =
+      serialIcom ? CatControl::RadioDirect : CheckCompatible(composed, source, icomData).Control;
+}
+
 constexpr int kTwipsPerPixel = 15;
 constexpr int kFirstRunWaterfall = 3;  // half the picture
 }  // namespace
@@ -113,6 +129,7 @@ void frmPan::ApplyDisplayOptions() {
 }
 
 void frmPan::ShowDevices() {
+  ShowDeck();
   const PanSettings& settings = parts_.State.Settings;
   QStringList names;
   for (const std::string& name : parts_.Devices.Names()) names.append(QString::fromStdString(name));
@@ -140,12 +157,14 @@ void frmPan::DevicesBox_Click(int index) {
   settings.Icom = index == inputs;
   settings.K4 = index == inputs + 1;
   settings.K4D = index == inputs + 2;
+  ComposeCatControl(settings);
   settings.SourceName = parts_.Devices.Names()[static_cast<std::size_t>(index)];
   settings.DeviceId =
       index < inputs ? parts_.Devices.Entries()[static_cast<std::size_t>(index)].Device.StableId : "";
   parts_.State.ForcedDeviceId.clear();
   SetupSection setup(parts_.Store);
   SaveSource(setup, settings);
+  SetupBatch(setup).Put(key::kCatControl, static_cast<int>(settings.Control)).Save();
   ShowDevices();
   parts_.Cycle.UpdateScale();
   ShowOverlays();

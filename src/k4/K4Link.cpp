@@ -7,6 +7,7 @@ namespace spectrino {
 namespace {
 
 constexpr int kGridStepDb = 20;
+constexpr double kSMeterZeroDb = 127;  // six units an S unit: 54 is S9
 
 // The K4 tells the audio frequency of the filter's middle. In SSB and data that is the distance from the
 // dial; in CW the pitch stands on the dial; AM and FM filters lie around it.
@@ -87,6 +88,9 @@ void K4Link::Refresh(RadioState& radio) {
   radio.MainShiftHz = ShiftFromDialHz(state_.RadioMode, state_.IfShiftMainHz, state_.CwPitchHz);
   radio.SubShiftHz = ShiftFromDialHz(state_.SubRadioMode, state_.IfShiftSubHz, state_.CwPitchHz);
   if (state_.CwPitchHz != 0) radio.PitchHz = state_.CwPitchHz;
+  radio.Transmitting = state_.Transmitting == 1;
+  radio.SMeterTold = true;
+  radio.SMeterDbm = state_.SMeterMain - kSMeterZeroDb;
   radio.K4Connected = state_.K4Connected;
   radio.K4PanDataSeen = state_.K4PanDataSeen;
 }

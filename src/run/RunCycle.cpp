@@ -105,6 +105,13 @@ void RunCycle::RestartIfMoved() {
 }
 
 void RunCycle::UpdateMeter() {
+  if (session_.Radio.K4Active && session_.Radio.SMeterTold && session_.Settings.OptSM == 1) {
+    readings_.SMeterKnown = true;
+    readings_.SMeterDbm = static_cast<float>(session_.Radio.SMeterDbm + session_.Settings.SMeterCorrDb);
+    readings_.SMeterHeldDbm =
+        hold_.Update(readings_.SMeterDbm, session_.Settings.SMeterHoldSeconds, parts_.Time.Now());
+    return;
+  }
   const Passband passband = MainPassband(session_.Radio);
   const double dialMHz = session_.Radio.MainFreqMHz;
   const auto level = StrongestLevel(line_, dialMHz + passband.LowHz / 1e6, dialMHz + passband.HighHz / 1e6);

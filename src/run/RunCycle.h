@@ -49,6 +49,8 @@ class RunCycle {
   [[nodiscard]] bool Running() const { return running_; }
   /// Between the click and the first frame; the host program is looked for and links are opened in it.
   [[nodiscard]] bool Starting() const { return starting_; }
+  /// Stop was called since the last Start began: a Start that is under way gives up.
+  [[nodiscard]] bool StopRequested() const { return stopRequested_; }
   /// The last Start ended without a run, and not because it was stopped.
   [[nodiscard]] bool StartFailed() const { return startFailed_; }
 

@@ -50,6 +50,8 @@ HeaderPanel::HeaderPanel(QWidget* parent) : QWidget(parent) {
   lblB_ = MakeLabel("lblB", "tag", {}, this);
   lblB_->setText("B");
   lblFreqB_ = MakeLabel("lblFreqB", "frequencyB", tr("Frequency of VFO B"), this);
+  lblSplit_ = MakeLabel("lblSplit", "split", tr("Split"), this);
+  lblSplit_->hide();
   bar_ = new SMeterBar(this);
   lblSMeter_ = MakeLabel("lblSMeter", "meter", tr("Signal level"), this);
   lblSMeter_->ensurePolished();
@@ -66,7 +68,7 @@ HeaderPanel::HeaderPanel(QWidget* parent) : QWidget(parent) {
   row->setContentsMargins(8, 4, 8, 4);
   row->setSpacing(8);
   for (QWidget* widget : std::initializer_list<QWidget*>{startButton_, stopButton_, devicesBox_, lblA_,
-                                                         lblFreqA_, lblMode_, lblB_, lblFreqB_}) {
+                                                         lblFreqA_, lblMode_, lblB_, lblFreqB_, lblSplit_}) {
     row->addWidget(widget);
   }
   row->addStretch(1);
@@ -125,6 +127,11 @@ void HeaderPanel::ShowSubFrequency(const QString& frequencyText) {
   const bool shown = !frequencyText.isEmpty() && width() >= kSmallWidth;
   lblB_->setVisible(shown);
   lblFreqB_->setVisible(shown);
+}
+
+void HeaderPanel::ShowSplit(const QString& text) {
+  if (lblSplit_->text() != text) lblSplit_->setText(text);
+  lblSplit_->setVisible(!text.isEmpty());
 }
 
 void HeaderPanel::ShowMeter(float levelDbm, float heldDbm, bool known, const QString& reading) {

@@ -38,6 +38,8 @@ class HeaderPanel final : public QWidget {
   void ShowFrequency(const QString& frequencyText, const QString& modeText);
   /// An empty text hides VFO B.
   void ShowSubFrequency(const QString& frequencyText);
+  /// Amber, beside VFO B; an empty text hides it.
+  void ShowSplit(const QString& text);
   void ShowMeter(float levelDbm, float heldDbm, bool known, const QString& reading);
   void ShowOnTop(bool on);
   void ShowFullScreen(bool on);
@@ -68,6 +70,7 @@ class HeaderPanel final : public QWidget {
   QColor frequencyColour_{0xff, 0xff, 0xff};
   QLabel* lblB_;
   QLabel* lblFreqB_;
+  QLabel* lblSplit_;
   SMeterBar* bar_;
   QLabel* lblSMeter_;
   QAbstractButton* chkTop_;

@@ -1,0 +1,68 @@
+// Everything that a K4 needs, wired: sockets, session, parser, commands, and the panel they move.
+// Ownership and wiring only.
+#pragma once
+
+#include <QTimer>
+#include <functional>
+
+#include "k4/K4Commands.h"
+#include "k4/K4Link.h"
+#include "k4/K4Session.h"
+#include "k4/ui/K4Panel.h"
+#include "k4/ui/frmTCPConnect.h"
+#include "platform/WindowCommands.h"
+#include "platform/qt/QtByteSocket.h"
+
+namespace spectrino {
+
+class K4Rig final : private K4SessionView, private K4PanelView {
+ public:
+  struct Parts {
+    SettingsStore& Store;
+    Notifier& User;
+    EventPump& Pump;
+    const Clock& Time;
+    std::function<bool()> Abandoned;
+  };
+  explicit K4Rig(const Parts& parts);
+
+  /// The panel and the window are made after the rig and go before it.
+  void Attach(K4Panel* panel, QWidget* window, std::function<void(bool)> allowOnTop);
+  void Detach() { panel_ = nullptr; }
+
+  [[nodiscard]] K4Link& Link() { return link_; }
+  [[nodiscard]] const K4State& State() const { return state_; }
+
+ private:
+  void TickMinipan() override { Set("chkMinipan", true); }
+  void SelectSpanPreset(int index) override;
+  void ClearBset() override { Set("chkBSET", false); }
+  [[nodiscard]] bool SubTicked() const override;
+  void ShowWaiting(bool waiting) override;
+  void AllowAlwaysOnTop(bool allow) override;
+
+  void SetCheck(K4Check check, bool ticked) override;
+  void SetFilterCaption(int receiver, const std::string& caption) override;
+  void SetVolume(int index, int value) override;
+  void SetVolumeToolTip(const std::string& text) override;
+  [[nodiscard]] int Notch() const override;
+  void SetNotch(int value) override;
+  void SetNotchToolTip(const std::string& text) override;
+
+  void Set(const char* check, bool ticked);
+  void Toggle(const QString& check, bool on);
+
+  K4State state_;
+  QtByteSocket WSCat_;
+  QtByteSocket WSPan_;
+  K4RetryWindow retry_;
+  K4Session session_;
+  K4Commands commands_;
+  K4Link link_;
+  QTimer tmrK4_;
+  K4Panel* panel_ = nullptr;
+  QWidget* window_ = nullptr;
+  std::function<void(bool)> allowOnTop_;
+};
+
+}  // namespace spectrino
