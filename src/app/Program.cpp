@@ -4,6 +4,8 @@
 #include <QMessageBox>
 
 #include "run/SetupChecks.h"
+#include "settings/Keys.h"
+#include "settings/SetupSection.h"
 
 namespace spectrino {
 namespace {
@@ -31,6 +33,7 @@ Program::Program(const CommandLine& line)
   devices_ = std::make_unique<DeviceList>(std::move(inputs));
   devices_->InitDevices();
   ChooseForThisRun(line);
+  if (line.Demo == DemoKind::K4 || line.Demo == DemoKind::K4D) StartK4Demo(line.Demo == DemoKind::K4D);
   k4_ = std::make_unique<K4Rig>(
       K4Rig::Parts{store_, user_, pump_, clock_, [this] { return cycle_->StopRequested(); }});
   const RigRouter router({.K4 = &k4_->Link(), .K4Link = &k4_->Link()});
@@ -68,6 +71,26 @@ void Program::ChooseForThisRun(const CommandLine& line) {
   for (const DeviceList::Entry& entry : devices_->Entries()) {
     if (entry.Input == wanted) session_.ForcedDeviceId = entry.Device.StableId;
   }
+}
+
+// The simulated radio answers on ports of its own; the settings that lead to it live as long as the demo.
+void Program::StartK4Demo(bool isK4D) {
+  k4Sim_ = std::make_unique<K4SimServer>(K4SimServer::Options{
+      .IsK4D = isK4D, .RateHz = 24, .CatPort = 0, .PanPort = 0, .Operator = false, .Faults = {}});
+  if (!k4Sim_->Start()) {
+    user_.ShowMessage("Spectrino", "The simulated K4 found no free port on this machine.",
+                      Severity::Critical);
+    return;
+  }
+  SetupSection setup(store_);
+  SetupBatch(setup)
+      .Put(key::kK4, !isK4D)
+      .Put(key::kK4D, isK4D)
+      .Put(key::kCatControl, static_cast<int>(CatControl::RadioDirect))
+      .Put(key::kK4Address, "127.0.0.1")
+      .Put(key::kK4CatPort, k4Sim_->CatPort())
+      .Put(key::kK4PanPort, k4Sim_->PanPort())
+      .Save();
 }
 
 void Program::TellNoDevices() {

@@ -17,6 +17,7 @@
 #include "platform/sound/PulseInput.h"
 #include "sim/DemoInput.h"
 #include "sim/IqFileInput.h"
+#include "sim/k4/K4SimServer.h"
 
 namespace spectrino {
 
@@ -42,6 +43,7 @@ class Program {
  private:
   void LoadIqFiles(const QStringList& paths);
   void ChooseForThisRun(const CommandLine& line);
+  void StartK4Demo(bool isK4D);
 
   QTemporaryDir demoFolder_;
   SystemClock clock_;
@@ -58,6 +60,7 @@ class Program {
   QString iqFileError_;
   std::unique_ptr<DeviceList> devices_;
   PanDisplay display_;
+  std::unique_ptr<K4SimServer> k4Sim_;
   std::unique_ptr<K4Rig> k4_;
   std::unique_ptr<RunCycle> cycle_;
   std::unique_ptr<frmPan> window_;
