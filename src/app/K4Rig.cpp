@@ -6,6 +6,10 @@
 
 namespace spectrino {
 
+namespace {
+constexpr int kAskAgainMs = 500;
+}
+
 K4Rig::K4Rig(const Parts& parts)
     : retry_([this] { return window_; }),
       session_({.State = state_,
@@ -49,6 +53,16 @@ void K4Rig::Attach(K4Panel* panel, QWidget* window, std::function<void(bool)> al
     else
       commands_.sldVol_Commit(name == "sldVol1" ? 1 : 2);
   });
+}
+
+StatusArea K4Rig::Status() {
+  status_.Follow(state_);
+  StatusArea area = status_.Area(state_);
+  if (area.Shown && area.NeedsDualPanOff && (!sinceAsked_.isValid() || sinceAsked_.elapsed() > kAskAgainMs)) {
+    sinceAsked_.start();
+    session_.SendK4("SB;");
+  }
+  return area;
 }
 
 void K4Rig::Toggle(const QString& check, bool on) {

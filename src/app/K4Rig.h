@@ -2,12 +2,14 @@
 // Ownership and wiring only.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QTimer>
 #include <functional>
 
 #include "k4/K4Commands.h"
 #include "k4/K4Link.h"
 #include "k4/K4Session.h"
+#include "k4/K4Status.h"
 #include "k4/ui/K4Panel.h"
 #include "k4/ui/frmTCPConnect.h"
 #include "platform/WindowCommands.h"
@@ -32,6 +34,8 @@ class K4Rig final : private K4SessionView, private K4PanelView {
 
   [[nodiscard]] K4Link& Link() { return link_; }
   [[nodiscard]] const K4State& State() const { return state_; }
+  /// The status area as it is now. Asks the radio again while its own dual panadapter stands in the way.
+  [[nodiscard]] StatusArea Status();
 
  private:
   void TickMinipan() override { Set("chkMinipan", true); }
@@ -59,6 +63,8 @@ class K4Rig final : private K4SessionView, private K4PanelView {
   K4Session session_;
   K4Commands commands_;
   K4Link link_;
+  K4Status status_;
+  QElapsedTimer sinceAsked_;
   QTimer tmrK4_;
   K4Panel* panel_ = nullptr;
   QWidget* window_ = nullptr;

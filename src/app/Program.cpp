@@ -33,14 +33,14 @@ Program::Program(const CommandLine& line)
   devices_ = std::make_unique<DeviceList>(std::move(inputs));
   devices_->InitDevices();
   ChooseForThisRun(line);
+  // A newcomer has chosen nothing yet: show what the program is about.
+  session_.FirstRun = settingsFile_.Stamp(std::string(kOwnApplication)) == 0;
   if (line.Demo == DemoKind::K4 || line.Demo == DemoKind::K4D) StartK4Demo(line.Demo == DemoKind::K4D);
   k4_ = std::make_unique<K4Rig>(
       K4Rig::Parts{store_, user_, pump_, clock_, [this] { return cycle_->StopRequested(); }});
   const RigRouter router({.K4 = &k4_->Link(), .K4Link = &k4_->Link()});
   cycle_ = std::make_unique<RunCycle>(
       session_, RunParts{*devices_, display_, store_, user_, pump_, clock_, *times_, router});
-  // A newcomer has chosen nothing yet: show what the program is about.
-  session_.FirstRun = settingsFile_.Stamp(std::string(kOwnApplication)) == 0;
   window_ = std::make_unique<frmPan>(
       frmPan::Parts{session_, *devices_, store_, user_, display_, *cycle_, *times_, clock_, ports_, *k4_});
   window_->SettingsLoaded = [this](const PanSettings& settings) {

@@ -307,6 +307,7 @@ void frmPan::ShowOverlays() {
   const RadioState& radio = parts_.State.Radio;
   parts_.Display.SetInfoText(InfoText(parts_.State, parts_.Cycle));
   if (!parts_.Cycle.Running()) {
+    parts_.Display.SetStatus({}, 0);
     parts_.Display.SetMarkers({});
     return;
   }
@@ -327,6 +328,7 @@ void frmPan::ShowOverlays() {
                   .FilterColourIndex = static_cast<int>(ColourIndex::SubReceiver),
                   .Label = "B"};
   }
+  parts_.Display.SetStatus(radio.K4Active ? parts_.K4.Status() : StatusArea{}, radio.MainFreqMHz);
   parts_.Display.SetTransmitting(radio.Transmitting);
   parts_.Display.SetMarkers({markers.data(), hasSub ? 2U : 1U});
 }

@@ -10,6 +10,7 @@
 #include "display/Colours.h"
 #include "display/Overlays.h"
 #include "display/RowKernels.h"
+#include "display/StatusPainter.h"
 
 namespace spectrino {
 namespace {
@@ -65,6 +66,13 @@ void PanDisplay::SetInfoText(std::string text) {
   if (text == infoText_) return;
   infoText_ = std::move(text);
   allChanged_ = true;
+}
+
+void PanDisplay::SetStatus(StatusArea area, double tunedMHz) {
+  if (!area.Shown && !status_.Shown) return;
+  status_ = std::move(area);
+  tunedMHz_ = tunedMHz;
+  statusChanged_ = true;
 }
 
 void PanDisplay::SetHover(std::optional<QPointF> logical) {
@@ -131,6 +139,10 @@ QRegion PanDisplay::Prepare() {
   const bool lineAdded = std::exchange(lineAdded_, false);
   QRegion changed = tracePainter_.TakeChanged();
   if (std::exchange(allChanged_, false)) return QRect(0, 0, layout_.Width, layout_.Height);
+  if (std::exchange(statusChanged_, false)) {
+    changed += std::exchange(statusBox_, StatusBox(layout_, scale_.Geometry, tunedMHz_));
+    changed += statusBox_;
+  }
   if (!lineAdded) return changed;
   changed += QRect(0, layout_.WaterfallTop, layout_.Width, layout_.WaterfallHeight);
   if (hover_) changed += HoverStrip(layout_, textHeight_);
@@ -180,6 +192,7 @@ void PanDisplay::PaintOverlays(QPainter& painter) {
   const OverlayPen pen{painter, layout_, options_.Colours, texts_};
   std::vector<QRect> taken;
   taken.push_back(DrawInfo(pen, infoText_, textFont_));
+  if (status_.Shown) DrawStatus(pen, StatusBox(layout_, scale_.Geometry, tunedMHz_), status_, labelFont_);
   DrawMarkers(pen, scale_.Geometry, markers_, flagFont_, taken);
   if (const auto column = HoverColumn()) DrawHover(pen, *column, TextUnderPointer(), textFont_);
   if (layout_.WaterfallHeight > 0) {

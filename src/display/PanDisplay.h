@@ -22,6 +22,7 @@
 #include "dsp/DisplayTrace.h"
 #include "settings/ColourTable.h"
 #include "state/FrameSink.h"
+#include "state/StatusArea.h"
 
 namespace spectrino {
 
@@ -44,6 +45,8 @@ class PanDisplay : public FrameSink {
   void SetOptions(const DisplayOptions& options);
   void SetMarkers(std::span<const PlotMarker> markers);
   void SetInfoText(std::string text);
+  /// The inset; one that is not Shown draws nothing. tunedMHz: the signal that it must not hide.
+  void SetStatus(StatusArea area, double tunedMHz);
   /// Pointer position in logical pixels; nothing while it is outside.
   void SetHover(std::optional<QPointF> logical);
   /// While set, new waterfall lines are half as bright.
@@ -95,6 +98,8 @@ class PanDisplay : public FrameSink {
   ScaleState scale_;
   std::vector<PlotMarker> markers_;
   std::string infoText_;
+  StatusArea status_;
+  double tunedMHz_ = 0;
   std::optional<QPointF> hover_;  ///< device pixels
   bool transmitting_ = false;
 
@@ -111,6 +116,8 @@ class PanDisplay : public FrameSink {
   int textHeight_ = 0;      ///< of textFont_
   bool allChanged_ = true;  ///< since the last Prepare, with all that lies over the trace
   bool lineAdded_ = false;
+  bool statusChanged_ = false;
+  QRect statusBox_;  ///< of the inset as it was last asked for
   bool scaleDirty_ = true;
   bool backgroundDirty_ = true;
   bool traceDirty_ = true;

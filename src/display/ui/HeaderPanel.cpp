@@ -69,7 +69,7 @@ HeaderPanel::HeaderPanel(QWidget* parent) : QWidget(parent) {
   row->setSpacing(8);
   for (QWidget* widget : std::initializer_list<QWidget*>{startButton_, stopButton_, devicesBox_, lblA_,
                                                          lblFreqA_, lblMode_, lblB_, lblFreqB_, lblSplit_}) {
-    row->addWidget(widget);
+    row->addWidget(widget, 0, Qt::AlignVCenter);
   }
   row->addStretch(1);
   for (QWidget* widget :
@@ -159,8 +159,9 @@ void HeaderPanel::ShowFullScreen(bool on) {
 void HeaderPanel::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   const bool small = event->size().width() < kSmallWidth;
-  bar_->setFixedWidth(small ? 110 : 190);
-  devicesBox_->setFixedWidth(small ? 140 : 230);
+  bar_->setFixedWidth(small ? 96 : 190);
+  devicesBox_->setFixedWidth(small ? 108 : 230);
+  lblA_->setVisible(!small);
   ShowSubFrequency(lblFreqB_->text());
 }
 

@@ -63,7 +63,7 @@ K4Panel::K4Panel(QWidget* parent) : QWidget(parent) {
   for (const Control& control : kUpper)
     upper->addWidget(AddButton(control.Name, control.Caption, control.ToolTip, control.Check), 1);
   for (const Control& control : kLower)
-    lower->addWidget(AddButton(control.Name, control.Caption, control.ToolTip, control.Check), 2);
+    lower->addWidget(AddButton(control.Name, control.Caption, control.ToolTip, control.Check), 4);
   auto* presets = new QButtonGroup(this);
   for (int i = 0; i < 3; ++i) {
     const Control& control = kPresets[i];
@@ -75,7 +75,7 @@ K4Panel::K4Panel(QWidget* parent) : QWidget(parent) {
     button->setMinimumWidth(8);
     optK4Span_[static_cast<std::size_t>(i)] = button;
     presets->addButton(button, i);
-    lower->addWidget(button, 1);
+    lower->addWidget(button, 3);
   }
   connect(presets, &QButtonGroup::idClicked, this, &K4Panel::optK4Span_Click);
   const auto slider = [&](QSlider*& member, const char* name, const char* caption, int maximum,
@@ -84,7 +84,7 @@ K4Panel::K4Panel(QWidget* parent) : QWidget(parent) {
     label->setProperty("role", "caption");
     lower->addWidget(label);
     member = AddSlider(name, maximum, toolTip);
-    lower->addWidget(member, 2);
+    lower->addWidget(member, 5);
   };
   slider(sldVol1_, "sldVol1", "AF", 255, tr("AF Main Volume"));
   slider(sldVol2_, "sldVol2", "SUB", 255, tr("AF Sub Volume"));
