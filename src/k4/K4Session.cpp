@@ -178,7 +178,10 @@ void K4Session::SendOpening(const Target& target) {
                          std::to_string(target.PanPort));
   parts_.Pump.Wait(250ms);
   parts_.Pump.Wait(250ms);
-  ReportMissingSocket(target);
+  if (catConnected_ && panConnected_)
+    parts_.User.ShowStatus("");  // it was there long enough to be read
+  else
+    ReportMissingSocket(target);
   SendPan("PING");
   SendCat("ID;");
   SendCat("ME0005;");
@@ -195,7 +198,7 @@ void K4Session::SendOpening(const Target& target) {
 
 // One socket is enough to be connected, but not to work: say what is missing.
 void K4Session::ReportMissingSocket(const Target& target) {
-  if (!parts_.State.K4Connected || (catConnected_ && panConnected_)) return;
+  if (!parts_.State.K4Connected) return;
   const std::string missing = catConnected_ ? "panadapter port " + std::to_string(target.PanPort)
                                             : "CAT port " + std::to_string(target.CatPort);
   parts_.User.ShowStatus("The K4's " + missing + " does not answer");

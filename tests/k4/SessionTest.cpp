@@ -59,7 +59,7 @@ TEST(K4Session, StartOpensBothConnectionsAndSetsTheRadioUp) {
     const Log displays{"PAN A1\r\n", "PAN B0\r\n", "PAN Y1\r\n", isK4D ? "PAN Z1\r\n" : "PAN Z0\r\n"};
     const Log sub = isK4D ? Log{"CAT #HDPM1;"} : Log{};
     EXPECT_EQ(bench.Events, connecting + opening + Sends(kBurst) + displays + sub + Sends(kBurst));
-    EXPECT_THAT(bench.User.Statuses, ElementsAre("Connected to k4.local:4532:9200/9201"));
+    EXPECT_THAT(bench.User.Statuses, ElementsAre("Connected to k4.local:4532:9200/9201", ""));
     EXPECT_TRUE(bench.State.K4Active && bench.State.K4Connected && bench.State.MinipanOn);
     EXPECT_TRUE(bench.View.MinipanTicked && bench.View.BsetCleared && !bench.View.Waiting);
     EXPECT_EQ(bench.State.SubRxOn, -1);
