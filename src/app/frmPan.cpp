@@ -17,6 +17,7 @@
 namespace spectrino {
 
 namespace {
+constexpr int kStatusMs = 60;  // the inset's texts and mini-pans: fast enough for a meter
 constexpr int kStoreRangeMs = 700;
 constexpr int kIdleShowMs = 100;  // how old header and markers may get without a new frame
 }  // namespace
@@ -328,7 +329,12 @@ void frmPan::ShowOverlays() {
                   .FilterColourIndex = static_cast<int>(ColourIndex::SubReceiver),
                   .Label = "B"};
   }
-  parts_.Display.SetStatus(radio.K4Active ? parts_.K4.Status() : StatusArea{}, radio.MainFreqMHz);
+  if (!radio.K4Active) {
+    parts_.Display.SetStatus({}, 0);
+  } else if (!sinceStatus_.isValid() || sinceStatus_.elapsed() >= kStatusMs) {
+    sinceStatus_.start();
+    parts_.Display.SetStatus(parts_.K4.Status(), radio.MainFreqMHz);
+  }
   parts_.Display.SetTransmitting(radio.Transmitting);
   parts_.Display.SetMarkers({markers.data(), hasSub ? 2U : 1U});
 }

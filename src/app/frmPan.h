@@ -108,6 +108,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
   std::uint64_t shownFrames_ = 0;
   QElapsedTimer sinceShown_;
   QElapsedTimer sincePanel_;
+  QElapsedTimer sinceStatus_;
 };
 
 }  // namespace spectrino

@@ -36,6 +36,7 @@ void PanDisplay::Resize(QSize logical, double devicePixelRatio) {
 void PanDisplay::SetOptions(const DisplayOptions& options) {
   if (options == options_) return;
   options_ = options;
+  statusStale_ = true;
   LayOut();
 }
 
@@ -72,7 +73,7 @@ void PanDisplay::SetStatus(StatusArea area, double tunedMHz) {
   if (!area.Shown && !status_.Shown) return;
   status_ = std::move(area);
   tunedMHz_ = tunedMHz;
-  statusChanged_ = true;
+  statusChanged_ = statusStale_ = true;
 }
 
 void PanDisplay::SetHover(std::optional<QPointF> logical) {
@@ -192,13 +193,28 @@ void PanDisplay::PaintOverlays(QPainter& painter) {
   const OverlayPen pen{painter, layout_, options_.Colours, texts_};
   std::vector<QRect> taken;
   taken.push_back(DrawInfo(pen, infoText_, textFont_));
-  if (status_.Shown) DrawStatus(pen, StatusBox(layout_, scale_.Geometry, tunedMHz_), status_, labelFont_);
+  if (status_.Shown) PaintStatus(painter);
   DrawMarkers(pen, scale_.Geometry, markers_, flagFont_, taken);
   if (const auto column = HoverColumn()) DrawHover(pen, *column, TextUnderPointer(), textFont_);
   if (layout_.WaterfallHeight > 0) {
     const int apart = static_cast<int>(1.3 * labelFont_.pixelSize());
     DrawTimes(pen, TimeMarks(waterfall_, apart), labelFont_);
   }
+}
+
+/// The inset changes less often than the trace beneath it: it is kept as a picture.
+void PanDisplay::PaintStatus(QPainter& painter) {
+  const QRect box = StatusBox(layout_, scale_.Geometry, tunedMHz_);
+  if (box.isEmpty()) return;
+  if (std::exchange(statusStale_, false) || statusPicture_.size() != box.size()) {
+    if (statusPicture_.size() != box.size())
+      statusPicture_ = QImage(box.size(), QImage::Format_ARGB32_Premultiplied);
+    statusPicture_.fill(Qt::transparent);
+    QPainter inset(&statusPicture_);
+    const OverlayPen pen{inset, layout_, options_.Colours, texts_};
+    DrawStatus(pen, QRect(QPoint(0, 0), box.size()), status_, labelFont_);
+  }
+  painter.drawImage(box.topLeft(), statusPicture_);
 }
 
 std::optional<int> PanDisplay::HoverColumn() const {

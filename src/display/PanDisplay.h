@@ -85,6 +85,7 @@ class PanDisplay : public FrameSink {
   void SetGeometry(const FrameGeometry& geometry);
   void UpdatePlot();
   void PaintOverlays(QPainter& painter);
+  void PaintStatus(QPainter& painter);
   [[nodiscard]] std::optional<int> HoverColumn() const;
   [[nodiscard]] std::string TextUnderPointer() const;
   [[nodiscard]] int HoverRow() const;
@@ -116,8 +117,10 @@ class PanDisplay : public FrameSink {
   int textHeight_ = 0;      ///< of textFont_
   bool allChanged_ = true;  ///< since the last Prepare, with all that lies over the trace
   bool lineAdded_ = false;
-  bool statusChanged_ = false;
-  QRect statusBox_;  ///< of the inset as it was last asked for
+  QImage statusPicture_;
+  bool statusStale_ = true;     ///< the picture
+  bool statusChanged_ = false;  ///< since the last Prepare
+  QRect statusBox_;             ///< of the inset as it was last asked for
   bool scaleDirty_ = true;
   bool backgroundDirty_ = true;
   bool traceDirty_ = true;

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <span>
 
 #include "state/RadioState.h"
 #include "state/Val.h"
@@ -11,6 +12,7 @@
 namespace spectrino {
 namespace {
 
+constexpr std::size_t kMiniPanPoints = 256;
 constexpr double kSMeterFull = 114;  // S9+60 in the radio's units
 
 struct ReceiverValues {
@@ -85,6 +87,18 @@ std::string TenthKHz(double mhz) {
   return text;
 }
 
+/// The strongest of the points of each step: a mini-pan is never wider on the screen.
+std::vector<float> Reduced(std::span<const std::int16_t> levels) {
+  const std::size_t count = std::min(levels.size(), kMiniPanPoints);
+  std::vector<float> reduced(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    const auto first = levels.begin() + static_cast<std::ptrdiff_t>(i * levels.size() / count);
+    const auto end = levels.begin() + static_cast<std::ptrdiff_t>((i + 1) * levels.size() / count);
+    reduced[i] = static_cast<float>(*std::max_element(first, end));
+  }
+  return reduced;
+}
+
 }  // namespace
 
 void K4Status::Follow(K4State& state) {
@@ -97,8 +111,9 @@ void K4Status::Follow(K4State& state) {
     history.Serial = channel.Serial;
     if (channel.Points < 2) continue;
     if (history.Lines.size() >= MiniPan::kHistory) history.Lines.pop_back();
-    history.Lines.emplace(history.Lines.begin(), channel.Levels.begin() + 1,
-                          channel.Levels.begin() + 1 + channel.Points);
+    const std::span levels(channel.Levels);
+    history.Lines.insert(history.Lines.begin(),
+                         Reduced(levels.subspan(1, static_cast<std::size_t>(channel.Points))));
   }
   state.MinipanHistoryCount = std::min(state.MinipanHistoryCount + 1, MiniPan::kHistory);
 }

@@ -17,7 +17,7 @@ class ScopeWidget final : public QWidget {
  public:
   ScopeWidget(PanDisplay& display, StageTimes& times, QWidget* parent = nullptr);
 
-  /// Asks for a repaint if the display has something new, at most 30 times a second.
+  /// Asks for a repaint if the display has something new, at most 50 times a second.
   /// arrived: when the line that is shown came in; the time since then is the latency.
   void ShowNew(std::chrono::steady_clock::time_point arrived);
   /// One line over the lower left corner of the plot; empty hides it.
