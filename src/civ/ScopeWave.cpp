@@ -87,18 +87,18 @@ void FinishLine(CivState& state, IcomPanelView& panel) {
 
 /// True when the division fits behind what is collected, and was added to it.
 bool Collect(std::string_view division, int number, int count, CivState& state, IcomPanelView& panel) {
+  const std::size_t longest = kHeaderText + 2 * static_cast<std::size_t>(state.SpectrumPoints);
   if (number == 1) {
     const auto header = ReadHeader(division);
-    if (!header) return false;
+    if (!header || division.size() > longest) return false;
     state.ScopeWaveHex = division;
     StoreHeader(*header, state, panel);
     return true;
   }
-  const std::size_t longest = kHeaderText + 2 * static_cast<std::size_t>(state.SpectrumPoints);
+  const bool follows =
+      !state.ScopeWaveHex.empty() && number == state.ScopeDivision + 1 && count == state.ScopeDivisionCount;
   const std::string_view points = division.substr(kPrefixText);
-  if (state.ScopeWaveHex.empty() || number != state.ScopeDivision + 1 || count != state.ScopeDivisionCount ||
-      state.ScopeWaveHex.size() + points.size() > longest)
-    return false;
+  if (!follows || state.ScopeWaveHex.size() + points.size() > longest) return false;
   state.ScopeWaveHex += points;
   return true;
 }

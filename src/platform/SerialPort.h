@@ -20,7 +20,7 @@ class SerialPort {
   /// Empty when the port is open now. Otherwise why not, for the user: that the device is not there, which
   /// group owns it, or which program holds it.
   [[nodiscard]] virtual std::string Open(const std::string& path) = 0;
-  /// Lets what was written leave first, within 100 ms. Neither callback comes afterwards.
+  /// Lets what was written leave first, for 100 ms at most. Neither callback comes afterwards.
   virtual void Close() = 0;
   [[nodiscard]] virtual bool IsOpen() const = 0;
   /// Queues the bytes and returns at once; dropped while the port is closed.
