@@ -17,19 +17,19 @@ constexpr auto kModels = std::to_array<IcomModel>({
 });
 
 constexpr auto kModes = std::to_array<IcomMode>({
-    {0, 0},                                       // LSB
-    {1, 1},                                       // USB
-    {2, 3, 0},                                    // AM
-    {3, 2},                                       // CW
-    {4, 5},                                       // RTTY
-    {5, 4},                                       // FM
-    {6, 7},                                       // wide FM
-    {7, 2},                                       // CW, reverse
-    {8, 5},                                       // RTTY, reverse
-    {11, 3, 1},                                   // synchronous AM and its two sidebands
-    {12, 6},                                      // PSK and digital voice of other kinds
-    {13, 6},    {14, 3, 2}, {15, 3, 3}, {16, 8},  // digital voice
-    {17, 8},    {18, 8},    {19, 8},    {20, 8}, {21, 8}, {22, 6},
+    {0, 0},                                                         // LSB
+    {1, 1},                                                         // USB
+    {2, 3, 0},                                                      // AM
+    {3, 2},                                                         // CW
+    {4, 5},                                                         // RTTY
+    {5, 4},                                                         // FM
+    {6, 7},                                                         // wide FM
+    {7, 2},                                                         // CW, reverse
+    {8, 5},                                                         // RTTY, reverse
+    {11, 3, 1},                                                     // synchronous AM and its two sidebands
+    {12, 6},                                                        // PSK and digital voice of other kinds
+    {13, 6},    {14, 3, 2}, {15, 3, 3}, {16, 8},                    // digital voice
+    {17, 8},    {18, 8},    {19, 8},    {20, 8}, {21, 8}, {22, 6},  // digital data
 });
 
 // By RadioModeIndex.
