@@ -38,6 +38,10 @@ K4SimServer::K4SimServer(const Options& options, QObject* parent)
   }
 }
 
+K4SimServer::~K4SimServer() {
+  for (const Client& client : catClients_ + panClients_) client.Socket->disconnect(this);
+}
+
 bool K4SimServer::Start() {
   if (!cat_.listen(QHostAddress::LocalHost, options_.CatPort)) return false;
   if (!options_.Faults.RefusePan && !pan_.listen(QHostAddress::LocalHost, options_.PanPort)) return false;
@@ -70,11 +74,15 @@ void K4SimServer::Accept(QTcpServer& server, QVector<Client>& clients,
       client->Received += socket->readAll();
       (this->*arrived)(*client);
     });
-    connect(socket, &QTcpSocket::disconnected, this, [this, &clients, socket] {
-      clients.removeIf([socket](const Client& client) { return client.Socket == socket; });
-      socket->deleteLater();
-      if (panClients_.isEmpty()) frames_.stop();
-    });
+    // Queued: a write that breaks the connection must not take the client away from the loop that is writing.
+    connect(
+        socket, &QTcpSocket::disconnected, this,
+        [this, &clients, socket] {
+          clients.removeIf([socket](const Client& client) { return client.Socket == socket; });
+          socket->deleteLater();
+          if (panClients_.isEmpty()) frames_.stop();
+        },
+        Qt::QueuedConnection);
   }
 }
 

@@ -35,6 +35,7 @@ class K4SimServer final : public QObject {
     K4Faults Faults;
   };
   explicit K4SimServer(const Options& options, QObject* parent = nullptr);
+  ~K4SimServer() override;
 
   /// False when a port is taken.
   [[nodiscard]] bool Start();

@@ -27,6 +27,7 @@ class Program {
   ~Program();
 
   [[nodiscard]] frmPan& Window() { return *window_; }
+  [[nodiscard]] const PanDisplay& Display() const { return display_; }
   [[nodiscard]] StageTimes& Times() { return *times_; }
   [[nodiscard]] std::vector<std::string> SourceNames() const { return devices_->Names(); }
   [[nodiscard]] bool HasDevices() const { return devices_->SoundInputCount() > 0; }
@@ -37,6 +38,8 @@ class Program {
   [[nodiscard]] bool Unattended() const { return user_.Unattended(); }
   /// The last Start ended without a run.
   [[nodiscard]] bool FailedToRun() const { return cycle_->StartFailed(); }
+  /// The simulated K4 of a demo; null in any other run.
+  [[nodiscard]] K4SimServer* SimulatedK4() const { return k4Sim_.get(); }
   /// Seconds since the first run began.
   [[nodiscard]] double RunSeconds() const;
 

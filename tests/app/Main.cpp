@@ -1,4 +1,5 @@
-// Widgets need an application with the program's own look; offscreen, where the environment names no platform.
+// Widgets need an application with the program's own look; offscreen, where the environment names no
+// platform.
 #include <gtest/gtest.h>
 
 #include <QApplication>

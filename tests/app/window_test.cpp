@@ -170,6 +170,73 @@ INSTANTIATE_TEST_SUITE_P(Sizes, WindowSize,
                          testing::Values(SizeCase{{727, 345}, 0.45}, SizeCase{{1280, 720}, 0.6},
                                          SizeCase{{1920, 1080}, 0.75}, SizeCase{{3840, 2160}, 0.75}));
 
+TEST_F(Window, ADemoK4IsShownWorkedAndFollowed) {
+  Reload({"spectrino", "--demo=k4d"});
+  K4Radio& radio = program_->SimulatedK4()->Radio();
+  Click("StartButton");
+  ASSERT_TRUE(LinesCome(5));
+  EXPECT_TRUE(Find<QWidget>("K4Panel")->isVisible());
+  const auto caption = [this](const char* name) { return Find(name)->text(); };
+  EXPECT_TRUE(
+      QTest::qWaitFor([&] { return caption("cmdAGCK4") == "AGC-F" && caption("cmdXFIL0") == "FIL2"; }, 3000));
+  EXPECT_EQ(Find<QLabel>("lblMode")->text(), "USB");
+
+  // The panel works the radio, and shows what the radio made of it.
+  Click("cmdATT");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return caption("cmdATT") == "ATT3"; }, 3000));
+  EXPECT_EQ(radio.Value("RA"), "03");
+  Click("chkSplt");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Find<QLabel>("lblSplit")->text() == "SPLIT +6.00k"; }, 3000));
+  EXPECT_EQ(radio.Value("FT"), "1");
+  Click("chkBSET");
+  Click("cmdNB");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return radio.Value("NB$") == "1"; }, 3000));
+  EXPECT_EQ(radio.Value("NB"), "0");
+  Find<QSlider>("sldVol1")->setValue(255);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return radio.Value("AG") == "060"; }, 3000));
+
+  // The front panel is followed: frequency, span, split.
+  radio.TurnVfoA(-4000);
+  EXPECT_TRUE(QTest::qWaitFor(
+      [&] { return Find<QLabel>("lblFreqA")->accessibleDescription() == "14.070.000"; }, 3000));
+  EXPECT_TRUE(radio.Answer("FT0", 0).empty());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !Find<QAbstractButton>("chkSplt")->isChecked(); }, 3000));
+  EXPECT_EQ(radio.Value("FT"), "0") << "what the radio told is not sent back";
+
+  // The picture stands where the radio's line does.
+  const PanDisplay& display = program_->Display();
+  EXPECT_TRUE(QTest::qWaitFor(
+      [&] { return std::abs(display.Geometry().FrequencyAt(display.PlotWidth() / 2) - 14.070) < 1e-6; },
+      3000));
+  Click("StopButton");
+  EXPECT_FALSE(Find<QWidget>("StopButton")->isVisible());
+}
+
+TEST_F(Window, AK4ThatIsNotThereAsksAndGivesUp) {
+  QFile file(folder_.filePath("spectrino/Spectrino.ini"));
+  QDir(folder_.path()).mkpath("spectrino");
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("[Setup]\nK4=1\nOptFreq=7\nK4TCP=127.0.0.1\nK4CATPORT=9\nK4PANPORT=9\nTCPTimeOut=250\n");
+  file.close();
+  Reload();
+  int asked = 0;
+  QTimer answer;
+  QObject::connect(&answer, &QTimer::timeout, &program_->Window(), [&] {
+    auto* dialog = program_->Window().findChild<QDialog*>("frmTCPConnect");
+    if (dialog == nullptr) return;
+    ++asked;
+    EXPECT_TRUE(
+        dialog->findChild<QLabel*>("lblConnect")->text().startsWith("Unable to connect 127.0.0.1 9 9"));
+    dialog->findChild<QLineEdit*>("txtIP3")->setText("100");
+    dialog->findChild<QPushButton*>(asked == 1 ? "cmdOK" : "cmdCancel")->click();
+  });
+  answer.start(100);
+  Click("StartButton");
+  EXPECT_EQ(asked, 2);
+  EXPECT_TRUE(Find("StartButton")->isVisible());
+  EXPECT_TRUE(SettingsText().contains("TCPTimeOut=250")) << "a time-out of 100 is limited";
+}
+
 }  // namespace
 }  // namespace spectrino
 

@@ -1,0 +1,80 @@
+// Whatever an Icom's line may carry, in pieces of any length: nothing crashes, no line is malformed, and the
+// next good frame is understood.
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <span>
+#include <string>
+
+#include "civ/CivLink.h"
+#include "platform/Clock.h"
+
+namespace {
+
+using namespace spectrino;
+
+class LoosePort final : public SerialPort {
+ public:
+  std::string Open(const std::string&) override { return {}; }
+  void Close() override {}
+  [[nodiscard]] bool IsOpen() const override { return true; }
+  void Write(std::span<const std::uint8_t>) override {}
+};
+
+class NoPanel final : public IcomPanelView {
+ public:
+  void SetAfSlider(int) override {}
+  void SetSquelchSlider(int) override {}
+  void SetRefLevelSlider(int) override {}
+  void SelectSpan(int) override {}
+  void SetSpanLabel(const std::string&) override {}
+  void ShowSpanList(bool) override {}
+  void SetFixedMode(bool) override {}
+};
+
+class NoUser final : public Notifier {
+ public:
+  void ShowMessage(std::string_view, std::string_view, Severity) override {}
+  void ShowStatus(std::string_view) override {}
+  void Log(LogArea, std::string_view) override {}
+};
+
+void Require(bool holds) {
+  if (!holds) std::abort();
+}
+
+}  // namespace
+
+// data: the length of the pieces, then what the radio sends.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  if (size == 0) return 0;
+  const std::size_t piece = data[0] + std::size_t{1};
+  std::span<const std::uint8_t> rest(data + 1, size - 1);
+
+  LoosePort port;
+  NoPanel panel;
+  NoUser user;
+  const SystemClock clock;
+  CivState state;
+  state.RadioAddress = "94";
+  state.ControllerAddress = "E0";
+  state.RadioId = "94";
+  state.ScopeMaxLevel = 160;
+  state.SpectrumPoints = state.ScopePoints = 475;
+  CivLink link(port, state, panel, clock, user);
+  while (!rest.empty()) {
+    const std::size_t length = std::min(piece, rest.size());
+    port.DataArrival(rest.first(length));
+    rest = rest.subspan(length);
+    const std::size_t points = state.ScopeLevels.empty() ? 0 : state.ScopeLevels.size() - 1;
+    Require(state.ScopeSerial == 0 ? points == 0 : points == 475 || points == 689);
+    Require(state.ScopeWaveHex.size() <= 30 + 2 * 689);
+    Require(!state.CivParserBusy && !state.ScopeWaveBusy);
+  }
+
+  constexpr std::uint8_t kFrequency[] = {0xFD, 0xFD, 0xFE, 0xFE, 0xE0, 0x94, 0x03,
+                                         0x00, 0x00, 0x23, 0x14, 0x00, 0xFD};
+  port.DataArrival(kFrequency);
+  Require(state.RadioFreqMHz == 14.23);
+  return 0;
+}

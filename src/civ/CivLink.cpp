@@ -1,0 +1,108 @@
+#include "civ/CivLink.h"
+
+#include <array>
+
+#include "civ/BusyGuard.h"
+#include "civ/CivParser.h"
+#include "civ/HexText.h"
+
+namespace spectrino {
+
+CivLink::CivLink(SerialPort& port, CivState& state, IcomPanelView& panel, const Clock& clock,
+                 Notifier& notifier)
+    : port_(port), state_(state), panel_(panel), clock_(clock), notifier_(notifier) {
+  port_.DataArrival = [this](std::span<const std::uint8_t> bytes) { TakeBytes(bytes); };
+  port_.Lost = [this](const std::string& reason) { HandleLost(reason); };
+}
+
+CivLink::~CivLink() {
+  port_.DataArrival = nullptr;
+  port_.Lost = nullptr;
+}
+
+std::string CivLink::Open(const std::string& path) {
+  unsent_.clear();
+  received_.Clear();
+  nextWrite_ = {};
+  return port_.Open(path);
+}
+
+void CivLink::Close() {
+  for (const Frame& frame : unsent_) {
+    if (frame.kind != Kind::Read) port_.Write(frame.bytes);
+  }
+  unsent_.clear();
+  ReceiveCiv();
+  port_.Close();
+}
+
+void CivLink::SendCiv(std::string_view command, std::string_view subCommand, std::string_view data) {
+  if (data == "?")
+    Queue(Kind::Read, command, subCommand, {});
+  else
+    Queue(Kind::Command, command, subCommand, data);
+}
+
+void CivLink::SendFrequency(std::string_view bcd) {
+  Queue(Kind::Frequency, "05", {}, bcd);
+}
+
+void CivLink::Queue(Kind kind, std::string_view command, std::string_view subCommand, std::string_view data) {
+  if (!port_.IsOpen()) return;
+  if (BusyGuard busy{state_.CivSendBusy}; busy) {
+    std::string text = "FEFE";
+    text.append(state_.RadioAddress).append(state_.ControllerAddress);
+    text.append(command).append(subCommand).append(data).append("FD");
+    Frame frame{kind, BytesFromHexText(text)};
+    // While a wheel turns, only its last frequency matters, and reads are worth their time behind it alone.
+    std::erase_if(unsent_, [&](const Frame& older) {
+      return older.kind == kind &&
+             (kind == Kind::Frequency || (kind == Kind::Read && older.bytes == frame.bytes));
+    });
+    unsent_.push_back(std::move(frame));
+  }
+  Pump();
+}
+
+void CivLink::Pump() {
+  const auto now = clock_.Now();
+  if (unsent_.empty() || now < nextWrite_) return;
+  const Frame frame = std::move(unsent_.front());
+  unsent_.pop_front();
+  nextWrite_ = now + kWritePace;
+  port_.Write(frame.bytes);
+}
+
+void CivLink::TakeBytes(std::span<const std::uint8_t> bytes) {
+  arrived_ = clock_.Now();
+  received_.Append(bytes);
+  ReceiveCiv();
+}
+
+void CivLink::ReceiveCiv() {
+  if (state_.ResizeInProgress) return;
+  BusyGuard busy{state_.CivParserBusy};
+  if (!busy) return;
+  while (received_.NextFrame(state_.RadioAddress, frame_)) {
+    const std::uint64_t serial = state_.ScopeSerial;
+    ParseCivFrame(frame_, state_, panel_);
+    if (state_.ScopeSerial != serial) lineArrived_ = arrived_;
+  }
+  if (received_.DropOverlong()) notifier_.Log(LogArea::Civ, "dropped 64 KiB without an end of message");
+}
+
+void CivLink::RequestIcomStatus() {
+  // Frequency, mode, AF level, squelch, centre or fixed, sweep speed, reference level.
+  constexpr std::array<std::array<std::string_view, 2>, 7> kRequests{
+      {{"03", ""}, {"04", ""}, {"14", "01"}, {"14", "03"}, {"27", "1400"}, {"27", "1A00"}, {"27", "1900"}}};
+  for (const auto& [command, subCommand] : kRequests) SendCiv(command, subCommand, "?");
+}
+
+void CivLink::HandleLost(const std::string& reason) {
+  unsent_.clear();
+  received_.Clear();
+  notifier_.ShowStatus(reason + ". Press Stop and Start when the radio is back.");
+  notifier_.Log(LogArea::Civ, reason);
+}
+
+}  // namespace spectrino

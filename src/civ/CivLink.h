@@ -1,0 +1,76 @@
+// CI-V frames out to a serial port and in from it.
+// Builds, queues and cuts frames; what replies mean is the parser's, what is sent and when its callers'.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "civ/CivRxBuffer.h"
+#include "civ/CivSender.h"
+#include "civ/CivState.h"
+#include "civ/IcomPanelView.h"
+#include "platform/Clock.h"
+#include "platform/Notifier.h"
+#include "platform/SerialPort.h"
+
+namespace spectrino {
+
+class CivLink final : public CivSender {
+ public:
+  /// The distance between two writes: radios lose frames that follow each other more closely.
+  static constexpr std::chrono::milliseconds kWritePace{10};
+
+  /// Takes the port's callbacks for itself until it ends.
+  CivLink(SerialPort& port, CivState& state, IcomPanelView& panel, const Clock& clock, Notifier& notifier);
+  ~CivLink() override;
+  CivLink(const CivLink&) = delete;
+  CivLink& operator=(const CivLink&) = delete;
+
+  /// Empty when the port is open now, otherwise the reason. Forgets what an earlier session left.
+  [[nodiscard]] std::string Open(const std::string& path);
+  /// Writes at once what has not left yet, reads excepted: nobody would hear the answers. Then closes.
+  void Close();
+  [[nodiscard]] bool IsOpen() const { return port_.IsOpen(); }
+
+  /// A frame that may leave does so before SendCiv returns; the others wait for Pump. A read request that
+  /// still waits moves behind the newer one.
+  void SendCiv(std::string_view command, std::string_view subCommand, std::string_view data) override;
+  void SendFrequency(std::string_view bcd) override;
+  void ReceiveCiv() override;
+  void RequestIcomStatus() override;
+
+  /// Writes the next frame if its time has come. Never waits: call it every few milliseconds.
+  void Pump();
+  [[nodiscard]] std::size_t Unsent() const { return unsent_.size(); }
+  /// When the last byte of the newest scope line came.
+  [[nodiscard]] std::chrono::steady_clock::time_point LineArrived() const { return lineArrived_; }
+
+ private:
+  enum class Kind { Command, Read, Frequency };
+  struct Frame {
+    Kind kind;
+    std::vector<std::uint8_t> bytes;
+  };
+
+  void Queue(Kind kind, std::string_view command, std::string_view subCommand, std::string_view data);
+  void TakeBytes(std::span<const std::uint8_t> bytes);
+  void HandleLost(const std::string& reason);
+
+  SerialPort& port_;
+  CivState& state_;
+  IcomPanelView& panel_;
+  const Clock& clock_;
+  Notifier& notifier_;
+  std::deque<Frame> unsent_;
+  std::chrono::steady_clock::time_point nextWrite_{};
+  CivRxBuffer received_;
+  std::string frame_;
+  std::chrono::steady_clock::time_point arrived_{};
+  std::chrono::steady_clock::time_point lineArrived_{};
+};
+
+}  // namespace spectrino

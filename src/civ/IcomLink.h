@@ -1,0 +1,64 @@
+// An Icom on a serial line: radio, source of spectrum and back-end of frequency and mode in one.
+// Handles no button: the panel sends through Sender().
+#pragma once
+
+#include <cstdint>
+
+#include "civ/CivLink.h"
+#include "platform/EventPump.h"
+#include "rig/RadioLink.h"
+#include "rig/RigBackend.h"
+#include "settings/SettingsStore.h"
+
+namespace spectrino {
+
+/// What the link is made of; all of it outlives the link.
+struct IcomParts {
+  SerialPort& Port;
+  CivState& State;
+  IcomPanelView& Panel;
+  SettingsStore& Store;
+  const Clock& Time;
+  EventPump& Pump;
+  Notifier& User;
+};
+
+class IcomLink final : public RadioLink, public SpectrumSource, public RigBackend {
+ public:
+  explicit IcomLink(const IcomParts& parts);
+
+  // RadioLink
+  /// False only where the set-up is wrong; the user has been told then. A port that cannot be opened is told
+  /// in the status text and the run goes on without lines, as it does after an unplugged one.
+  bool Open(RadioState& radio) override;
+  void Close(RadioState& radio) override;
+  [[nodiscard]] SpectrumSource& Source() override { return *this; }
+  [[nodiscard]] LevelScale Scale() const override { return {0, 160, 160, 20}; }
+  [[nodiscard]] std::array<double, 21> GridHz() const override { return parts_.State.ScopeGridHz; }
+
+  // SpectrumSource
+  PollResult Poll(const LineRequest& request, SpectrumLine& line) override;
+  [[nodiscard]] std::string Failure() const override { return {}; }
+
+  // RigBackend: the line is opened and closed with its spectrum.
+  bool Open() override { return link_.IsOpen(); }
+  void Close() override {}
+  void Refresh(RadioState& radio) override;
+
+  /// Keeps the scope's lines off the bus while the window is laid out anew, and parses nothing meanwhile.
+  void BeforeLayout();
+  void AfterLayout(bool windowMinimized);
+
+  [[nodiscard]] CivSender& Sender() { return link_; }
+  /// Sends what is due. Each pass of a run does so by itself, through Poll and Refresh.
+  void Pump() { link_.Pump(); }
+
+ private:
+  void DetectIcomModel();
+
+  IcomParts parts_;
+  CivLink link_;
+  std::uint64_t polledSerial_ = 0;
+};
+
+}  // namespace spectrino

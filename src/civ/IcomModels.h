@@ -1,0 +1,31 @@
+// What differs between the radios, and what their mode bytes mean.
+// Tables and look-ups only; whoever asks keeps the answer.
+#pragma once
+
+#include <string_view>
+
+namespace spectrino {
+
+struct IcomModel {
+  std::string_view Id;  ///< data byte of the 19 00 reply, two upper-case hex digits
+  std::string_view Name;
+  int ScopeMaxLevel = 0;   ///< amplitude byte at full scale
+  int SpectrumPoints = 0;  ///< points of one scope line
+};
+
+/// Null for a radio that is not known.
+[[nodiscard]] const IcomModel* FindIcomModel(std::string_view id);
+
+struct IcomMode {
+  int ModeByte = 0;  ///< as its hex text reads in decimal: byte 12h is twelve
+  int RadioModeIndex = 0;
+  int AmVariant = -1;  ///< -1: says nothing of it
+};
+
+/// Null for a mode byte that is not known.
+[[nodiscard]] const IcomMode* FindIcomMode(int modeByte);
+
+/// RadioModeIndex to the mode code that all radios share (state/RadioState.h); 0 when there is none.
+[[nodiscard]] int IcomModeCode(int modeIndex);
+
+}  // namespace spectrino
