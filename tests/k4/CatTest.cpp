@@ -79,7 +79,8 @@ const std::vector<ReplyCase>& Replies() {
       {"#FXT1;", HOLDS(s.FxtOn == 1), {"check 5 1"}},
       {"#FNL3 DX WIN  ;#FNLx;", HOLDS(s.FixedTuneNames[3] == "DX WIN")},
       {"PS1;PS;PS2;AI5;", HOLDS(s.Record.Text("PS") == "PS1;" && s.Record.Text("AI") == "AI5;")},
-      {"IF00014074000     +000000 0002000001 ;FR1;", HOLDS(s.Record.Text("IF").size() == 38 && s.Record.Text("IF")[30] == '1')},
+      {"IF00014074000     +000000 0002000001 ;FR1;",
+       HOLDS(s.Record.Text("IF").size() == 38 && s.Record.Text("IF")[30] == '1')},
       {"RA99999999999999;AN40000;", HOLDS(s.AttMain == 99 && s.Antenna == 4)},
       {"RO99999;RT123456;", HOLDS(s.RitOffsetHz == 0 && s.RitOn == 0)},
       {"XX123;ZZ;;;?;#;#Q;#QQQQQQ;\x01\x02\x03;", HOLDS(s.MainFreqMHz == 0)}};

@@ -7,7 +7,8 @@
 
 namespace spectrino {
 namespace {
-// As fast as the fastest radio sends: with less, each second line would wait longer than an eye forgives a knob.
+// As fast as the fastest radio sends: with less, each second line would wait longer than an eye forgives a
+// knob.
 constexpr int kRepaintMs = 20;
 constexpr int kResizeSettleMs = 40;
 }  // namespace
