@@ -8,13 +8,13 @@
 
 namespace spectrino {
 
-bool OpenManual(const std::string& chapter) {
+std::string OpenManual(const std::string& chapter) {
   const QString path =
       QDir(QCoreApplication::applicationDirPath()).filePath("../share/spectrino/manual.html");
-  if (!QFileInfo::exists(path)) return false;
+  if (!QFileInfo::exists(path)) return "File not found";
   QUrl url = QUrl::fromLocalFile(QDir::cleanPath(path));
   if (!chapter.empty()) url.setFragment(QString::fromStdString(chapter));
-  return QDesktopServices::openUrl(url);
+  return QDesktopServices::openUrl(url) ? "" : "No association for file extension";
 }
 
 }  // namespace spectrino

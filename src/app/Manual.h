@@ -7,6 +7,6 @@ namespace spectrino {
 
 /// chapter: an anchor of the manual; empty: its beginning. False when the manual is not there or nothing
 /// opens it.
-bool OpenManual(const std::string& chapter);
+std::string OpenManual(const std::string& chapter);
 
 }  // namespace spectrino

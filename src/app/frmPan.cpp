@@ -105,8 +105,8 @@ void frmPan::ConnectHeader() {
   connect(header_, &HeaderPanel::cmdFullScreen_Click, this, &frmPan::ToggleFullScreen);
   connect(header_, &HeaderPanel::cmdSetup_Click, this, &frmPan::cmdSetup_Click);
   connect(header_, &HeaderPanel::cmdHelp_Click, this, [this] {
-    if (!OpenManual({}))
-      parts_.User.ShowMessage("Spectrino", "No association for file extension", Severity::Exclamation);
+    if (const std::string problem = OpenManual({}); !problem.empty())
+      parts_.User.ShowMessage("Spectrino", problem, Severity::Exclamation);
   });
   connect(header_, &HeaderPanel::chkTop_Click, this, &frmPan::AlwaysOnTop);
 }

@@ -1,7 +1,6 @@
 // What the main window loads and saves: settings, geometry, the chosen source.
 #include <QGuiApplication>
 #include <QScreen>
-#include <tuple>
 
 #include "app/Manual.h"
 #include "app/frmPan.h"
@@ -79,17 +78,12 @@ void frmPan::cmdSetup_Click() {
       return false;
     };
   }
-  const auto storedSource = [this] {
-    PanSettings stored;
-    spectrino::LoadSettings(SetupSection(parts_.Store), parts_.Devices.SoundInputCount(), stored);
-    return std::tuple(stored.NDevice, stored.DeviceId, stored.Icom, stored.K4, stored.K4D);
-  };
   auto* dialog = new frmSetupPan(std::move(world), this);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   connect(dialog, &frmSetupPan::BridgeWanted, this, &frmPan::BridgeWanted);
   // The input of a demo or a recording stays for this run unless another source was chosen.
-  connect(dialog, &QDialog::finished, this, [this, storedSource, before = storedSource()] {
-    if (storedSource() != before) parts_.State.ForcedDeviceId.clear();
+  connect(dialog, &QDialog::finished, this, [this, dialog](int result) {
+    if (result == QDialog::Accepted && dialog->SourceChanged()) parts_.State.ForcedDeviceId.clear();
     LoadSettings();
   });
   // Not exec: the run goes on behind it, and closing the window closes it.

@@ -16,6 +16,9 @@ class SerialPorts {
   virtual ~SerialPorts() = default;
   /// Those with a lasting name first.
   [[nodiscard]] virtual std::vector<SerialPortEntry> List() const = 0;
+  /// Whether two paths lead to the same device now; one that leads nowhere equals only itself.
+  [[nodiscard]] virtual bool SameDevice(const std::string& one, const std::string& other) const = 0;
+  [[nodiscard]] virtual bool Exists(const std::string& path) const = 0;
 };
 
 }  // namespace spectrino

@@ -11,8 +11,8 @@ namespace spectrino {
   return std::clamp(offsetKHz, -20.0, 20.0);
 }
 
-[[nodiscard]] constexpr int LimitAutoSpanKHz(int spanKHz) {
-  return std::clamp(spanKHz, 6, 368);
+[[nodiscard]] constexpr double LimitAutoSpanKHz(double spanKHz) {
+  return std::clamp(spanKHz, 6.0, 368.0);
 }
 
 /// The second quick-split offset stands at least 1 kHz above the first.

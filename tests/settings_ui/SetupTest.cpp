@@ -29,8 +29,12 @@ class TwoPorts final : public SerialPorts {
  public:
   [[nodiscard]] std::vector<SerialPortEntry> List() const override {
     return {{"IC-7300 (03001) - ttyUSB1", "/dev/serial/by-id/usb-IC-7300"},
-            {"Adapter - ttyUSB0", "/dev/ttyUSB0"}};
+            {"Adapter - ttyUSB0", "/dev/serial/by-id/usb-adapter"}};
   }
+  [[nodiscard]] bool SameDevice(const std::string& one, const std::string& other) const override {
+    return one == other || (one == "/dev/serial/by-id/usb-adapter" && other == "/dev/ttyUSB0");
+  }
+  [[nodiscard]] bool Exists(const std::string& path) const override { return path.starts_with("/dev/pts"); }
 };
 
 class Setup : public testing::Test {
@@ -175,7 +179,7 @@ TEST_F(Setup, SavesAsTypedWithinTheLimits) {
                         {"txtOffset4", "-.5", "Offset4", "-.5"},
                         {"txtSpan0", "5", "AutoSpan0", "6"},
                         {"txtSpan1", "369", "AutoSpan1", "368"},
-                        {"txtSpan2", "+100", "AutoSpan2", "+100"},
+                        {"txtSpan2", "25.4", "AutoSpan2", "25.4"},
                         {"txtQSplit0", "120", "QSplit0", "98.9"},
                         {"txtQSplit1", "2", "QSplit1", "99.9"},
                         {"txtStep0", "1e9", "Step0", "1e9"},
@@ -341,6 +345,20 @@ TEST_F(Setup, DevicesComeAndGoWhileItIsOpen) {
   EXPECT_EQ(Stored("DeviceId") + Stored("Device"), "id-new1");
 }
 
+TEST_F(Setup, TwinsAndVanishedChoicesAreToldApart) {
+  inputs_ = {{"USB codec", "id-1"}, {"USB codec", "id-2"}};
+  Open("K4=1\nOptFreq=7\n");
+  Find<QComboBox>("DevicesBox")->setCurrentIndex(1);
+  dialog_->InitDevices();
+  EXPECT_EQ(Find<QComboBox>("DevicesBox")->currentIndex(), 1);
+  inputs_.clear();
+  dialog_->InitDevices();
+  EXPECT_EQ(Shown("DevicesBox"), "USB codec (missing)");
+  Click("cmdOK");
+  EXPECT_EQ(Stored("DeviceId") + Stored("K4") + Stored("OptFreq"), "id-200")
+      << "what was chosen, though it has gone";
+}
+
 TEST_F(Setup, ASerialPortKeepsItsNumberAndStandsForADevice) {
   Open("ICOM=1\nOptFreq=7\nPort=3\n");
   EXPECT_EQ(Shown("cboPortDevice"), "/dev/ttyUSB2 (not plugged in)");
@@ -351,7 +369,15 @@ TEST_F(Setup, ASerialPortKeepsItsNumberAndStandsForADevice) {
   Open();
   EXPECT_EQ(Shown("cboPortDevice"), "IC-7300 (03001) - ttyUSB1");
   Choose("cboPort", "1");
-  EXPECT_EQ(Shown("cboPortDevice"), "Adapter - ttyUSB0");
+  EXPECT_EQ(Shown("cboPortDevice"), "Adapter - ttyUSB0") << "the default path leads to it";
+  Choose("cboPortDevice", "IC-7300 (03001) - ttyUSB1");
+  Choose("cboPort", "2");
+  emit Find<setup::SourceList>("cboPortDevice")->AboutToShow();
+  Choose("cboPort", "1");
+  EXPECT_EQ(Shown("cboPortDevice"), "IC-7300 (03001) - ttyUSB1") << "a pick is kept until OK";
+  Click("cmdOK");
+  EXPECT_EQ(store_->GetSetting("Spectrino", "Ports", "1", ""), "/dev/serial/by-id/usb-IC-7300");
+  EXPECT_EQ(store_->GetSetting("Spectrino", "Ports", "2", "none"), "none");
 }
 
 TEST_F(Setup, ARunLocksWhatItCopiedAndSaysWhy) {

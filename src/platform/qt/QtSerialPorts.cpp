@@ -21,6 +21,16 @@ QString LastingPath(const QString& device) {
 
 }  // namespace
 
+bool QtSerialPorts::SameDevice(const std::string& one, const std::string& other) const {
+  const QString device = QFileInfo(QString::fromStdString(one)).canonicalFilePath();
+  return one == other ||
+         (!device.isEmpty() && device == QFileInfo(QString::fromStdString(other)).canonicalFilePath());
+}
+
+bool QtSerialPorts::Exists(const std::string& path) const {
+  return QFileInfo::exists(QString::fromStdString(path));
+}
+
 std::vector<SerialPortEntry> QtSerialPorts::List() const {
   std::vector<SerialPortEntry> lasting;
   std::vector<SerialPortEntry> others;

@@ -8,6 +8,8 @@ namespace spectrino {
 class QtSerialPorts final : public SerialPorts {
  public:
   [[nodiscard]] std::vector<SerialPortEntry> List() const override;
+  [[nodiscard]] bool SameDevice(const std::string& one, const std::string& other) const override;
+  [[nodiscard]] bool Exists(const std::string& path) const override;
 };
 
 }  // namespace spectrino

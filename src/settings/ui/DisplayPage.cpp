@@ -77,6 +77,8 @@ void DisplayPage::MakeColours() {
   grid->addWidget(chkBandMode, 4, 1);
   grid->addWidget(picColor, 0, 2, 5, 1, Qt::AlignTop);
   grid->setColumnStretch(1, 1);
+  setTabOrder(optDesign[1], chkFill);
+  setTabOrder(chkFill, chkSubD);
 }
 
 void DisplayPage::ShowColours(const ColourTable& colours) {

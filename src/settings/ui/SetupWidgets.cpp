@@ -34,7 +34,7 @@ QCheckBox* MakeCheck(const QString& name, const QString& caption, const QString&
 QRadioButton* MakeOption(const QString& name, const QString& caption, const QString& toolTip,
                          QWidget* parent) {
   auto* option = new QRadioButton(caption, parent);
-  Describe(option, name, toolTip.isEmpty() ? caption : toolTip);
+  Describe(option, name, toolTip.isEmpty() ? QString(caption).remove('&') : toolTip);
   return option;
 }
 

@@ -65,6 +65,12 @@ SoundPage::SoundPage(QWidget* parent) : QWidget(parent) {
   rows->addWidget(fraBits);
   rows->addWidget(fraIQ);
   rows->addStretch(1);
+  // As they stand, row by row.
+  setTabOrder(cboSampleRate, cboAPO);
+  setTabOrder(cboAPO, cboBits);
+  setTabOrder(chkZoom, chkModeFlip[0]);
+  setTabOrder(chkModeFlip[0], chkModeFlip[1]);
+  setTabOrder(chkModeFlip[1], chkFlip6);
   connect(cboBits, &QComboBox::currentIndexChanged, this, &SoundPage::ShowResolution);
   connect(cboSampleRate, &QComboBox::currentIndexChanged, this, &SoundPage::ShowResolution);
 }

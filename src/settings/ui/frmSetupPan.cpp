@@ -17,6 +17,7 @@ namespace spectrino {
 using namespace setup;
 
 namespace {
+constexpr std::size_t kRadioSources = 3;  // "ICOM", "K4", "K4D" end the list
 /// A page that scrolls where the screen is small.
 QScrollArea* Scrolling(QWidget* page) {
   auto* area = new QScrollArea;
@@ -124,8 +125,7 @@ void frmSetupPan::ListSourceFields() {
   for (std::size_t n = 0; n < 4; ++n) AddNumber(tuning_->txtCenter[n], key::kCenter[n]);
   for (std::size_t n = 0; n < 3; ++n) {
     const IntKey key = key::kAutoSpan[n];
-    Add(LimitedField(tuning_->txtSpan[n], key.Name, std::to_string(key.Default),
-                     [](double value) { return LimitAutoSpanKHz(RoundToInt32(value)); }));
+    Add(LimitedField(tuning_->txtSpan[n], key.Name, std::to_string(key.Default), LimitAutoSpanKHz));
   }
   Add(FlagField(source_->chkMinipan, key::kMinipan));
   Add(ListField(tuning_->cboSM, key::kOptSM));
@@ -188,8 +188,6 @@ void frmSetupPan::ListLinkFields() {
        [this](SetupBatch& batch) { PutQuickSplit(batch); }});
   Add({[](const SetupSection&) {},
        [this](SetupBatch& batch) {
-         if (missingDevice_ && source_->DevicesBox->currentIndex() == source_->DevicesBox->count() - 1)
-           return;
          batch.Put(key::kIcom, Source() == SourceKind::Icom)
              .Put(key::kK4, Source() == SourceKind::K4)
              .Put(key::kK4D, Source() == SourceKind::K4D);
@@ -221,35 +219,62 @@ void frmSetupPan::LoadControls() {
 }
 
 void frmSetupPan::InitDevices() {
+  RememberDevice();
+  inputs_ = world_.ListInputs ? world_.ListInputs() : std::vector<SetupDevice>{};
   SourceList* list = source_->DevicesBox;
   const QSignalBlocker silent(list);
-  const QString selected = list->currentText();
-  inputs_ = world_.ListInputs ? world_.ListInputs() : std::vector<SetupDevice>{};
   list->clear();
   for (const SetupDevice& input : inputs_) list->addItem(QString::fromStdString(input.Name));
   list->addItems({"ICOM", "K4", "K4D"});
-  const int again = list->findText(selected);
-  missingDevice_ = again < 0 && !selected.isEmpty();
-  if (missingDevice_) list->addItem(selected);
-  list->setCurrentIndex(missingDevice_ ? list->count() - 1 : again);
+  ShowDevice();
+}
+
+/// What is selected, by what will find it again in another list.
+void frmSetupPan::RememberDevice() {
+  const int index = source_->DevicesBox->currentIndex();
+  if (index < 0) return;
+  const auto input = static_cast<std::size_t>(index);
+  if (input < inputs_.size()) {
+    chosen_ = {.Kind = SourceKind::SoundCard, .Input = inputs_[input]};
+  } else if (input < inputs_.size() + kRadioSources) {
+    chosen_ = {.Kind = Source(), .Input = {}};
+  }
+}
+
+void frmSetupPan::ShowDevice() {
+  SourceList* list = source_->DevicesBox;
+  const auto same = [this](const SetupDevice& input) {
+    return chosen_.Input.StableId.empty() ? input.Name == chosen_.Input.Name
+                                          : input.StableId == chosen_.Input.StableId;
+  };
+  const auto at = std::find_if(inputs_.begin(), inputs_.end(), same);
+  const int radios = static_cast<int>(inputs_.size());
+  while (list->count() > radios + static_cast<int>(kRadioSources)) list->removeItem(list->count() - 1);
+  if (chosen_.Kind != SourceKind::SoundCard) {
+    list->setCurrentIndex(radios + static_cast<int>(chosen_.Kind) - static_cast<int>(SourceKind::Icom));
+  } else if (at != inputs_.end()) {
+    list->setCurrentIndex(static_cast<int>(at - inputs_.begin()));
+  } else {
+    list->addItem(tr("%1 (missing)").arg(QString::fromStdString(chosen_.Input.Name)));
+    list->setCurrentIndex(list->count() - 1);
+  }
 }
 
 void frmSetupPan::LoadDevice() {
-  SourceList* list = source_->DevicesBox;
   PanSettings stored;
   spectrino::LoadSettings(setup_, static_cast<int>(inputs_.size()), stored);
   std::vector<SoundDevice> inputs;
   for (const SetupDevice& input : inputs_) inputs.push_back({.Name = input.Name, .StableId = input.StableId});
-  const int radios = static_cast<int>(inputs_.size());
   if (stored.Icom || stored.K4 || stored.K4D) {
-    list->setCurrentIndex(radios + (stored.Icom ? 0 : stored.K4 ? 1 : 2));
-  } else if (const auto chosen = FindChosenInput(stored, inputs)) {
-    list->setCurrentIndex(static_cast<int>(*chosen));
+    chosen_.Kind = stored.Icom ? SourceKind::Icom : stored.K4 ? SourceKind::K4 : SourceKind::K4D;
+  } else if (const auto found = FindChosenInput(stored, inputs)) {
+    chosen_.Input = inputs_[*found];
   } else {
-    missingDevice_ = true;
-    list->addItem(tr("%1 (missing)").arg(QString::fromStdString(stored.NDevice)));
-    list->setCurrentIndex(list->count() - 1);
+    chosen_.Input = {stored.NDevice, stored.DeviceId};
   }
+  const QSignalBlocker silent(source_->DevicesBox);
+  source_->DevicesBox->setCurrentIndex(-1);
+  ShowDevice();
 }
 
 void frmSetupPan::LockForRun() {
@@ -263,17 +288,20 @@ void frmSetupPan::LockForRun() {
   }
   lblLocked_->setText(
       tr("A run is on: source, CAT control, sample rate and FFT bins are locked until Stop. "
-         "Addresses, window and I/Q choices act at the next Start."));
+         "Addresses, apodization and Reverse I/Q act at the next Start."));
   lblLocked_->show();
 }
 
 void frmSetupPan::PutDevice(SetupBatch& batch) {
+  // An input that is not there now stays the choice; its old index says nothing.
   const int index = source_->DevicesBox->currentIndex();
-  // An input that is not there now stays the choice.
-  if (index < 0 || (missingDevice_ && index == source_->DevicesBox->count() - 1)) return;
-  batch.Put(key::kDevice, index).Put(key::kNDevice, source_->DevicesBox->currentText().toStdString());
-  const auto input = static_cast<std::size_t>(index);
-  batch.Put(key::kDeviceId, input < inputs_.size() ? inputs_[input].StableId : "");
+  if (index < 0) return;
+  if (index < static_cast<int>(inputs_.size() + kRadioSources)) batch.Put(key::kDevice, index);
+  if (chosen_.Kind != SourceKind::SoundCard) {
+    batch.Put(key::kNDevice, source_->DevicesBox->currentText().toStdString()).Put(key::kDeviceId, "");
+  } else if (!chosen_.Input.Name.empty() || !chosen_.Input.StableId.empty()) {
+    batch.Put(key::kNDevice, chosen_.Input.Name).Put(key::kDeviceId, chosen_.Input.StableId);
+  }
 }
 
 void frmSetupPan::PutQuickSplit(SetupBatch& batch) {
@@ -286,15 +314,12 @@ void frmSetupPan::PutQuickSplit(SetupBatch& batch) {
 }
 
 void frmSetupPan::SaveControls() {
+  RememberDevice();
   SetupBatch batch(setup_);
   PutDevice(batch);
   for (const SetupField& field : fields_) field.Put(batch);
   batch.Save();
-  const int device = source_->cboPortDevice->currentIndex();
-  const auto chosen = static_cast<std::size_t>(device < 0 ? 0 : device);
-  const int port = source_->cboPort->currentIndex() + 1;
-  if (device >= 0 && chosen < ports_.size() && ports_[chosen].Path != SerialPath(world_.Store, port))
-    SaveSerialAlias(world_.Store, port, ports_[chosen].Path);
+  for (const auto& [port, path] : portPicks_) SaveSerialAlias(world_.Store, port, path);
 }
 
 void frmSetupPan::ListPorts() {
@@ -306,20 +331,30 @@ void frmSetupPan::ListPorts() {
   ShowPortDevice();
 }
 
-// The device of the chosen number; one that is not plugged in now is shown by its path.
+// The device of the chosen number: what was picked for it here, else what is stored. One that is none of the
+// listed ports is shown by its path.
 void frmSetupPan::ShowPortDevice() {
-  const std::string path = SerialPath(world_.Store, source_->cboPort->currentIndex() + 1);
-  const QSignalBlocker silent(source_->cboPortDevice);
-  while (source_->cboPortDevice->count() > static_cast<int>(ports_.size()))
-    source_->cboPortDevice->removeItem(source_->cboPortDevice->count() - 1);
+  const int port = source_->cboPort->currentIndex() + 1;
+  const auto picked = portPicks_.find(port);
+  const std::string path = picked != portPicks_.end() ? picked->second : SerialPath(world_.Store, port);
+  SourceList* list = source_->cboPortDevice;
+  const QSignalBlocker silent(list);
+  while (list->count() > static_cast<int>(ports_.size())) list->removeItem(list->count() - 1);
   for (std::size_t i = 0; i < ports_.size(); ++i) {
-    if (ports_[i].Path == path) {
-      source_->cboPortDevice->setCurrentIndex(static_cast<int>(i));
+    if (world_.Ports->SameDevice(ports_[i].Path, path)) {
+      list->setCurrentIndex(static_cast<int>(i));
       return;
     }
   }
-  source_->cboPortDevice->addItem(tr("%1 (not plugged in)").arg(QString::fromStdString(path)));
-  source_->cboPortDevice->setCurrentIndex(source_->cboPortDevice->count() - 1);
+  const QString shown = QString::fromStdString(path);
+  const bool there = world_.Ports != nullptr && world_.Ports->Exists(path);
+  list->addItem(there ? shown : tr("%1 (not plugged in)").arg(shown));
+  list->setCurrentIndex(list->count() - 1);
+}
+
+void frmSetupPan::PickPortDevice(int index) {
+  if (index < 0 || index >= static_cast<int>(ports_.size())) return;
+  portPicks_[source_->cboPort->currentIndex() + 1] = ports_[static_cast<std::size_t>(index)].Path;
 }
 
 void frmSetupPan::done(int result) {

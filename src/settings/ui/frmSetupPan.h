@@ -5,6 +5,7 @@
 #include <QDialog>
 #include <QTabWidget>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -31,8 +32,8 @@ struct SetupWorld {
       ListInputs{};  ///< the sound inputs there are now, in device order
   const SerialPorts* Ports = nullptr;
   bool Running = false;  ///< a run is on: what it copied at Start cannot be changed now
-  /// Opens a chapter of the manual; empty: its first page. False when no viewer could be started.
-  std::function<bool(const std::string& chapter)> OpenManual{};
+  /// Opens a chapter of the manual; empty: its first page. What went wrong, empty when nothing did.
+  std::function<std::string(const std::string& chapter)> OpenManual{};
   std::function<void(const QString& text)> ShowMessage{};  ///< titled "Spectrino"
   std::function<bool(const QString& text)> AskOkCancel{};
 };
@@ -44,6 +45,8 @@ class frmSetupPan final : public QDialog {
 
   /// Rebuilds the list of sources and keeps what was selected in it.
   void InitDevices();
+  /// Another source was chosen in the list.
+  [[nodiscard]] bool SourceChanged() const { return sourceChanged_; }
 
  signals:
   /// On every closing: whether the chosen CAT control needs the bridge.
@@ -66,6 +69,8 @@ class frmSetupPan final : public QDialog {
   void ConnectColours();
   void LoadControls();
   void LoadDevice();
+  void RememberDevice();
+  void ShowDevice();
   void LockForRun();
   void SaveControls();
   void PutDevice(SetupBatch& batch);
@@ -91,6 +96,7 @@ class frmSetupPan final : public QDialog {
   // Serial port names.
   void ListPorts();
   void ShowPortDevice();
+  void PickPortDevice(int index);
 
   SetupWorld world_;
   SetupSection setup_;
@@ -103,7 +109,13 @@ class frmSetupPan final : public QDialog {
   std::vector<SetupDevice> inputs_;
   std::vector<SerialPortEntry> ports_;
   std::vector<setup::SetupField> fields_;  ///< in the order in which they are written
-  bool missingDevice_ = false;             ///< the list ends with the stored input, which is not there now
+  /// What is chosen, whether it is there now or not.
+  struct {
+    SourceKind Kind = SourceKind::SoundCard;
+    SetupDevice Input{};
+  } chosen_;
+  bool sourceChanged_ = false;
+  std::map<int, std::string> portPicks_;  ///< devices picked here, by port number
   CatControl SetupCatControl_ = CatControl::HostIf;
   bool SetupLoading_ = true;
   ColourTable SetupColors_ = kColoursK4;

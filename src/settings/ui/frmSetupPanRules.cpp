@@ -29,6 +29,7 @@ void frmSetupPan::ConnectRules() {
     ComposeCat();
   });
   connect(source_->cboPort, &QComboBox::currentIndexChanged, this, &frmSetupPan::ShowPortDevice);
+  connect(source_->cboPortDevice, &QComboBox::currentIndexChanged, this, &frmSetupPan::PickPortDevice);
   connect(source_->cboPortDevice, &SourceList::AboutToShow, this, &frmSetupPan::ListPorts);
   for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{
            sound_->chkFlip6, display_->chkFill, display_->chkSubD, tuning_->chkMouse}) {
@@ -60,6 +61,7 @@ IcomData frmSetupPan::WaveformData() const {
 
 void frmSetupPan::DevicesBox_Click() {
   if (SetupLoading_) return;
+  sourceChanged_ = true;
   ComposeCat();
   ShowSourceLayout();
 }
@@ -215,8 +217,9 @@ void frmSetupPan::SetDefaultColours(const ColourTable& colours) {
 }
 
 void frmSetupPan::OpenChapter(const char* chapter) {
-  if (world_.OpenManual && !world_.OpenManual(chapter) && world_.ShowMessage)
-    world_.ShowMessage("No association for file extension");
+  if (!world_.OpenManual) return;
+  if (const std::string problem = world_.OpenManual(chapter); !problem.empty())
+    world_.ShowMessage(QString::fromStdString(problem));
 }
 
 }  // namespace spectrino
