@@ -19,7 +19,7 @@ struct IcomSimSetup {
   int BytesPerSecond = 11'520;  ///< 115200 baud
   bool Operator = false;        ///< somebody turns the knob slowly and changes the mode now and then
   std::uint64_t BandSeed = 1;
-  IcomSimFaults Faults;
+  IcomSimFaults Faults = {};
 };
 
 class IcomRadio {

@@ -20,7 +20,8 @@ bool Nth(int every, int count) {
 
 }  // namespace
 
-IcomSimLine::IcomSimLine(int bytesPerSecond) : byteTime_(std::chrono::seconds(1) / bytesPerSecond) {
+IcomSimLine::IcomSimLine(int bytesPerSecond)
+    : byteTime_(std::chrono::nanoseconds(std::chrono::seconds(1)) / bytesPerSecond) {
   assert(bytesPerSecond > 0);
 }
 
