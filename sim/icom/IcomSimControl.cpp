@@ -260,7 +260,8 @@ IcomSimControl::Answer IcomSimControl::VfoMode(SimByteView data) {
   if (data.size() == 1) return {true, {data[0], vfo.Mode, vfo.Data, vfo.Filter}};
   const std::uint8_t dataMode = data.size() > 2 ? data[2] : 0;
   const std::uint8_t filter = data.size() > 3 ? data[3] : 1;
-  if (data.size() > 4 || !HasMode(data[1]) || dataMode > 3 || filter < 1 || filter > 3) return {};
+  if (data.size() > 4 || !HasMode(data[1]) || dataMode > MostDataMode() || filter < 1 || filter > 3)
+    return {};
   vfo.Mode = data[1];
   vfo.Data = dataMode;
   vfo.Filter = filter;
@@ -271,7 +272,7 @@ IcomSimControl::Answer IcomSimControl::VfoMode(SimByteView data) {
 IcomSimControl::Answer IcomSimControl::DataMode(SimByteView data) {
   SimVfo& vfo = state_.Active();
   if (data.empty()) return {true, {vfo.Data, vfo.Data == 0 ? std::uint8_t{0} : vfo.Filter}};
-  if (data.size() != 2 || data[0] > (model_.Receivers == 2 ? 3 : 1) || data[1] > 3) return {};
+  if (data.size() != 2 || data[0] > MostDataMode() || data[1] > 3) return {};
   vfo.Data = data[0];
   if (data[1] != 0) vfo.Filter = data[1];
   return {true};

@@ -78,6 +78,7 @@ class IcomSimControl {
   [[nodiscard]] Answer ReadOrStore(const SettingRow& row, SimByteView data);
   [[nodiscard]] std::uint32_t ModelBit() const { return 1U << static_cast<unsigned>(model_.Kind); }
   [[nodiscard]] bool HasMode(std::uint8_t mode) const;
+  [[nodiscard]] int MostDataMode() const { return model_.Receivers == 2 ? 3 : 1; }
   [[nodiscard]] SimVfo ChannelContent(int channel) const;
 
   Answer SetFrequencyQuietly(SimByteView data);
