@@ -80,9 +80,8 @@ class IcomSimControl {
   [[nodiscard]] bool HasMode(std::uint8_t mode) const;
   [[nodiscard]] int MostDataMode() const { return model_.Receivers == 2 ? 3 : 1; }
   [[nodiscard]] SimVfo ChannelContent(int channel) const;
+  [[nodiscard]] SimHzRange EdgesOf(int range, int set) const;
 
-  Answer SetFrequencyQuietly(SimByteView data);
-  Answer SetModeQuietly(SimByteView data);
   Answer BandEdges(SimByteView data);
   Answer ReadFrequency(SimByteView data);
   Answer ReadMode(SimByteView data);
