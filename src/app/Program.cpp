@@ -5,12 +5,14 @@
 
 #include "run/SetupChecks.h"
 #include "settings/Keys.h"
+#include "settings/SerialAlias.h"
 #include "settings/SetupSection.h"
 
 namespace spectrino {
 namespace {
 
 constexpr std::uint32_t kDemoSeed = 7;
+constexpr int kIcomSimMs = 3;
 
 bool NobodyWatches(const CommandLine& line) {
   return line.QuitAfterSeconds.has_value() || QGuiApplication::platformName() == "offscreen";
@@ -36,9 +38,16 @@ Program::Program(const CommandLine& line)
   // A newcomer has chosen nothing yet: show what the program is about.
   session_.FirstRun = settingsFile_.Stamp(std::string(kOwnApplication)) == 0;
   if (line.Demo == DemoKind::K4 || line.Demo == DemoKind::K4D) StartK4Demo(line.Demo == DemoKind::K4D);
+  if (line.Demo == DemoKind::Icom) StartIcomDemo();
   k4_ = std::make_unique<K4Rig>(
       K4Rig::Parts{store_, user_, pump_, clock_, [this] { return cycle_->StopRequested(); }});
-  const RigRouter router({.K4 = &k4_->Link(), .K4Link = &k4_->Link()});
+  icom_ = std::make_unique<IcomRig>(store_, user_, pump_, clock_);
+  RigBackends backends;
+  backends.K4 = &k4_->Link();
+  backends.K4Link = &k4_->Link();
+  backends.Icom = &icom_->Link();
+  backends.IcomLink = &icom_->Link();
+  const RigRouter router(backends);
   cycle_ = std::make_unique<RunCycle>(
       session_, RunParts{*devices_, display_, store_, user_, pump_, clock_, *times_, router});
   window_ = std::make_unique<frmPan>(
@@ -91,6 +100,28 @@ void Program::StartK4Demo(bool isK4D) {
       .Put(key::kK4CatPort, k4Sim_->CatPort())
       .Put(key::kK4PanPort, k4Sim_->PanPort())
       .Save();
+}
+
+// The simulated radio sits behind a pseudo-terminal, opened as a real radio's port is.
+void Program::StartIcomDemo() {
+  icomSim_ = std::make_unique<IcomSimPort>(IcomSimSetup{}, "", std::chrono::steady_clock::now());
+  std::string reason;
+  if (!icomSim_->Open(reason)) {
+    user_.ShowMessage("Spectrino", "The simulated Icom found no terminal: " + reason, Severity::Critical);
+    return;
+  }
+  QObject::connect(&icomSimTimer_, &QTimer::timeout,
+                   [this] { icomSim_->Process(std::chrono::steady_clock::now()); });
+  icomSimTimer_.setTimerType(Qt::PreciseTimer);
+  icomSimTimer_.start(kIcomSimMs);
+  SetupSection setup(store_);
+  SetupBatch(setup)
+      .Put(key::kIcom, true)
+      .Put(key::kCatControl, static_cast<int>(CatControl::RadioDirect))
+      .Put(key::kPort, 1)
+      .Put(key::kIcAddress, "94")
+      .Save();
+  SaveSerialAlias(store_, 1, icomSim_->TerminalPath());
 }
 
 void Program::TellNoDevices() {

@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "app/CommandLine.h"
+#include "app/IcomRig.h"
 #include "app/K4Rig.h"
 #include "app/frmPan.h"
 #include "platform/posix/PosixSettingsFile.h"
@@ -17,6 +18,7 @@
 #include "platform/sound/PulseInput.h"
 #include "sim/DemoInput.h"
 #include "sim/IqFileInput.h"
+#include "sim/icom/IcomSimPort.h"
 #include "sim/k4/K4SimServer.h"
 
 namespace spectrino {
@@ -47,6 +49,7 @@ class Program {
   void LoadIqFiles(const QStringList& paths);
   void ChooseForThisRun(const CommandLine& line);
   void StartK4Demo(bool isK4D);
+  void StartIcomDemo();
 
   QTemporaryDir demoFolder_;
   SystemClock clock_;
@@ -65,6 +68,9 @@ class Program {
   PanDisplay display_;
   std::unique_ptr<K4SimServer> k4Sim_;
   std::unique_ptr<K4Rig> k4_;
+  std::unique_ptr<IcomSimPort> icomSim_;
+  QTimer icomSimTimer_;
+  std::unique_ptr<IcomRig> icom_;
   std::unique_ptr<RunCycle> cycle_;
   std::unique_ptr<frmPan> window_;
 };

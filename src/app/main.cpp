@@ -75,11 +75,6 @@ int main(int argc, char** argv) {
   }
   if (line->Help) return std::fputs(qPrintable(HelpText()), stdout) < 0 ? 1 : 0;
   if (line->Version) return std::puts("spectrino " SPECTRINO_VERSION) < 0 ? 1 : 0;
-  if (line->Demo == DemoKind::Icom) {
-    std::fprintf(stderr, "spectrino: this version has --demo=iq, --demo=k4 and --demo=k4d\n");
-    return kWrongOption;
-  }
-
   // The program's own options stay out of Qt's sight; Qt reads its environment variables.
   int qtArgc = 1;
   QApplication application(qtArgc, argv);
