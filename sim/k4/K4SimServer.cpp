@@ -16,7 +16,8 @@ K4SimServer::K4SimServer(const Options& options, QObject* parent)
   time_.start();
   radio_.Changed = [this](const std::string& reply) {
     for (Client& client : catClients_) {
-      if (client.Reports && client.Socket != asking_) Write(client, QByteArray::fromStdString(reply));
+      if (client.Reports == '5' || (client.Reports > '0' && client.Socket != asking_))
+        Write(client, QByteArray::fromStdString(reply));
     }
   };
   connect(&cat_, &QTcpServer::newConnection, this,
@@ -61,7 +62,7 @@ void K4SimServer::Accept(QTcpServer& server, QVector<Client>& clients,
       continue;
     }
     socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-    clients.push_back({socket, {}, false, {}});
+    clients.push_back({socket, {}, '0', {}});
     const auto of = [&clients, socket]() -> Client* {
       for (Client& client : clients) {
         if (client.Socket == socket) return &client;
@@ -93,9 +94,9 @@ void K4SimServer::CatArrived(Client& client) {
     client.Received.remove(0, end + 1);
     if (command.startsWith("AI")) {
       if (command.size() > 2)
-        client.Reports = command != "AI0";
+        client.Reports = command[2];
       else
-        Write(client, client.Reports ? "AI5;" : "AI0;");
+        Write(client, QByteArray("AI") + client.Reports + ";");
       continue;
     }
     if (command.isEmpty()) continue;

@@ -47,8 +47,8 @@ class K4SimServer final : public QObject {
   struct Client {
     QTcpSocket* Socket = nullptr;
     QByteArray Received;
-    bool Reports = false;  ///< asked for by AI
-    QByteArray Displays;   ///< letters that are switched on
+    char Reports = '0';   ///< asked for by AI: from 1 on of what others changed, 5 of everything
+    QByteArray Displays;  ///< letters that are switched on
   };
   static constexpr int kMostClients = 8;
 

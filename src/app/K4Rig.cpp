@@ -11,7 +11,7 @@ constexpr int kAskAgainMs = 500;
 }
 
 K4Rig::K4Rig(const Parts& parts)
-    : retry_([this] { return window_; }),
+    : retry_([this] { return window_; }, parts.Unattended),
       session_({.State = state_,
                 .WSCat = WSCat_,
                 .WSPan = WSPan_,
@@ -41,6 +41,8 @@ void K4Rig::Attach(K4Panel* panel, QWidget* window, std::function<void(bool)> al
                    [this](const QString& name, bool on) { Toggle(name, on); });
   QObject::connect(panel, &K4Panel::optK4Span_Click, window,
                    [this](int index) { commands_.optK4Span_Click(index); });
+  QObject::connect(panel, &K4Panel::cmdMode_Click, window,
+                   [this](int index) { commands_.cmdMode_Click(index); });
   QObject::connect(panel, &K4Panel::SliderMoved, window, [this](const QString& name, int value) {
     if (name == "sldNotch")
       commands_.sldNotch_Change(value);
@@ -56,7 +58,6 @@ void K4Rig::Attach(K4Panel* panel, QWidget* window, std::function<void(bool)> al
 }
 
 StatusArea K4Rig::Status() {
-  status_.Follow(state_);
   StatusArea area = status_.Area(state_);
   if (area.Shown && area.NeedsDualPanOff && (!sinceAsked_.isValid() || sinceAsked_.elapsed() > kAskAgainMs)) {
     sinceAsked_.start();

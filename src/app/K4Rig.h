@@ -25,6 +25,7 @@ class K4Rig final : private K4SessionView, private K4PanelView {
     EventPump& Pump;
     const Clock& Time;
     std::function<bool()> Abandoned;
+    bool Unattended = false;  ///< nobody can answer a dialog
   };
   explicit K4Rig(const Parts& parts);
 
@@ -34,6 +35,8 @@ class K4Rig final : private K4SessionView, private K4PanelView {
 
   [[nodiscard]] K4Link& Link() { return link_; }
   [[nodiscard]] const K4State& State() const { return state_; }
+  /// Takes new mini-pan lines into their history; once per pass.
+  void FollowStatus() { status_.Follow(state_); }
   /// The status area as it is now. Asks the radio again while its own dual panadapter stands in the way.
   [[nodiscard]] StatusArea Status();
 

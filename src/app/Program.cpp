@@ -39,8 +39,8 @@ Program::Program(const CommandLine& line)
   session_.FirstRun = settingsFile_.Stamp(std::string(kOwnApplication)) == 0;
   if (line.Demo == DemoKind::K4 || line.Demo == DemoKind::K4D) StartK4Demo(line.Demo == DemoKind::K4D);
   if (line.Demo == DemoKind::Icom) StartIcomDemo();
-  k4_ = std::make_unique<K4Rig>(
-      K4Rig::Parts{store_, user_, pump_, clock_, [this] { return cycle_->StopRequested(); }});
+  k4_ = std::make_unique<K4Rig>(K4Rig::Parts{
+      store_, user_, pump_, clock_, [this] { return cycle_->StopRequested(); }, NobodyWatches(line)});
   icom_ = std::make_unique<IcomRig>(store_, user_, pump_, clock_);
   RigBackends backends;
   backends.K4 = &k4_->Link();

@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QShortcut>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
 
 #include "app/Manual.h"
@@ -308,7 +309,7 @@ void frmPan::ShowOverlays() {
   const RadioState& radio = parts_.State.Radio;
   parts_.Display.SetInfoText(InfoText(parts_.State, parts_.Cycle));
   if (!parts_.Cycle.Running()) {
-    parts_.Display.SetStatus({}, 0);
+    parts_.Display.SetStatus({}, 0, 0);
     parts_.Display.SetMarkers({});
     return;
   }
@@ -329,11 +330,13 @@ void frmPan::ShowOverlays() {
                   .FilterColourIndex = static_cast<int>(ColourIndex::SubReceiver),
                   .Label = "B"};
   }
+  if (radio.K4Active) parts_.K4.FollowStatus();
   if (!radio.K4Active) {
-    parts_.Display.SetStatus({}, 0);
+    parts_.Display.SetStatus({}, 0, 0);
   } else if (!sinceStatus_.isValid() || sinceStatus_.elapsed() >= kStatusMs) {
     sinceStatus_.start();
-    parts_.Display.SetStatus(parts_.K4.Status(), radio.MainFreqMHz);
+    parts_.Display.SetStatus(parts_.K4.Status(), std::min(main.FreqMHz, main.PassbandLowMHz),
+                             std::max(main.FreqMHz, main.PassbandHighMHz));
   }
   parts_.Display.SetTransmitting(radio.Transmitting);
   parts_.Display.SetMarkers({markers.data(), hasSub ? 2U : 1U});

@@ -69,10 +69,11 @@ void PanDisplay::SetInfoText(std::string text) {
   allChanged_ = true;
 }
 
-void PanDisplay::SetStatus(StatusArea area, double tunedMHz) {
+void PanDisplay::SetStatus(StatusArea area, double lowMHz, double highMHz) {
   if (!area.Shown && !status_.Shown) return;
   status_ = std::move(area);
-  tunedMHz_ = tunedMHz;
+  tunedLowMHz_ = lowMHz;
+  tunedHighMHz_ = highMHz;
   statusChanged_ = statusStale_ = true;
 }
 
@@ -141,7 +142,7 @@ QRegion PanDisplay::Prepare() {
   QRegion changed = tracePainter_.TakeChanged();
   if (std::exchange(allChanged_, false)) return QRect(0, 0, layout_.Width, layout_.Height);
   if (std::exchange(statusChanged_, false)) {
-    changed += std::exchange(statusBox_, StatusBox(layout_, scale_.Geometry, tunedMHz_));
+    changed += std::exchange(statusBox_, StatusBox(layout_, scale_.Geometry, tunedLowMHz_, tunedHighMHz_));
     changed += statusBox_;
   }
   if (!lineAdded) return changed;
@@ -193,7 +194,10 @@ void PanDisplay::PaintOverlays(QPainter& painter) {
   const OverlayPen pen{painter, layout_, options_.Colours, texts_};
   std::vector<QRect> taken;
   taken.push_back(DrawInfo(pen, infoText_, textFont_));
-  if (status_.Shown) PaintStatus(painter);
+  if (status_.Shown) {
+    PaintStatus(painter);
+    DrawScaleEnds(pen, status_, labelFont_);
+  }
   DrawMarkers(pen, scale_.Geometry, markers_, flagFont_, taken);
   if (const auto column = HoverColumn()) DrawHover(pen, *column, TextUnderPointer(), textFont_);
   if (layout_.WaterfallHeight > 0) {
@@ -204,7 +208,7 @@ void PanDisplay::PaintOverlays(QPainter& painter) {
 
 /// The inset changes less often than the trace beneath it: it is kept as a picture.
 void PanDisplay::PaintStatus(QPainter& painter) {
-  const QRect box = StatusBox(layout_, scale_.Geometry, tunedMHz_);
+  const QRect box = StatusBox(layout_, scale_.Geometry, tunedLowMHz_, tunedHighMHz_);
   if (box.isEmpty()) return;
   if (std::exchange(statusStale_, false) || statusPicture_.size() != box.size()) {
     if (statusPicture_.size() != box.size())

@@ -45,8 +45,9 @@ class PanDisplay : public FrameSink {
   void SetOptions(const DisplayOptions& options);
   void SetMarkers(std::span<const PlotMarker> markers);
   void SetInfoText(std::string text);
-  /// The inset; one that is not Shown draws nothing. tunedMHz: the signal that it must not hide.
-  void SetStatus(StatusArea area, double tunedMHz);
+  /// The inset; one that is not Shown draws nothing. lowMHz, highMHz: the tuned signal, which it must not
+  /// hide.
+  void SetStatus(StatusArea area, double lowMHz, double highMHz);
   /// Pointer position in logical pixels; nothing while it is outside.
   void SetHover(std::optional<QPointF> logical);
   /// While set, new waterfall lines are half as bright.
@@ -100,7 +101,8 @@ class PanDisplay : public FrameSink {
   std::vector<PlotMarker> markers_;
   std::string infoText_;
   StatusArea status_;
-  double tunedMHz_ = 0;
+  double tunedLowMHz_ = 0;
+  double tunedHighMHz_ = 0;
   std::optional<QPointF> hover_;  ///< device pixels
   bool transmitting_ = false;
 

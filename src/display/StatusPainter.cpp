@@ -15,6 +15,7 @@ constexpr double kShareOfPlot = 0.44;
 constexpr double kWidestPx = 460;
 constexpr double kTallestPx = 190;
 constexpr double kLeastHeightPx = 40;
+constexpr double kLeastWidthPx = 120;
 constexpr double kLeastPanPx = 34;
 constexpr double kS9Share = 54.0 / 114;
 constexpr QRgb kAmber = 0xFFFFD08A;
@@ -130,14 +131,28 @@ void DrawMiniPan(const OverlayPen& pen, const QRect& box, const MiniPan& pan, co
 
 }  // namespace
 
-QRect StatusBox(const PlotLayout& layout, const FrameGeometry& geometry, double tunedMHz) {
-  const int width = std::min(layout.Px(kWidestPx), static_cast<int>(layout.PlotWidth * kShareOfPlot));
+QRect StatusBox(const PlotLayout& layout, const FrameGeometry& geometry, double lowMHz, double highMHz) {
   const int top = layout.TopMargin + layout.Px(20);
   const int height = std::min(layout.Px(kTallestPx), layout.PlotBottom() - top - layout.Px(20));
-  if (height < layout.Px(kLeastHeightPx)) return {};
-  const bool tunedLeft = geometry.Valid() && geometry.FrequencyToPixel(tunedMHz) < layout.PlotWidth / 2.0;
-  const int left = tunedLeft ? layout.PlotWidth - width - layout.Px(4) : layout.Px(4);
+  if (height < layout.Px(kLeastHeightPx) || !geometry.Valid()) return {};
+  const double plotWidth = layout.PlotWidth;
+  const double roomLeft = std::clamp(geometry.FrequencyToPixel(lowMHz), 0.0, plotWidth);
+  const double roomRight = plotWidth - std::clamp(geometry.FrequencyToPixel(highMHz), 0.0, plotWidth);
+  const int room = static_cast<int>(std::max(roomLeft, roomRight)) - layout.Px(8);
+  const int width = std::min({layout.Px(kWidestPx), static_cast<int>(plotWidth * kShareOfPlot), room});
+  if (width < layout.Px(kLeastWidthPx)) return {};
+  const int left = roomLeft >= roomRight ? layout.Px(4) : layout.PlotWidth - width - layout.Px(4);
   return {left, top, width, height};
+}
+
+void DrawScaleEnds(const OverlayPen& pen, const StatusArea& area, const QFont& font) {
+  pen.Painter.setFont(font);
+  pen.Painter.setPen(QColor(kQuiet));
+  const TextCache::Entry& left = pen.Texts.Get(area.ScaleLeft, font);
+  const int y = pen.Layout.PlotBottom() - left.Size.height() - pen.Layout.Px(1);
+  pen.Painter.drawStaticText(pen.Layout.Px(4), y, left.Text);
+  const TextCache::Entry& right = pen.Texts.Get(area.ScaleRight, font);
+  pen.Painter.drawStaticText(pen.Layout.PlotWidth - right.Size.width() - pen.Layout.Px(4), y, right.Text);
 }
 
 void DrawStatus(const OverlayPen& pen, const QRect& box, const StatusArea& area, const QFont& font) {
@@ -148,21 +163,28 @@ void DrawStatus(const OverlayPen& pen, const QRect& box, const StatusArea& area,
   pen.Painter.fillRect(box, veil);
   const int line = pen.Texts.Get("A", font).Size.height();
   int y = box.top() + pen.Layout.Px(1);
+  // What is always there comes first: it is never the one that finds no room.
   DrawWords(pen, box, y,
             {{area.Transmitting ? "TX" : "", kRed},
              {area.Test ? "TEST" : "", kRed},
+             {"VOX", area.VoxOn ? kAmber : kQuiet},
+             {area.Antenna, kBright},
              {area.Split, area.SplitOn ? kAmber : kQuiet},
              {area.SplitOffset, area.SplitOn ? kAmber : kQuiet},
-             {area.Receivers, kBright},
-             {area.Bset ? "BSET" : "", kAmber},
              {area.RitXit, kAmber},
-             {"VOX", area.VoxOn ? kAmber : kQuiet},
-             {area.Antenna, kBright}},
+             {area.Receivers, kBright},
+             {area.Bset ? "BSET" : "", kAmber}},
             font);
   DrawWords(pen, box, y += line,
-            {{"A", kBright}, {area.MainFilter, kAmber}, {area.MainLine, kBright}, {area.FilterText, kQuiet}},
+            {{"A", kBright},
+             {area.MainFreq, kBright},
+             {area.MainFilter, kAmber},
+             {area.FilterText, kQuiet},
+             {area.MainLine, kBright}},
             font);
-  DrawWords(pen, box, y += line, {{"B", kBright}, {area.SubFilter, kAmber}, {area.SubLine, kBright}}, font);
+  DrawWords(pen, box, y += line,
+            {{"B", kBright}, {area.SubFreq, kBright}, {area.SubFilter, kAmber}, {area.SubLine, kBright}},
+            font);
   y += line + pen.Layout.Px(3);
   if (area.NeedsDualPanOff) {
     DrawWords(pen, box, y, {{"Operation requires", kAmber}}, font);

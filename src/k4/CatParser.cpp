@@ -31,7 +31,11 @@ const CatRow* FindRow(std::string_view reply) {
   const std::size_t longest = reply.front() == '#' ? 5 : 2;
   const std::size_t shortest = reply.front() == '#' ? 3 : 2;
   for (std::size_t length = std::min(longest, reply.size()); length >= shortest; --length) {
-    if (const CatRow* row = FindCatRow(reply.substr(0, length))) return row;
+    const CatRow* row = FindCatRow(reply.substr(0, length));
+    if (row == nullptr) continue;
+    // "#SPN$" tells of the sub panadapter; it is not the main one's with an odd value.
+    const bool otherPan = reply.front() == '#' && length < reply.size() && reply[length] == '$';
+    return otherPan ? nullptr : row;
   }
   return nullptr;
 }

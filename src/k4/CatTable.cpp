@@ -231,7 +231,6 @@ void ApplyBN(const CatReply& reply, K4State& state, K4PanelView&) {
 void ApplyME(const CatReply& reply, K4State& state, K4PanelView& view) {
   const std::string_view menu = reply.From(3, 4);
   const std::string_view value = reply.From(11, 1);
-  if (value.empty()) return;
   if (menu == "0005") state.IsK4D = value == "1";
   if (menu == "0070") StoreInt<&K4State::K4MonitorKind, 11>(reply, state, view);
   if (menu == "0102") StoreChecked<&K4State::IirOn, K4Check::Iir, 11>(reply, state, view);

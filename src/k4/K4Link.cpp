@@ -13,8 +13,9 @@ constexpr double kSMeterZeroDb = 127;  // six units an S unit: 54 is S9
 // dial; in CW the pitch stands on the dial; AM and FM filters lie around it.
 double ShiftFromDialHz(int radioMode, int centreHz, int pitchHz) {
   switch (radioMode) {
-    case mode::kCw:
     case mode::kCwReverse:
+      return centreHz != 0 && pitchHz != 0 ? pitchHz - centreHz : 0;
+    case mode::kCw:
       return centreHz != 0 && pitchHz != 0 ? centreHz - pitchHz : 0;
     case mode::kAm:
     case mode::kFm:

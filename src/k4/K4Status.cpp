@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <span>
 
+#include "state/FrequencyText.h"
 #include "state/RadioState.h"
 #include "state/Val.h"
 
@@ -159,6 +160,8 @@ StatusArea K4Status::Area(const K4State& state) const {
                                 state.NbMain, state.RxAntMain, state.NotchAutoMain, state.NotchManualMain});
   area.SubLine = ReceiverLine({state.AgcSub, state.PreampSub, state.AttSub, state.ApfSub, state.NrSub,
                                state.NbSub, state.RxAntSub, state.NotchAutoSub, state.NotchManualSub});
+  area.MainFreq = FrequencyText(state.MainFreqMHz);
+  area.SubFreq = FrequencyText(state.SubFreqMHz);
   area.MainFilter = "FL" + std::to_string(state.FilterNo[kMainRx]);
   area.SubFilter = "FL" + std::to_string(state.FilterNo[kSubRx]);
   area.SplitOn = state.SplitOn == 1;

@@ -7,9 +7,11 @@ namespace spectrino {
 RigBackend* RigRouter::Backend(CatControl control, const RadioState& radio) const {
   switch (control) {
     case CatControl::HostIf:
+    case CatControl::IcomViaHost:
+      // A K4 that delivers the spectrum tells its own frequency.
+      return radio.K4Active ? backends_.K4 : backends_.Host;
     case CatControl::FixedLo:
     case CatControl::HostK3If:
-    case CatControl::IcomViaHost:
       return backends_.Host;
     case CatControl::BridgeIf:
     case CatControl::BridgeFixedLo:

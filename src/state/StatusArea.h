@@ -30,6 +30,8 @@ struct StatusArea {
   bool Shown = false;
   std::string MainLine;  ///< "AGC-S PRE1 NB ANT:TX"
   std::string SubLine;
+  std::string MainFreq;  ///< "14.074.000"
+  std::string SubFreq;
   std::string MainFilter;  ///< "FL2"
   std::string SubFilter;
   std::string Split;  ///< " SPLIT ON" or "SPLIT OFF"

@@ -6,6 +6,9 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
+#include <iterator>
+
+#include "state/RadioState.h"
 
 namespace spectrino {
 namespace {
@@ -47,6 +50,14 @@ constexpr Control kPresets[] = {{"optK4Span0", "Full", "Everything that the radi
                                 {"optK4Span1", "1:1", "The radio's span", true},
                                 {"optK4Span2", "1:1.5", "Two thirds of the radio's span", true}};
 
+struct ModeButton {
+  const char* Caption;
+  int Code;
+};
+constexpr ModeButton kModes[] = {{"lsb", mode::kLsb},         {"usb", mode::kUsb}, {"cw", mode::kCw},
+                                 {"cwr", mode::kCwReverse},   {"fm", mode::kFm},   {"am", mode::kAm},
+                                 {"dtr", mode::kDataReverse}, {"dt", mode::kData}};
+
 }  // namespace
 
 K4Panel::K4Panel(QWidget* parent) : QWidget(parent) {
@@ -59,6 +70,22 @@ K4Panel::K4Panel(QWidget* parent) : QWidget(parent) {
   for (QHBoxLayout* row : {upper, lower}) {
     row->setSpacing(3);
     rows->addLayout(row);
+  }
+  auto* modes = new QHBoxLayout;
+  modes->setSpacing(3);
+  rows->insertLayout(0, modes);
+  for (int i = 0; i < static_cast<int>(std::size(kModes)); ++i) {
+    auto* button = new QPushButton(kModes[i].Caption, this);
+    button->setObjectName(QString("cmdMode%1").arg(i));
+    button->setAccessibleName(tr("Mode %1").arg(QString(kModes[i].Caption).toUpper()));
+    button->setCheckable(true);
+    button->setMinimumWidth(8);
+    connect(button, &QAbstractButton::clicked, this, [this, button, i](bool on) {
+      button->setChecked(!on);
+      emit cmdMode_Click(i);
+    });
+    cmdMode_[static_cast<std::size_t>(i)] = button;
+    modes->addWidget(button, 1);
   }
   for (const Control& control : kUpper)
     upper->addWidget(AddButton(control.Name, control.Caption, control.ToolTip, control.Check), 1);
@@ -125,7 +152,7 @@ QSlider* K4Panel::AddSlider(const char* name, int maximum, const QString& toolTi
   const QString id = name;
   connect(slider, &QSlider::valueChanged, this, [this, id, rest](int value) {
     emit SliderMoved(id, value);
-    rest->start();
+    if (!fromRadio_) rest->start();
   });
   const auto commit = [this, id, slider, rest] {
     rest->stop();
@@ -148,6 +175,8 @@ void K4Panel::SetActive(const char* name, bool active, const QString& caption) {
 void K4Panel::Show(const K4State& state) {
   const bool sub = state.RxSuffix == "$";
   const auto of = [sub](int main, int other) { return sub ? other : main; };
+  const int radioMode = of(state.RadioMode, state.SubRadioMode);
+  for (std::size_t i = 0; i < cmdMode_.size(); ++i) cmdMode_[i]->setChecked(kModes[i].Code == radioMode);
   const int agc = of(state.AgcMain, state.AgcSub);
   SetActive("cmdAGCK4", agc != 0, agc == 1 ? "AGC-S" : agc == 2 ? "AGC-F" : "AGC");
   const int preamp = of(state.PreampMain, state.PreampSub);
@@ -171,14 +200,22 @@ bool K4Panel::IsChecked(const QString& name) const {
 }
 
 void K4Panel::SetVolume(int index, int value) {
-  (index == 1 ? sldVol1_ : sldVol2_)->setValue(value);
+  MoveFromRadio(index == 1 ? sldVol1_ : sldVol2_, value);
 }
+
+// What the radio told needs no reading back.
+void K4Panel::MoveFromRadio(QSlider* slider, int value) {
+  fromRadio_ = true;
+  slider->setValue(value);
+  fromRadio_ = false;
+}
+
 void K4Panel::SetVolumeToolTip(const QString& text) {
   sldVol2_->setToolTip(text);
   sldVol2_->setAccessibleName(text);
 }
 void K4Panel::SetNotch(int value) {
-  sldNotch_->setValue(value);
+  MoveFromRadio(sldNotch_, value);
 }
 void K4Panel::SetNotchToolTip(const QString& text) {
   sldNotch_->setToolTip(text);

@@ -38,6 +38,7 @@ class K4Panel final : public QWidget {
   /// A check box by its control name, clicked or written: "chkSplt" ...
   void Toggled(const QString& name, bool on);
   void optK4Span_Click(int index);
+  void cmdMode_Click(int index);
   /// "sldVol1", "sldVol2" or "sldNotch", at every step.
   void SliderMoved(const QString& name, int value);
   /// The same when the hand let go, or has rested for 150 ms.
@@ -46,10 +47,13 @@ class K4Panel final : public QWidget {
  private:
   QAbstractButton* AddButton(const char* name, const char* caption, const char* toolTip, bool check);
   QSlider* AddSlider(const char* name, int maximum, const QString& toolTip);
+  void MoveFromRadio(QSlider* slider, int value);
   void SetActive(const char* name, bool active, const QString& caption = {});
 
   QHash<QString, QAbstractButton*> buttons_;
   std::array<QAbstractButton*, 3> optK4Span_{};
+  std::array<QAbstractButton*, 8> cmdMode_{};
+  bool fromRadio_ = false;
   QSlider* sldVol1_;
   QSlider* sldVol2_;
   QSlider* sldNotch_;

@@ -58,6 +58,7 @@ K4ConnectTexts frmTCPConnect::Texts() const {
 }
 
 std::optional<K4ConnectTexts> K4RetryWindow::Ask(const std::string& message, const K4ConnectTexts& shown) {
+  if (unattended_) return std::nullopt;
   // The window may be closed while the dialog is open, and takes the dialog with it.
   const QPointer<frmTCPConnect> dialog = new frmTCPConnect(QString::fromStdString(message), shown, parent_());
   const int answer = dialog->exec();

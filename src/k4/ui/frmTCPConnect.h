@@ -24,12 +24,15 @@ class frmTCPConnect final : public QDialog {
 /// Asks with the dialog over the window that parent() names.
 class K4RetryWindow final : public K4RetryDialog {
  public:
-  explicit K4RetryWindow(std::function<QWidget*()> parent) : parent_(std::move(parent)) {}
+  /// unattended: nobody is there to answer, which is an answer.
+  K4RetryWindow(std::function<QWidget*()> parent, bool unattended)
+      : parent_(std::move(parent)), unattended_(unattended) {}
   [[nodiscard]] std::optional<K4ConnectTexts> Ask(const std::string& message,
                                                   const K4ConnectTexts& shown) override;
 
  private:
   std::function<QWidget*()> parent_;
+  bool unattended_;
 };
 
 }  // namespace spectrino
