@@ -1,12 +1,11 @@
 #include "k4/K4Commands.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <string>
+#include <iterator>
 
 #include "settings/Keys.h"
 #include "settings/SetupSection.h"
@@ -30,18 +29,6 @@ std::string Digits(int value, int width) {
   return text;
 }
 
-/// Buttons that ask the radio to step a function on, and then for its new state.
-struct StepButton {
-  std::string_view Control;
-  std::string_view Mnemonic;
-};
-constexpr std::array kStepButtons = std::to_array<StepButton>({{"cmdAGCK4", "GT"},
-                                                               {"cmdAPF", "AP"},
-                                                               {"cmdNB", "NB"},
-                                                               {"cmdNR", "NR"},
-                                                               {"cmdNotch0", "NM"},
-                                                               {"cmdNotch1", "NA"}});
-
 }  // namespace
 
 void SetK4Frequency(K4Sender& sender, double freqMHz, int vfo) {
@@ -53,40 +40,46 @@ void SetK4Frequency(K4Sender& sender, double freqMHz, int vfo) {
 }
 
 void K4Commands::Click(std::string_view control) {
-  const auto step = std::ranges::find(kStepButtons, control, &StepButton::Control);
-  if (step != kStepButtons.end()) {
-    Step(step->Mnemonic);
-  } else if (control == "cmdANT") {
-    sender_.SendK4("AN/");
-    sender_.SendK4("AN;");
-  } else if (control == "cmdPRE") {
-    cmdPRE_Click();
-  } else if (control == "cmdATT") {
-    cmdATT_Click();
-  } else if (control == "cmdAREF") {
-    sender_.SendK4("#AR1;");
-  } else if (control == "cmdAsB") {
-    sender_.SendK4("AB2;");
-  } else if (control == "Command4") {
-    sender_.SendK4("AB0;");
-  } else if (control == "cmdXFIL0" || control == "cmdXFIL1") {
-    cmdXFIL_Click(control.back() - '0');
-  } else if (control == "cmdSpan0" || control == "cmdSpan1") {
-    cmdSpan_Click(control.back() - '0');
-  } else if (control == "cmdAutoSpan") {
-    cmdAutoSpan_Click();
-  } else if (control == "cmdQuick") {
-    cmdQuick_Click();
-  }
+  struct Button {
+    std::string_view Control;
+    void (*Press)(K4Commands& panel);
+  };
+  static constexpr Button kButtons[] = {
+      {"cmdAGCK4", [](K4Commands& panel) { panel.Step("GT"); }},
+      {"cmdNB", [](K4Commands& panel) { panel.Step("NB"); }},
+      {"cmdNR", [](K4Commands& panel) { panel.Step("NR"); }},
+      {"cmdAPF", [](K4Commands& panel) { panel.StepUnlessParsing("AP"); }},
+      {"cmdNotch0", [](K4Commands& panel) { panel.StepUnlessParsing("NM"); }},
+      {"cmdNotch1", [](K4Commands& panel) { panel.StepUnlessParsing("NA"); }},
+      {"cmdANT", [](K4Commands& panel) { panel.cmdANT_Click(); }},
+      {"cmdPRE", [](K4Commands& panel) { panel.cmdPRE_Click(); }},
+      {"cmdATT", [](K4Commands& panel) { panel.cmdATT_Click(); }},
+      {"cmdAREF", [](K4Commands& panel) { panel.sender_.SendK4("#AR1;"); }},
+      {"cmdAsB", [](K4Commands& panel) { panel.sender_.SendK4("AB2;"); }},
+      {"Command4", [](K4Commands& panel) { panel.sender_.SendK4("AB0;"); }},
+      {"cmdXFIL0", [](K4Commands& panel) { panel.cmdXFIL_Click(kMainRx); }},
+      {"cmdXFIL1", [](K4Commands& panel) { panel.cmdXFIL_Click(kSubRx); }},
+      {"cmdSpan0", [](K4Commands& panel) { panel.cmdSpan_Click(0); }},
+      {"cmdSpan1", [](K4Commands& panel) { panel.cmdSpan_Click(1); }},
+      {"cmdAutoSpan", [](K4Commands& panel) { panel.cmdAutoSpan_Click(); }},
+      {"cmdQuick", [](K4Commands& panel) { panel.cmdQuick_Click(); }}};
+  const auto* button = std::ranges::find(kButtons, control, &Button::Control);
+  if (button != std::end(kButtons)) button->Press(*this);
 }
 
-void K4Commands::Step(std::string_view mnemonic) {
-  const std::string name(mnemonic);
-  const bool guarded = name == "AP" || name == "NM" || name == "NA";
-  if (guarded && state_.K4ParserBusy) return;
-  sender_.SendK4(name + state_.RxSuffix + "/");
-  sender_.SendK4(name + ";");
-  sender_.SendK4(name + "$;");
+void K4Commands::Step(const std::string& mnemonic) {
+  sender_.SendK4(mnemonic + state_.RxSuffix + "/");
+  sender_.SendK4(mnemonic + ";");
+  sender_.SendK4(mnemonic + "$;");
+}
+
+void K4Commands::StepUnlessParsing(const std::string& mnemonic) {
+  if (!state_.K4ParserBusy) Step(mnemonic);
+}
+
+void K4Commands::cmdANT_Click() {
+  sender_.SendK4("AN/");
+  sender_.SendK4("AN;");
 }
 
 void K4Commands::cmdPRE_Click() {

@@ -2,6 +2,7 @@
 // back through the parser.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "k4/K4PanelView.h"
@@ -52,7 +53,10 @@ class K4Commands {
   [[nodiscard]] bool SubTicked() const { return subTicked_; }
 
  private:
-  void Step(std::string_view mnemonic);
+  /// Asks the radio to step a function on, and then for its state on both receivers.
+  void Step(const std::string& mnemonic);
+  void StepUnlessParsing(const std::string& mnemonic);
+  void cmdANT_Click();
   void cmdPRE_Click();
   void cmdATT_Click();
   void SendSpan(int spanHz, bool thenCentre);

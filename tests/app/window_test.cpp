@@ -212,29 +212,37 @@ TEST_F(Window, ADemoK4IsShownWorkedAndFollowed) {
   EXPECT_FALSE(Find<QWidget>("StopButton")->isVisible());
 }
 
-TEST_F(Window, AK4ThatIsNotThereAsksAndGivesUp) {
-  QFile file(folder_.filePath("spectrino/Spectrino.ini"));
+TEST_F(Window, AK4ThatIsNotThereIsToldAndNobodyIsAskedWhenNobodyIsThere) {
   QDir(folder_.path()).mkpath("spectrino");
+  QFile file(folder_.filePath("spectrino/Spectrino.ini"));
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   file.write("[Setup]\nK4=1\nOptFreq=7\nK4TCP=127.0.0.1\nK4CATPORT=9\nK4PANPORT=9\nTCPTimeOut=250\n");
   file.close();
   Reload();
-  int asked = 0;
-  QTimer answer;
-  QObject::connect(&answer, &QTimer::timeout, &program_->Window(), [&] {
-    auto* dialog = program_->Window().findChild<QDialog*>("frmTCPConnect");
-    if (dialog == nullptr) return;
-    ++asked;
-    EXPECT_TRUE(
-        dialog->findChild<QLabel*>("lblConnect")->text().startsWith("Unable to connect 127.0.0.1 9 9"));
-    dialog->findChild<QLineEdit*>("txtIP3")->setText("100");
-    dialog->findChild<QPushButton*>(asked == 1 ? "cmdOK" : "cmdCancel")->click();
-  });
-  answer.start(100);
+  testing::internal::CaptureStderr();
   Click("StartButton");
-  EXPECT_EQ(asked, 2);
+  EXPECT_NE(
+      testing::internal::GetCapturedStderr().find("TCP ERROR - HOST = 127.0.0.1 PORTPAN = 9 PORTCAT = 9"),
+      std::string::npos);
   EXPECT_TRUE(Find("StartButton")->isVisible());
-  EXPECT_TRUE(SettingsText().contains("TCPTimeOut=250")) << "a time-out of 100 is limited";
+  EXPECT_TRUE(program_->FailedToRun());
+}
+
+TEST_F(Window, TheConnectionDialogReturnsWhatWasTyped) {
+  K4RetryWindow window([this] { return &program_->Window(); }, false);
+  const auto answer = [this](const char* button) {
+    QTimer::singleShot(50, &program_->Window(), [this, button] {
+      auto* dialog = program_->Window().findChild<QDialog*>("frmTCPConnect");
+      ASSERT_NE(dialog, nullptr);
+      EXPECT_EQ(dialog->findChild<QLabel*>("lblConnect")->text(), "Unable to connect");
+      dialog->findChild<QLineEdit*>("txtIP3")->setText("100");
+      dialog->findChild<QPushButton*>(button)->click();
+    });
+  };
+  answer("cmdOK");
+  EXPECT_EQ(window.Ask("Unable to connect", {"k4", "1", "2", "3"}), (K4ConnectTexts{"k4", "1", "2", "100"}));
+  answer("cmdCancel");
+  EXPECT_EQ(window.Ask("Unable to connect", {}), std::nullopt);
 }
 
 }  // namespace

@@ -64,6 +64,10 @@ class RecordingSender final : public K4Sender {
 /// The commands on a table; checks that the parser writes reach their handlers, as the widgets' do.
 struct PanelBench {
   explicit PanelBench(K4State& state) : State(state), Sender(state) {
+    Pump.Meanwhile = [this] {
+      Sender.Sent.push_back(std::to_string((Pump.Waited - waited_).count()) + "ms");
+      waited_ = Pump.Waited;
+    };
     Panel.Checked = [this](K4Check check, bool on) {
       void (K4Commands::*const handlers[])(bool) = {&K4Commands::chkSplt_Click, &K4Commands::chkBSET_Click,
                                                     &K4Commands::chkSub_Click,  &K4Commands::chkDIV_Click,
@@ -80,6 +84,17 @@ struct PanelBench {
   SettingsStore Store{File, User};
   ScriptedPump Pump;
   K4Commands Commands{State, Sender, Panel, Store, Pump};
+
+  /// What went out since the last call, in order: commands, lines behind "pan ", pauses as "200ms".
+  [[nodiscard]] std::string Log() {
+    std::string log;
+    for (const std::string& entry : Sender.Sent) log += (log.empty() ? "" : " ") + entry;
+    Sender.Sent.clear();
+    return log;
+  }
+
+ private:
+  std::chrono::milliseconds waited_{};
 };
 
 }  // namespace spectrino
