@@ -159,6 +159,14 @@ bool K4Radio::Act(std::string_view command) {
   return command.starts_with("AB") || command == "FC" || command.starts_with("#AR") || command == "RX";
 }
 
+/// Each mode comes with a filter of its own: in CW around the pitch.
+void K4Radio::FitFilter(bool sub) {
+  const int modeCode = Number(sub ? "MD$" : "MD");
+  const bool narrow = modeCode == 3 || modeCode == 7;
+  Set(sub ? "IS$" : "IS", narrow ? " 0060" : " 0150");
+  Set(sub ? "BW$" : "BW", narrow ? "0050" : "0270");
+}
+
 std::string K4Radio::Answer(std::string_view command, double seconds) {
   if (std::string fixed = AnswerFixed(command, seconds); !fixed.empty()) return fixed;
   if (Act(command)) return {};
@@ -181,6 +189,7 @@ std::string K4Radio::Answer(std::string_view command, double seconds) {
   while (whole.size() < present.size() && parameter->Name != "IS") whole.insert(0, "0");
   if (!AllowedIn(whole, present)) return "?;";
   Set(parameter->Name, whole);
+  if (parameter->Name == "MD" || parameter->Name == "MD$") FitFilter(parameter->Name == "MD$");
   return {};
 }
 

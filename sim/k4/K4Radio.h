@@ -38,6 +38,7 @@ class K4Radio {
   [[nodiscard]] std::string InformationReply() const;
   [[nodiscard]] std::string Meter(bool sub, double seconds) const;
   bool Act(std::string_view command);
+  void FitFilter(bool sub);
   void SelectBand(std::string_view digits);
 
   std::map<std::string, std::string, std::less<>> values_;

@@ -17,6 +17,7 @@ constexpr double kTallestPx = 190;
 constexpr double kLeastHeightPx = 40;
 constexpr double kLeastWidthPx = 120;
 constexpr double kLeastPanPx = 34;
+constexpr double kLabelledPanPx = 84;
 constexpr double kS9Share = 54.0 / 114;
 constexpr QRgb kAmber = 0xFFFFD08A;
 constexpr QRgb kRed = 0xFFFF6A5A;
@@ -55,14 +56,21 @@ std::vector<float> Columns(const std::vector<float>& levels, int columns) {
   return strongest;
 }
 
-void DrawMeter(const OverlayPen& pen, const QRect& bar, double share) {
+/// The bar, its nine ticks up to S9, one every six units, and their names where there is room below.
+void DrawMeter(const OverlayPen& pen, const QRect& bar, double share, const QFont* labelFont) {
   pen.Painter.fillRect(bar, QColor(0x1d, 0x23, 0x2b));
   pen.Painter.fillRect(QRectF(bar.left(), bar.top(), bar.width() * share, bar.height()),
                        QColor(0x00, 0xc8, 0xc8));
-  // Nine ticks, one every six units, up to S9.
+  constexpr const char* kNames[] = {"S1", "", "3", "", "5", "", "7", "", "9"};
   for (int tick = 1; tick <= 9; ++tick) {
     const double x = bar.left() + bar.width() * kS9Share * tick / 9;
     pen.Painter.fillRect(QRectF(x, bar.bottom() - pen.Layout.Px(2), 1, pen.Layout.Px(3)), QColor(kQuiet));
+    const char* name = kNames[tick - 1];
+    if (labelFont == nullptr || *name == 0) continue;
+    const TextCache::Entry& text = pen.Texts.Get(name, *labelFont);
+    pen.Painter.setPen(QColor(kQuiet));
+    pen.Painter.drawStaticText(static_cast<int>(x) - text.Size.width() / 2, bar.bottom() + pen.Layout.Px(1),
+                               text.Text);
   }
 }
 
@@ -103,10 +111,12 @@ void DrawMiniPan(const OverlayPen& pen, const QRect& box, const MiniPan& pan, co
   const QRect meter(box.left() + pen.Layout.Px(14), box.top() + pen.Layout.Px(2),
                     box.width() - pen.Layout.Px(18), pen.Layout.Px(5));
   DrawWords(pen, box, box.top() - pen.Layout.Px(3), {{pan.Label, kBright}}, font);
-  DrawMeter(pen, meter, pan.SMeterShare);
+  const bool labelled = box.height() >= pen.Layout.Px(kLabelledPanPx);
+  DrawMeter(pen, meter, pan.SMeterShare, labelled ? &font : nullptr);
+  const int meterHeight = pen.Layout.Px(labelled ? 8 : 11) + (labelled ? textHeight : 0);
   const int historyHeight = std::min(MiniPan::kHistory * std::max(1, pen.Layout.Px(1)), box.height() / 3);
-  QRect trace = box.adjusted(0, pen.Layout.Px(11), 0, -textHeight - historyHeight);
-  if (trace.height() < 8) trace = box.adjusted(0, pen.Layout.Px(11), 0, 0);
+  QRect trace = box.adjusted(0, meterHeight, 0, -textHeight - historyHeight);
+  if (trace.height() < 8) trace = box.adjusted(0, meterHeight, 0, 0);
   pen.Painter.fillRect(trace, QColor(0, 0, 0, 90));
   const double span = pan.HighMHz - pan.LowMHz;
   const auto at = [&](double mhz) {
