@@ -75,6 +75,7 @@ class RigctlTest(unittest.TestCase):
             self.assertEqual((radio.status, radio.left), (0, False))
 
 
+@unittest.skipUnless(has_terminals(), "no pseudo-terminals here: /dev/pts is not mounted")
 class TerminalTest(unittest.TestCase):
     def test_next_client_starts_afresh(self):
         with Simulator() as radio:
