@@ -2,9 +2,9 @@
 
 #include <array>
 
-#include "civ/BusyGuard.h"
 #include "civ/CivParser.h"
 #include "civ/HexText.h"
+#include "state/BusyGuard.h"
 
 namespace spectrino {
 

@@ -5,8 +5,8 @@
 #include <cmath>
 #include <optional>
 
-#include "civ/BusyGuard.h"
 #include "civ/HexText.h"
+#include "state/BusyGuard.h"
 #include "state/Val.h"
 
 namespace spectrino {

@@ -1,30 +1,13 @@
 #include "k4/CatParser.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
-#include <optional>
 #include <string_view>
 
 #include "k4/CatTable.h"
+#include "state/BusyGuard.h"
 
 namespace spectrino {
 namespace {
-
-class BusyGuard {
- public:
-  explicit BusyGuard(bool& flag) : flag_(flag), entered_(!flag) { flag_ = true; }
-  ~BusyGuard() {
-    if (entered_) flag_ = false;
-  }
-  BusyGuard(const BusyGuard&) = delete;
-  BusyGuard& operator=(const BusyGuard&) = delete;
-  explicit operator bool() const { return entered_; }
-
- private:
-  bool& flag_;
-  bool entered_;
-};
 
 /// Longest name first: "#NBL" before "#NB".
 const CatRow* FindRow(std::string_view reply) {
