@@ -167,6 +167,8 @@ void frmPan::ShowRunState() {
   header_->ShowRunning(running, parts_.Cycle.Starting());
   if (running && !passTimer_.isActive()) passTimer_.start(0);
   if (!running && !shownWarning_.empty()) scope_->ShowStatus({});
+  // Said while it was looked for; the picture is for the band now. A radio's own news stay.
+  if (running && !RadioSourceActive(parts_.State.Radio)) scope_->ShowStatus({});
   shownWarning_.clear();
   ShowWarning();
   ShowStrip();

@@ -110,6 +110,7 @@ void IcomLink::Refresh(RadioState& radio) {
   link_.Pump();
   radio.MainFreqMHz = parts_.State.RadioFreqMHz;
   radio.SplitOn = 0;
+  radio.ScopeRefLevelDb = parts_.State.ScopeRefLevel;
   radio.RadioMode = IcomModeCode(parts_.State.RadioModeIndex);
 }
 

@@ -71,6 +71,8 @@ void PanDisplay::SetInfoText(std::string text) {
 
 void PanDisplay::SetStatus(StatusArea area, double lowMHz, double highMHz) {
   if (!area.Shown && !status_.Shown) return;
+  // The span's texts stand outside the inset.
+  if (area.Shown != status_.Shown || area.ScaleLeft != status_.ScaleLeft) allChanged_ = true;
   status_ = std::move(area);
   tunedLowMHz_ = lowMHz;
   tunedHighMHz_ = highMHz;

@@ -117,8 +117,10 @@ void RunCycle::UpdateMeter() {
   const auto level = StrongestLevel(line_, dialMHz + passband.LowHz / 1e6, dialMHz + passband.HighHz / 1e6);
   readings_.SMeterKnown = level.has_value();
   if (!level) return;
-  readings_.SMeterDbm = *level;
-  readings_.SMeterHeldDbm = hold_.Update(*level, session_.Settings.SMeterHoldSeconds, parts_.Time.Now());
+  readings_.SMeterDbm =
+      session_.Radio.IcomActive ? IcomScopeDbm(*level, session_.Radio.ScopeRefLevelDb) : *level;
+  readings_.SMeterHeldDbm =
+      hold_.Update(readings_.SMeterDbm, session_.Settings.SMeterHoldSeconds, parts_.Time.Now());
 }
 
 void RunCycle::RefreshRadio() {

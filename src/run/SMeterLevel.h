@@ -10,6 +10,11 @@
 
 namespace spectrino {
 
+/// What a level of an Icom's scope, 0..160, is at the antenna, about: the scope tells heights, not powers.
+[[nodiscard]] constexpr float IcomScopeDbm(float level, double referenceDb) {
+  return static_cast<float>(-133 + level / 2 - referenceDb);
+}
+
 /// The strongest level of a line between two frequencies; nothing when none of its points lies there.
 [[nodiscard]] std::optional<float> StrongestLevel(const SpectrumLine& line, double lowMHz, double highMHz);
 

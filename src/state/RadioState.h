@@ -31,8 +31,9 @@ struct RadioState {
   double SubShiftHz = 0;
   int PitchHz = 600;  ///< CW pitch
   bool Transmitting = false;
-  bool SMeterTold = false;  ///< the radio tells its own S-meter
-  double SMeterDbm = 0;     ///< its reading, S9 at -73, without the user's correction
+  double ScopeRefLevelDb = 0;  ///< of an Icom's scope
+  bool SMeterTold = false;     ///< the radio tells its own S-meter
+  double SMeterDbm = 0;        ///< its reading, S9 at -73, without the user's correction
 
   bool K4Active = false;  ///< the K4 is the spectrum source of this run
   bool K4Connected = false;

@@ -170,6 +170,24 @@ INSTANTIATE_TEST_SUITE_P(Sizes, WindowSize,
                          testing::Values(SizeCase{{727, 345}, 0.45}, SizeCase{{1280, 720}, 0.6},
                                          SizeCase{{1920, 1080}, 0.75}, SizeCase{{3840, 2160}, 0.75}));
 
+TEST_F(Window, WhatWasSaidWhileStartingGoesWhenTheBandIsThere) {
+  Click("StartButton");
+  ASSERT_TRUE(LinesCome(1));
+  EXPECT_FALSE(Find<QLabel>("lblStatus")->isVisible()) << qPrintable(Find<QLabel>("lblStatus")->text());
+}
+
+TEST_F(Window, ADemoIcomIsShownWithItsFrequencyAndAReadingThatCanBe) {
+  Reload({"spectrino", "--demo=icom"});
+  Click("StartButton");
+  ASSERT_TRUE(LinesCome(5));
+  EXPECT_EQ(Find<QLabel>("lblFreqA")->accessibleDescription(), "14.074.000");
+  EXPECT_EQ(Find<QLabel>("lblMode")->text(), "USB");
+  EXPECT_EQ(program_->Display().Geometry().LastPoint, 475);
+  const QString reading = Find<QLabel>("lblSMeter")->text();
+  EXPECT_FALSE(reading.isEmpty());
+  EXPECT_LE(QString(reading).remove('+').toDouble(), 60) << qPrintable(reading);
+}
+
 TEST_F(Window, ADemoK4IsShownWorkedAndFollowed) {
   Reload({"spectrino", "--demo=k4d"});
   K4Radio& radio = program_->SimulatedK4()->Radio();

@@ -184,9 +184,18 @@ TEST(PanDisplayTest, PaintingOnlyWhatChangedGivesTheWholePicture) {
     bench.Line.Levels[static_cast<std::size_t>(100 * frame + 20)] = -30;
     bench.Display.SetHover(frame > 20 ? std::optional(QPointF(300, 100)) : std::nullopt);
     if (frame == 30) bench.Display.SetInfoText("Span 48 kHz");
+    if (frame >= 32) {
+      StatusArea status;
+      status.Shown = frame < 39;
+      status.MainLine = "AGC-S " + std::to_string(frame);
+      status.ScaleLeft = status.ScaleRight = frame < 36 ? "-3kHz" : "-25kHz";
+      bench.Display.SetStatus(status, 14.08, 14.083);
+    }
     bench.Show();
     const QRegion changed = bench.Display.Prepare();
-    EXPECT_EQ(changed.contains(QPoint(790, 8)), frame == 0 || frame == 21 || frame == 30) << frame;
+    EXPECT_EQ(changed.contains(QPoint(790, 8)),
+              frame == 0 || frame == 21 || frame == 30 || frame == 32 || frame == 36 || frame == 39)
+        << frame;
     {
       window.paintEngine()->setSystemClip(changed.translated(place.topLeft()));
       QPainter painter(&window);

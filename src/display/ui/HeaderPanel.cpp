@@ -9,6 +9,7 @@ namespace spectrino {
 namespace {
 
 constexpr int kSmallWidth = 900;
+constexpr int kLeastDevicesWidth = 100;  // gives way before anything else does
 constexpr int kMeterHeight = 28;
 
 QPushButton* MakeButton(const char* name, const QString& text, const QString& toolTip, QWidget* parent) {
@@ -41,7 +42,8 @@ HeaderPanel::HeaderPanel(QWidget* parent) : QWidget(parent) {
   devicesBox_->setToolTip(tr("Device selection"));
   devicesBox_->setAccessibleName(tr("Device selection"));
   devicesBox_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  devicesBox_->setMinimumContentsLength(6);
+  devicesBox_->setMinimumContentsLength(22);
+  devicesBox_->setMinimumWidth(kLeastDevicesWidth);
   lblA_ = MakeLabel("lblA", "tag", {}, this);
   lblA_->setText("A");
   lblFreqA_ = MakeLabel("lblFreqA", "frequency", tr("Frequency of VFO A"), this);
@@ -160,7 +162,6 @@ void HeaderPanel::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   const bool small = event->size().width() < kSmallWidth;
   bar_->setFixedWidth(small ? 96 : 190);
-  devicesBox_->setFixedWidth(small ? 108 : 230);
   lblA_->setVisible(!small);
   ShowSubFrequency(lblFreqB_->text());
 }
