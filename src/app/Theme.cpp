@@ -35,6 +35,8 @@ QCheckBox:focus, QRadioButton:focus, QTabBar::tab:focus { color: #7cc4ee; }
 QCheckBox::indicator:unchecked, QRadioButton::indicator:unchecked {
   width: 11px; height: 11px; border: 1px solid #6b7886; background: #1a2027; border-radius: 2px; }
 QRadioButton::indicator:unchecked { border-radius: 6px; }
+QRadioButton::indicator:checked {
+  width: 11px; height: 11px; border: 1px solid #7cc4ee; background: #2a7fae; border-radius: 6px; }
 QLabel#lblLocked { background: #3a2a12; border: 1px solid #b4781a; border-radius: 3px; color: #ffd08a; padding: 3px 6px; }
 QLabel[role="caption"] { color: #8d9aa9; font-size: 9px; }
 QLabel[role="tag"] { color: #8d9aa9; font-size: 10px; }
