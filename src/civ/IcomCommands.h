@@ -1,0 +1,66 @@
+// What each of the Icom panel's controls sends to the radio.
+// Holds no widget and opens no port; replies are the parser's, the scan is ScanCommands'.
+#pragma once
+
+#include <optional>
+
+#include "civ/CivSender.h"
+#include "civ/CivState.h"
+#include "platform/EventPump.h"
+
+namespace spectrino {
+
+/// Command numbers and layouts: the radios' CI-V reference guides. No reply is waited for: what a radio does
+/// not know it rejects, and nothing happens. Indices outside their range are ignored.
+class IcomCommands {
+ public:
+  IcomCommands(CivState& state, CivSender& sender, EventPump& pump)
+      : state_(state), sender_(sender), pump_(pump) {}
+
+  // What tuning, band and mode buttons use as well.
+
+  /// Sets the frequency, then reads everything back. 0 and less, which is no frequency, sends nothing.
+  void SetIcomFrequency(double freqMHz);
+  /// modeIndex: 0 LSB, 1 USB, 2 CW, 3 AM, 4 FM, 5 RTTY, 6 synchronous AM, 7 wide FM, 8 DV. reverse: CW-R and
+  /// RTTY-R. filterNo: 1..3, or 0 to leave the filter to the radio.
+  void SetIcomMode(int modeIndex, bool reverse, int filterNo);
+  /// level: limited to 0..255. Returns what was sent.
+  int SetIcomAfLevel(int level);
+  int SetIcomSquelch(int level);
+  /// The scope's reference level, limited to the -20..20 dB that radios have, and the request to read it
+  /// back.
+  void SetIcomRefLevel(double dB);
+  /// entry: 0..9 of cboSpan, half spans from 2.5 kHz to 2.5 MHz.
+  void SetIcomSpan(int entry);
+
+  // The controls. Those that the parser moves do nothing while it does.
+
+  /// index: 0 preamplifier, 1 noise blanker, 2 noise reduction, 3 automatic notch, 4 attenuator, 5 IP+.
+  void chkFunc_Click(int index, bool checked);
+  /// Memory mode, or VFO mode.
+  void chkMEM_Click(bool checked);
+  /// The next of fast, middle, slow. A radio does not report it, so AgcSetting is what was sent last.
+  void cmdAGC_Click();
+  /// Filter index + 1 in the mode that the radio is in. Waits 25 ms for the radio; a click meanwhile replaces
+  /// the filter on its way.
+  void cmdFil_Click(int index);
+  void cmdSpeed_Click();
+  /// One third of the scope's span up (0, 2) or down (1, 3) from the display's centre, in centre mode.
+  /// For the CAT controls that reach the Icom; the caller knows which is in use.
+  void cmdUpDn_Click(int index, double centreMHz);
+  void cboSpan_Click(int entry);
+  void sldVol_Change(int value);
+  void sldSQL_Change(int value);
+  /// value: -40..40 half decibels.
+  void sldRFLevel_Change(int value);
+  /// Fixed mode, or centre mode.
+  void chkFIX_Click(bool checked);
+
+ private:
+  CivState& state_;
+  CivSender& sender_;
+  EventPump& pump_;
+  std::optional<int> awaitedFilter_;  ///< 1..3 while cmdFil_Click waits
+};
+
+}  // namespace spectrino

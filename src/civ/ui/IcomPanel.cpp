@@ -1,0 +1,127 @@
+#include "civ/ui/IcomPanel.h"
+
+namespace spectrino {
+namespace {
+
+struct Control {
+  const char* Caption;
+  const char* ToolTip;
+};
+constexpr Control kFunctions[] = {{"pre", "Preamplifier"},   {"nb", "Noise blanker"},
+                                  {"nr", "Noise reduction"}, {"anf", "Automatic notch filter"},
+                                  {"att", "Attenuator"},     {"ip+", "IP plus: wider dynamic range"}};
+constexpr const char* kSpans[] = {"2.5", "5 ", "10", "25", "50", "100", "250", "500", "1000", "2500"};
+
+/// Moves a slider for the parser.
+void Follow(QSlider* slider, int value) {
+  if (!slider->isSliderDown()) slider->setValue(value);
+}
+
+}  // namespace
+
+IcomPanel::IcomPanel(QWidget* parent) : QWidget(parent), row_(new QHBoxLayout(this)) {
+  setObjectName("IcomPanel");
+  row_->setContentsMargins(6, 2, 6, 4);
+  row_->setSpacing(3);
+  for (int i = 0; i < 6; ++i) {
+    const Control& control = kFunctions[i];
+    auto* box = AddButton(QString("chkFunc%1").arg(i), control.Caption, tr(control.ToolTip), true);
+    connect(box, &QPushButton::toggled, this, [this, i](bool on) { emit chkFunc_Click(i, on); });
+  }
+  auto* chkMEM = AddButton("chkMEM", "m/v", tr("Memory mode, or VFO mode"), true);
+  connect(chkMEM, &QPushButton::toggled, this, &IcomPanel::chkMEM_Click);
+  chkScan_ = AddButton("chkScan", "scn", tr("Scan"), true);
+  connect(chkScan_, &QPushButton::toggled, this, &IcomPanel::chkScan_Click);
+  auto* cmdAGC = AddButton("cmdAGC", "agc", tr("AGC fast, middle, slow"));
+  connect(cmdAGC, &QPushButton::clicked, this, &IcomPanel::cmdAGC_Click);
+  for (int i = 0; i < 3; ++i) {
+    auto* filter =
+        AddButton(QString("cmdFil%1").arg(i), QString("F%1").arg(i + 1), tr("Filter %1").arg(i + 1));
+    connect(filter, &QPushButton::clicked, this, [this, i] { emit cmdFil_Click(i); });
+  }
+  // In the order in which the frequency moves on the scale.
+  for (const int i : {1, 0}) {
+    auto* step = AddButton(QString("cmdUpDn%1").arg(i), i == 0 ? ">>" : "<<",
+                           i == 0 ? tr("Move Freq Up 100kHz") : tr("Move Freq Dn 100kHz"));
+    connect(step, &QPushButton::clicked, this, [this, i] { emit cmdUpDn_Click(i); });
+  }
+  AddSpan();
+  auto* cmdSpeed = AddButton("cmdSpeed", "SPD", tr("SWEEP +/-"));
+  connect(cmdSpeed, &QPushButton::clicked, this, &IcomPanel::cmdSpeed_Click);
+  sldVol_ = AddSlider("sldVol0", "AF", tr("AF gain"), 0, 255);
+  connect(sldVol_, &QSlider::valueChanged, this, &IcomPanel::sldVol_Change);
+  sldSQL_ = AddSlider("sldSQL", "SQL", tr("Squelch"), 0, 255);
+  connect(sldSQL_, &QSlider::valueChanged, this, &IcomPanel::sldSQL_Change);
+  sldRFLevel_ = AddSlider("sldRFLevel", "REF", tr("Reference level of the scope"), -40, 40);
+  connect(sldRFLevel_, &QSlider::valueChanged, this, &IcomPanel::sldRFLevel_Change);
+}
+
+void IcomPanel::AddSpan() {
+  chkFIX_ = AddButton("chkFIX", "F.X", tr("Scope in fixed mode"), true);
+  // Clicked, not toggled: the scope's lines write this box many times a second.
+  connect(chkFIX_, &QPushButton::clicked, this, &IcomPanel::chkFIX_Click);
+  cboSpan_ = new QComboBox(this);
+  cboSpan_->setObjectName("cboSpan");
+  for (const char* span : kSpans) cboSpan_->addItem(span);
+  cboSpan_->setToolTip(tr("Half span of the scope, kHz"));
+  cboSpan_->setAccessibleName(cboSpan_->toolTip());
+  connect(cboSpan_, &QComboBox::activated, this, &IcomPanel::cboSpan_Click);
+  lblSpan_ = new QLabel(this);
+  lblSpan_->setObjectName("lblSpan");
+  lblSpan_->setToolTip(tr("Half span of the fixed scope"));
+  lblSpan_->hide();
+  row_->addWidget(cboSpan_);
+  row_->addWidget(lblSpan_);
+}
+
+QPushButton* IcomPanel::AddButton(const QString& name, const QString& caption, const QString& toolTip,
+                                  bool check) {
+  auto* button = new QPushButton(caption, this);
+  button->setObjectName(name);
+  button->setToolTip(toolTip);
+  button->setAccessibleName(toolTip);
+  button->setMinimumWidth(8);
+  button->setCheckable(check);
+  row_->addWidget(button, 1);
+  return button;
+}
+
+QSlider* IcomPanel::AddSlider(const QString& name, const QString& caption, const QString& toolTip, int low,
+                              int high) {
+  auto* label = new QLabel(caption, this);
+  label->setProperty("role", "caption");
+  row_->addWidget(label);
+  auto* slider = new QSlider(Qt::Horizontal, this);
+  slider->setObjectName(name);
+  slider->setRange(low, high);
+  slider->setMinimumWidth(30);
+  slider->setToolTip(toolTip);
+  slider->setAccessibleName(toolTip);
+  row_->addWidget(slider, 2);
+  return slider;
+}
+
+void IcomPanel::SetAfSlider(int value) {
+  Follow(sldVol_, value);
+}
+void IcomPanel::SetSquelchSlider(int value) {
+  Follow(sldSQL_, value);
+}
+void IcomPanel::SetRefLevelSlider(int value) {
+  Follow(sldRFLevel_, value);
+}
+void IcomPanel::SelectSpan(int entry) {
+  cboSpan_->setCurrentIndex(entry);
+}
+void IcomPanel::SetSpanLabel(const std::string& text) {
+  lblSpan_->setText(QString::fromStdString(text));
+}
+void IcomPanel::ShowSpanList(bool list) {
+  cboSpan_->setVisible(list);
+  lblSpan_->setVisible(!list);
+}
+void IcomPanel::SetFixedMode(bool fixed) {
+  chkFIX_->setChecked(fixed);
+}
+
+}  // namespace spectrino

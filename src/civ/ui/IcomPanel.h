@@ -1,0 +1,66 @@
+// The Icom's front panel in the deck: its functions, filters, scope span and three sliders.
+// Shows and forwards; sends nothing and decides nothing.
+#pragma once
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QSlider>
+#include <QWidget>
+
+#include "civ/IcomPanelView.h"
+
+namespace spectrino {
+
+/// Every signal is named like the handler it is meant for. Sliders fire for the hand and for the parser
+/// alike, the other controls that the parser moves for the hand alone.
+class IcomPanel final : public QWidget, public IcomPanelView {
+  Q_OBJECT
+ public:
+  explicit IcomPanel(QWidget* parent = nullptr);
+
+  // IcomPanelView. A slider in the operator's hand stays there: the answer to one of its earlier positions
+  // would pull it back.
+  void SetAfSlider(int value) override;
+  void SetSquelchSlider(int value) override;
+  void SetRefLevelSlider(int value) override;
+  void SelectSpan(int entry) override;
+  void SetSpanLabel(const std::string& text) override;
+  void ShowSpanList(bool list) override;
+  void SetFixedMode(bool fixed) override;
+
+  /// chkScan_Click fires when the box was checked.
+  void ClearScanCheck() { chkScan_->setChecked(false); }
+
+ signals:
+  void chkFunc_Click(int index, bool checked);
+  void chkMEM_Click(bool checked);
+  void chkScan_Click(bool checked);
+  void chkFIX_Click(bool checked);
+  void cmdAGC_Click();
+  void cmdFil_Click(int index);
+  void cmdSpeed_Click();
+  void cmdUpDn_Click(int index);
+  void cboSpan_Click(int entry);
+  void sldVol_Change(int value);
+  void sldSQL_Change(int value);
+  void sldRFLevel_Change(int value);
+
+ private:
+  QPushButton* AddButton(const QString& name, const QString& caption, const QString& toolTip,
+                         bool check = false);
+  QSlider* AddSlider(const QString& name, const QString& caption, const QString& toolTip, int low, int high);
+  void AddSpan();
+
+  QHBoxLayout* row_;
+  QPushButton* chkScan_;
+  QPushButton* chkFIX_;
+  QComboBox* cboSpan_;
+  QLabel* lblSpan_;
+  QSlider* sldVol_;
+  QSlider* sldSQL_;
+  QSlider* sldRFLevel_;
+};
+
+}  // namespace spectrino

@@ -1,0 +1,214 @@
+// Click in, exact frames out, for every control of the Icom panel; the scan; the level of each band.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "civ/IcomCommands.h"
+#include "civ/RecordingCivSender.h"
+#include "civ/ScanCommands.h"
+#include "civ/StatusMemory.h"
+#include "fakes/MemorySettingsFile.h"
+#include "fakes/Recorders.h"
+
+namespace spectrino {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class Commands : public testing::Test {
+ protected:
+  Commands() { state_.IcomActive = true; }
+
+  CivState state_;
+  test::RecordingCivSender sender_;
+  ScriptedPump pump_;
+  IcomCommands commands_{state_, sender_, pump_};
+};
+
+TEST_F(Commands, EachControlSendsItsFrame) {
+  using C = IcomCommands;
+  struct Row {
+    const char* RadioId;
+    void (*Click)(C&);
+    const char* Frames;
+  };
+  const Row rows[] = {
+      {"94", [](C& c) { c.chkFunc_Click(0, false); }, "160200"},
+      {"94", [](C& c) { c.chkFunc_Click(3, true); }, "164101"},
+      // The attenuator differs by model, and only its known steps are sent.
+      {"94", [](C& c) { c.chkFunc_Click(4, true); }, "1120"},
+      {"98", [](C& c) { c.chkFunc_Click(4, true); }, "1112"},
+      {"98", [](C& c) { c.chkFunc_Click(4, false); }, "1100"},
+      {"77", [](C& c) { c.chkFunc_Click(4, true); }, ""},
+      {"94", [](C& c) { c.chkFunc_Click(5, true); }, "1A0701"},
+      {"A4", [](C& c) { c.chkFunc_Click(5, true); }, ""},
+      {"98", [](C& c) { c.chkFunc_Click(5, true); }, "166501"},
+      {"94", [](C& c) { c.cboSpan_Click(0); }, "2715000025000000"},
+      {"94", [](C& c) { c.cboSpan_Click(10); }, ""},
+      {"94", [](C& c) { c.sldVol_Change(7); }, "14010007"},
+      {"94", [](C& c) { c.SetIcomAfLevel(300); }, "14010255"},
+      {"94", [](C& c) { c.sldSQL_Change(128); }, "14030128"},
+      {"94", [](C& c) { c.SetIcomSquelch(-1); }, "14030000"},
+      {"94", [](C& c) { c.sldRFLevel_Change(-21); }, "271900105001 | 271900?"},
+      {"94", [](C& c) { c.sldRFLevel_Change(0); }, "271900000001 | 271900?"},
+      {"94", [](C& c) { c.SetIcomRefLevel(5.5); }, "271900055000 | 271900?"},
+      {"94", [](C& c) { c.SetIcomRefLevel(-300); }, "271900200001 | 271900?"},
+      {"96", [](C& c) { c.SetIcomFrequency(1296.1); }, "050000109612 | status"},
+      {"94", [](C& c) { c.SetIcomFrequency(0); }, ""},
+      {"94", [](C& c) { c.SetIcomMode(2, true, 3); }, "060703 | status"},
+      {"94", [](C& c) { c.SetIcomMode(8, false, 1); }, "061701 | status"},
+      {"94", [](C& c) { c.SetIcomMode(9, false, 0); }, ""},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(testing::Message() << "row " << &row - rows);
+    state_.RadioId = row.RadioId;
+    row.Click(commands_);
+    EXPECT_EQ(sender_.Take(), row.Frames);
+  }
+}
+
+TEST_F(Commands, ButtonsThatStepGoRound) {
+  for (int i = 0; i < 4; ++i) commands_.cmdAGC_Click();
+  EXPECT_EQ(sender_.Take(), "161202 | 161203 | 161201 | 161202");
+  for (int i = 0; i < 3; ++i) commands_.cmdSpeed_Click();
+  EXPECT_EQ(sender_.Take(), "271A0001 | 271A0002 | 271A0000");
+  state_.IcomActive = false;
+  commands_.cmdSpeed_Click();
+  EXPECT_EQ(sender_.Take(), "");
+}
+
+TEST_F(Commands, FilterGoesWithTheModeThatTheRadioIsIn) {
+  commands_.cmdFil_Click(1);  // no mode known: 02 alone would be AM
+  EXPECT_EQ(sender_.Take(), "03? | receive | 04?");
+
+  state_.IcomModeText = "01";
+  sender_.Received = [this] { state_.IcomModeText = "07"; };
+  pump_.Waited = {};
+  commands_.cmdFil_Click(0);
+  EXPECT_EQ(sender_.Take(), "03? | receive | 060701 | 04?");
+  EXPECT_EQ(pump_.Waited, std::chrono::milliseconds(25));
+
+  pump_.Meanwhile = [this] { commands_.cmdFil_Click(2); };
+  commands_.cmdFil_Click(0);
+  EXPECT_EQ(sender_.Take(), "03? | receive | 060703 | 04?");
+}
+
+TEST_F(Commands, StepIsAThirdOfTheSpanAndLeavesFixedMode) {
+  state_.ScopeSpanMHz = 0.3;
+  commands_.cmdUpDn_Click(2, 14.1);
+  EXPECT_EQ(sender_.Take(), "050000201400 | status | 03? | 2714?");
+  state_.ScopeFixedMode = 1;
+  commands_.cmdUpDn_Click(1, 14.1);
+  EXPECT_EQ(sender_.Take(), "27140000 | 050000001400 | status | 03? | 2714?");
+  EXPECT_EQ(state_.ScopeFixedMode, 0);
+  state_.IcomActive = false;
+  commands_.cmdUpDn_Click(0, 14.1);
+  EXPECT_EQ(sender_.Take(), "");
+}
+
+/// Windows that write down, among the frames, what happens to them.
+class Scan : public testing::Test, public ScanWindow, public WindowCommands {
+ protected:
+  Scan() { state_.RadioId = "94"; }
+
+  void ShowScanDialog(ScanCommands&, const ScanChoice& stored) override {
+    shown_.push_back({stored.Scan, stored.DFScan, stored.RESScan});
+  }
+  void ClearScanCheck() override { ++clears_; }
+  void ToggleFullScreen() override {}
+  void AlwaysOnTop(bool on) override {
+    settings_.OnTop = on;
+    tops_.push_back(on);
+  }
+
+  CivState state_;
+  test::RecordingCivSender sender_;
+  MemorySettingsFile file_;
+  RecordingNotifier user_;
+  SettingsStore store_{file_, user_};
+  PanSettings settings_;
+  ScanCommands scan_{{state_, sender_, store_, settings_, *this, *this}};
+  std::vector<std::vector<int>> shown_;
+  std::vector<bool> tops_;
+  int clears_ = 0;
+};
+
+TEST_F(Scan, RunsOnAfterTheDialogUntilItsBoxIsCleared) {
+  settings_.OnTop = true;
+  scan_.MainChkScan_Click(true);
+  EXPECT_EQ(sender_.Take(), "271100");
+  scan_.MainChkScan_Click(false);
+  EXPECT_EQ(sender_.Take(), "") << "the box is dead while the dialog is open";
+
+  const ScanChoice choice{5, 3, 1};  // Fine DF scan, +/-50kHz, Resume ON
+  scan_.chkScan_Click(true, choice);
+  EXPECT_EQ(sender_.Take(), "0EA4 | 0ED3 | 0E13");
+  EXPECT_EQ(state_.ScanCode, 13);
+  EXPECT_EQ(store_.GetSetting("Spectrino", "SCIcom", "94ScanCMD", ""), "13");
+  scan_.Unload(choice);
+  EXPECT_EQ(sender_.Take(), "271101");
+  EXPECT_EQ(clears_, 0);
+  EXPECT_THAT(tops_, ElementsAre(false, true));
+
+  scan_.MainChkScan_Click(false);
+  EXPECT_EQ(sender_.Take(), "0E00 | status");
+  EXPECT_EQ(state_.ScanCode, 0);
+}
+
+TEST_F(Scan, EachModelKeepsItsLists) {
+  const auto visit = [this](const char* id, const ScanChoice& choice) {
+    state_.RadioId = id;
+    scan_.MainChkScan_Click(true);
+    scan_.Unload(choice);
+  };
+  file_.Files["Spectrino"] = "[SCIcom]\nA4Scan=10\nA4DFScan=4\nA4CHREScan=-1\n";  // two of them damaged
+  visit("A4", {});
+  visit("94", {5, 3, 0});
+  visit("98", {2, 6, 1});
+  visit("94", {0, 0, 1});
+  EXPECT_THAT(shown_, ElementsAre(ElementsAre(0, 4, 1), ElementsAre(0, 0, 1), ElementsAre(0, 0, 1),
+                                  ElementsAre(5, 3, 0)));
+  EXPECT_THAT(file_.Files["Spectrino"], HasSubstr("94Scan=0\n94DFScan=0\n94CHREScan=1\n"));
+  EXPECT_THAT(file_.Files["Spectrino"], HasSubstr("98Scan=2\n98DFScan=6\n98CHREScan=1\n"));
+}
+
+class Status : public Commands {
+ protected:
+  /// One second on a frequency, with the level that the radio last told.
+  std::string Tick(double mhz, float level, bool autoRef = true, bool running = true) {
+    state_.RadioFreqMHz = mhz;
+    state_.ScopeRefLevel = level;
+    status_.tmrIcomStatus_Timer(autoRef, running);
+    return sender_.Take();
+  }
+  std::string Stored(const char* key) { return store_.GetSetting("Spectrino", "BSR", key, "none"); }
+
+  MemorySettingsFile file_;
+  RecordingNotifier user_;
+  SettingsStore store_{file_, user_};
+  BandMemory memory_;
+  StatusMemory status_{state_, commands_, store_, memory_};
+};
+
+TEST_F(Status, LevelFollowsTheBand) {
+  memory_.Records[8].Level = -12;
+  EXPECT_EQ(Tick(0, 3), "");
+  EXPECT_EQ(Tick(14.1, 3, false), "");
+  EXPECT_EQ(Tick(14.1, 3, true, false), "");
+  EXPECT_EQ(Tick(14.1, 3), "271900120001 | 271900?");
+  status_.tmrIcomStatus_Timer(true, true);
+  EXPECT_EQ(Stored("LEVEL8"), "-12") << "an answer that never came must not bring in the old band's level";
+  EXPECT_EQ(Tick(14.2, 4.5f), "");
+  EXPECT_EQ(Stored("LEVEL8"), "4");
+  EXPECT_EQ(Stored("LEVEL0"), "none");
+  EXPECT_EQ(Tick(7.1, 4.5f), "271900100000 | 271900?");
+  EXPECT_EQ(Tick(14.1, 9), "271900040000 | 271900?");
+  status_.Restart();
+  EXPECT_EQ(Tick(14.1, 9), "271900040000 | 271900?");
+  // Coarse band 28 has no record: nothing to restore, and only the general level to keep.
+  EXPECT_EQ(Tick(12.0, 5) + Tick(12.0, 5), "");
+  EXPECT_EQ(Stored("LEVEL28") + Stored("LEVEL0"), "none5");
+}
+
+}  // namespace
+}  // namespace spectrino
