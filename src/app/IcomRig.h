@@ -1,39 +1,74 @@
-// Everything that an Icom on its own serial line needs, wired: port, link, and the panel's side of the
-// parser. Ownership and wiring only.
+// Everything that an Icom on its own serial line needs, wired: port, link, commands, scan, and the panel that
+// they move. Ownership and wiring only.
 #pragma once
 
+#include <QTimer>
+#include <functional>
+
+#include "civ/IcomBackend.h"
+#include "civ/IcomCommands.h"
 #include "civ/IcomLink.h"
+#include "civ/ScanCommands.h"
+#include "civ/StatusMemory.h"
+#include "civ/ui/IcomPanel.h"
+#include "civ/ui/frmICOMScan.h"
+#include "platform/WindowCommands.h"
 #include "platform/qt/QtSerialPort.h"
 
 namespace spectrino {
 
 class IcomRig final : private IcomPanelView {
  public:
-  IcomRig(SettingsStore& store, Notifier& user, EventPump& pump, const Clock& time)
-      : link_({.Port = port_,
-               .State = state_,
-               .Panel = *this,
-               .Store = store,
-               .Time = time,
-               .Pump = pump,
-               .User = user}) {}
+  struct Parts {
+    SettingsStore& Store;
+    Notifier& User;
+    EventPump& Pump;
+    const Clock& Time;
+    BandMemory& Bands;
+  };
+  explicit IcomRig(const Parts& parts);
+
+  /// What the window brings; made after the rig, it goes before it.
+  struct WindowSide {
+    IcomPanel* Panel;
+    QWidget* Window;
+    WindowCommands* Commands;
+    std::function<double()> CentreMHz;  ///< of the plot
+  };
+  void Attach(const WindowSide& window);
+  void Detach();
+  /// At the beginning and the end of a run: the first tick of one restores the band's reference level.
+  void RunChanged(bool running);
+  /// Setting "AutoREF".
+  void SetAutoRef(bool autoRef) { autoRef_ = autoRef; }
 
   [[nodiscard]] IcomLink& Link() { return link_; }
+  [[nodiscard]] IcomBackend& Backend() { return backend_; }
   [[nodiscard]] const CivState& State() const { return state_; }
 
  private:
-  // There is no panel for these yet: what the radio tells is in the state.
-  void SetAfSlider(int) override {}
-  void SetSquelchSlider(int) override {}
-  void SetRefLevelSlider(int) override {}
-  void SelectSpan(int) override {}
-  void SetSpanLabel(const std::string&) override {}
-  void ShowSpanList(bool) override {}
-  void SetFixedMode(bool) override {}
+  void SetAfSlider(int value) override;
+  void SetSquelchSlider(int value) override;
+  void SetRefLevelSlider(int value) override;
+  void SelectSpan(int entry) override;
+  void SetSpanLabel(const std::string& text) override;
+  void ShowSpanList(bool list) override;
+  void SetFixedMode(bool fixed) override;
 
+  void ConnectPanel();
+
+  Parts parts_;
   CivState state_;
   QtSerialPort port_;
   IcomLink link_;
+  IcomCommands commands_;
+  IcomBackend backend_;
+  StatusMemory memory_;
+  QTimer tmrIcomStatus_;
+  std::optional<IcomScanWindow> scanWindow_;
+  std::optional<ScanCommands> scan_;
+  WindowSide window_{};
+  bool autoRef_ = true;
 };
 
 }  // namespace spectrino

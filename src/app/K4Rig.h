@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <functional>
 
+#include "k4/K4Backend.h"
 #include "k4/K4Commands.h"
 #include "k4/K4Link.h"
 #include "k4/K4Session.h"
@@ -25,6 +26,7 @@ class K4Rig final : private K4SessionView, private K4PanelView {
     EventPump& Pump;
     const Clock& Time;
     std::function<bool()> Abandoned;
+    BandMemory& Bands;
     bool Unattended = false;  ///< nobody can answer a dialog
   };
   explicit K4Rig(const Parts& parts);
@@ -34,6 +36,7 @@ class K4Rig final : private K4SessionView, private K4PanelView {
   void Detach() { panel_ = nullptr; }
 
   [[nodiscard]] K4Link& Link() { return link_; }
+  [[nodiscard]] K4Backend& Backend() { return backend_; }
   [[nodiscard]] const K4State& State() const { return state_; }
   /// Takes new mini-pan lines into their history; once per pass.
   void FollowStatus() { status_.Follow(state_); }
@@ -66,6 +69,7 @@ class K4Rig final : private K4SessionView, private K4PanelView {
   K4Session session_;
   K4Commands commands_;
   K4Link link_;
+  K4Backend backend_;
   K4Status status_;
   QElapsedTimer sinceAsked_;
   QTimer tmrK4_;

@@ -37,21 +37,22 @@ Program::Program(const CommandLine& line)
   ChooseForThisRun(line);
   // A newcomer has chosen nothing yet: show what the program is about.
   session_.FirstRun = settingsFile_.Stamp(std::string(kOwnApplication)) == 0;
+  bands_ = LoadBandMemory(store_);
   if (line.Demo == DemoKind::K4 || line.Demo == DemoKind::K4D) StartK4Demo(line.Demo == DemoKind::K4D);
   if (line.Demo == DemoKind::Icom) StartIcomDemo();
   k4_ = std::make_unique<K4Rig>(K4Rig::Parts{
-      store_, user_, pump_, clock_, [this] { return cycle_->StopRequested(); }, NobodyWatches(line)});
-  icom_ = std::make_unique<IcomRig>(store_, user_, pump_, clock_);
+      store_, user_, pump_, clock_, [this] { return cycle_->StopRequested(); }, bands_, NobodyWatches(line)});
+  icom_ = std::make_unique<IcomRig>(IcomRig::Parts{store_, user_, pump_, clock_, bands_});
   RigBackends backends;
-  backends.K4 = &k4_->Link();
+  backends.K4 = &k4_->Backend();
   backends.K4Link = &k4_->Link();
-  backends.Icom = &icom_->Link();
+  backends.Icom = &icom_->Backend();
   backends.IcomLink = &icom_->Link();
   const RigRouter router(backends);
   cycle_ = std::make_unique<RunCycle>(
       session_, RunParts{*devices_, display_, store_, user_, pump_, clock_, *times_, router});
-  window_ = std::make_unique<frmPan>(
-      frmPan::Parts{session_, *devices_, store_, user_, display_, *cycle_, *times_, clock_, ports_, *k4_});
+  window_ = std::make_unique<frmPan>(frmPan::Parts{session_, *devices_, store_, user_, display_, *cycle_,
+                                                   *times_, clock_, ports_, *k4_, *icom_});
   window_->SettingsLoaded = [this](const PanSettings& settings) {
     pulse_.SetRealTimePriority(settings.Priority);
   };

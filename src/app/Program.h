@@ -65,6 +65,7 @@ class Program {
   std::vector<std::unique_ptr<IqFileInput>> iqFiles_;
   QString iqFileError_;
   std::unique_ptr<DeviceList> devices_;
+  BandMemory bands_;
   PanDisplay display_;
   std::unique_ptr<K4SimServer> k4Sim_;
   std::unique_ptr<K4Rig> k4_;

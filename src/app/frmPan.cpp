@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "app/Manual.h"
 #include "app/PanTexts.h"
@@ -40,11 +41,15 @@ frmPan::frmPan(const Parts& parts) : parts_(parts) {
   parts_.Cycle.RunningChanged = [this] { ShowRunState(); };
   parts_.User.SetWindow(this);
   parts_.K4.Attach(k4Panel_, this, [this](bool allow) { AllowOnTop(allow); });
+  parts_.Icom.Attach({.Panel = icomPanel_, .Window = this, .Commands = this, .CentreMHz = [this] {
+                        return parts_.Cycle.Scale().LabelCentreMHz;
+                      }});
   connect(&parts_.User, &QtNotifier::StatusChanged, scope_, &ScopeWidget::ShowStatus);
 }
 
 frmPan::~frmPan() {
   parts_.K4.Detach();
+  parts_.Icom.Detach();
 }
 
 void frmPan::Compose() {
@@ -80,14 +85,19 @@ void frmPan::Compose() {
   k4Panel_ = new K4Panel(deck_);
   k4Panel_->hide();
   deckRows->addWidget(k4Panel_);
+  icomPanel_ = new IcomPanel(deck_);
+  icomPanel_->hide();
+  deckRows->addWidget(icomPanel_);
   deck_->hide();
   rows->addWidget(deck_);
   setCentralWidget(body);
 
   connect(cmdFold_, &QToolButton::clicked, this, [this] { FoldStrip(!stripFolded_); });
-  connect(scope_, &ScopeWidget::ResizeBegun, this, [this] { parts_.State.ResizeInProgress = true; });
+  connect(scope_, &ScopeWidget::ResizeBegun, this, [this] {
+    if (!std::exchange(parts_.State.ResizeInProgress, true)) parts_.Icom.Link().BeforeLayout();
+  });
   connect(scope_, &ScopeWidget::Resized, this, [this] {
-    parts_.State.ResizeInProgress = false;
+    if (std::exchange(parts_.State.ResizeInProgress, false)) parts_.Icom.Link().AfterLayout(isMinimized());
     parts_.Cycle.UpdateScale();
   });
   auto* escape = new QShortcut(Qt::Key_Escape, this);
@@ -165,6 +175,7 @@ void frmPan::StopButton_Click() {
 void frmPan::ShowRunState() {
   const bool running = parts_.Cycle.Running();
   header_->ShowRunning(running, parts_.Cycle.Starting());
+  parts_.Icom.RunChanged(running);
   if (running && !passTimer_.isActive()) passTimer_.start(0);
   if (!running && !shownWarning_.empty()) scope_->ShowStatus({});
   // Said while it was looked for; the picture is for the band now. A radio's own news stay.
@@ -239,7 +250,8 @@ void frmPan::ShowDeck() {
   const PanSettings& settings = parts_.State.Settings;
   const bool k4 = settings.K4 || settings.K4D;
   k4Panel_->setVisible(k4);
-  deck_->setVisible(k4 || !calibration_->isHidden());
+  icomPanel_->setVisible(settings.Icom);
+  deck_->setVisible(k4 || settings.Icom || !calibration_->isHidden());
 }
 
 // Ten times a second is as fast as an eye reads a button.

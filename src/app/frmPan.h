@@ -9,6 +9,7 @@
 #include <functional>
 #include <string>
 
+#include "app/IcomRig.h"
 #include "app/K4Rig.h"
 #include "capture/ui/CalibrationPanel.h"
 #include "display/PanDisplay.h"
@@ -38,6 +39,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
     const Clock& Time;
     const SerialPorts& Ports;
     K4Rig& K4;
+    IcomRig& Icom;
   };
 
   explicit frmPan(const Parts& parts);
@@ -53,6 +55,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void StopButton_Click();
   void ToggleFullScreen() override;
   void AlwaysOnTop(bool on) override;
+  void AllowOnTop(bool allow) override;
   /// The sources as they were last listed; a chosen device that is missing is shown as missing.
   void ShowDevices();
   /// Called whenever settings were read, before anything is opened with them.
@@ -81,7 +84,6 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void ShowScaleChange();
   void ShowDeck();
   void ShowRadioPanel();
-  void AllowOnTop(bool allow);
   void ShowFullScreen();
   void ShowOverlays();
   void ApplyDisplayOptions();
@@ -98,6 +100,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
   QWidget* deck_;
   CalibrationPanel* calibration_;
   K4Panel* k4Panel_;
+  IcomPanel* icomPanel_;
   QToolButton* cmdFold_;
   QTimer passTimer_;
   QTimer rangeTimer_;             ///< reference and range are stored once the clicks have ended

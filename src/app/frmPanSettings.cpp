@@ -49,6 +49,7 @@ void frmPan::LoadSettings() {
     settings.Icom = settings.K4 = settings.K4D = false;
   }
   if (SettingsLoaded) SettingsLoaded(settings);
+  parts_.Icom.SetAutoRef(settings.AutoRef);
   ShowDevices();
   ApplyDisplayOptions();
   ShowStrip();

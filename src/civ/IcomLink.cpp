@@ -106,14 +106,6 @@ PollResult IcomLink::Poll(const LineRequest&, SpectrumLine& line) {
   return PollResult::Line;
 }
 
-void IcomLink::Refresh(RadioState& radio) {
-  link_.Pump();
-  radio.MainFreqMHz = parts_.State.RadioFreqMHz;
-  radio.SplitOn = 0;
-  radio.ScopeRefLevelDb = parts_.State.ScopeRefLevel;
-  radio.RadioMode = IcomModeCode(parts_.State.RadioModeIndex);
-}
-
 void IcomLink::BeforeLayout() {
   parts_.State.ResizeInProgress = true;
   if (parts_.State.IcomActive) link_.SendCiv("27", "11", "00");

@@ -1,5 +1,5 @@
-// An Icom on a serial line: radio, source of spectrum and back-end of frequency and mode in one.
-// Handles no button: the panel sends through Sender().
+// An Icom on a serial line: radio link and source of spectrum in one.
+// Handles no button: panel and tuning send through Sender().
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,6 @@
 #include "civ/CivLink.h"
 #include "platform/EventPump.h"
 #include "rig/RadioLink.h"
-#include "rig/RigBackend.h"
 #include "settings/SettingsStore.h"
 
 namespace spectrino {
@@ -23,7 +22,7 @@ struct IcomParts {
   Notifier& User;
 };
 
-class IcomLink final : public RadioLink, public SpectrumSource, public RigBackend {
+class IcomLink final : public RadioLink, public SpectrumSource {
  public:
   explicit IcomLink(const IcomParts& parts);
 
@@ -40,17 +39,12 @@ class IcomLink final : public RadioLink, public SpectrumSource, public RigBacken
   PollResult Poll(const LineRequest& request, SpectrumLine& line) override;
   [[nodiscard]] std::string Failure() const override { return {}; }
 
-  // RigBackend: the line is opened and closed with its spectrum.
-  bool Open() override { return link_.IsOpen(); }
-  void Close() override {}
-  void Refresh(RadioState& radio) override;
-
   /// Keeps the scope's lines off the bus while the window is laid out anew, and parses nothing meanwhile.
   void BeforeLayout();
   void AfterLayout(bool windowMinimized);
 
   [[nodiscard]] CivSender& Sender() { return link_; }
-  /// Sends what is due. Each pass of a run does so by itself, through Poll and Refresh.
+  /// Sends what is due. Each pass of a run does so by itself.
   void Pump() { link_.Pump(); }
 
  private:

@@ -41,8 +41,7 @@ void ScanCommands::MainChkScan_Click(bool checked) {
     return;
   }
   // A window that stays on top could cover the dialog.
-  wasOnTop_ = parts_.Settings.OnTop;
-  if (wasOnTop_) parts_.Main.AlwaysOnTop(false);
+  parts_.Main.AllowOnTop(false);
   parts_.Sender.SendCiv("27", "11", "00");
   parts_.State.ScanDialogOpen = true;
   parts_.Windows.ShowScanDialog(*this, LoadChoice());
@@ -77,7 +76,7 @@ void ScanCommands::Unload(const ScanChoice& choice) {
       .Put(keys.RESScan, choice.RESScan)
       .Save();
   parts_.Sender.SendCiv("27", "11", "01");
-  if (wasOnTop_) parts_.Main.AlwaysOnTop(true);
+  parts_.Main.AllowOnTop(true);
 }
 
 ScanChoice ScanCommands::LoadChoice() const {

@@ -8,7 +8,6 @@
 #include "civ/CivSender.h"
 #include "civ/CivState.h"
 #include "platform/WindowCommands.h"
-#include "settings/PanSettings.h"
 #include "settings/SettingsStore.h"
 
 namespace spectrino {
@@ -56,12 +55,11 @@ class ScanWindow {
 
 class ScanCommands {
  public:
-  /// All of it outlives this; settings are those of the main window.
+  /// All of it outlives this.
   struct Parts {
     CivState& State;
     CivSender& Sender;
     SettingsStore& Store;
-    const PanSettings& Settings;
     WindowCommands& Main;
     ScanWindow& Windows;
   };
@@ -82,7 +80,6 @@ class ScanCommands {
   void StopScan();
 
   Parts parts_;
-  bool wasOnTop_ = false;
 };
 
 }  // namespace spectrino

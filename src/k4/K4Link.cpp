@@ -3,33 +3,18 @@
 #include <algorithm>
 #include <cmath>
 
+#include "k4/K4Backend.h"
+
 namespace spectrino {
 namespace {
 
 constexpr int kGridStepDb = 20;
-constexpr double kSMeterZeroDb = 127;  // six units an S unit: 54 is S9
-
-// The K4 tells the audio frequency of the filter's middle. In SSB and data that is the distance from the
-// dial; in CW the pitch stands on the dial; AM and FM filters lie around it.
-double ShiftFromDialHz(int radioMode, int centreHz, int pitchHz) {
-  switch (radioMode) {
-    case mode::kCwReverse:
-      return centreHz != 0 && pitchHz != 0 ? pitchHz - centreHz : 0;
-    case mode::kCw:
-      return centreHz != 0 && pitchHz != 0 ? centreHz - pitchHz : 0;
-    case mode::kAm:
-    case mode::kFm:
-      return 0;
-    default:
-      return centreHz;
-  }
-}
 
 }  // namespace
 
 bool K4Link::Open(RadioState& radio) {
   const K4ConnectOutcome outcome = session_.Start();
-  Refresh(radio);
+  TellRadioState(state_, radio);
   if (outcome.Failed && !outcome.Message.empty()) {
     user_.ShowMessage("Spectrino", outcome.Message, Severity::Critical);
   }
@@ -76,24 +61,6 @@ PollResult K4Link::Poll(const LineRequest&, SpectrumLine& line) {
   line.Arrived = session_.LineArrived();
   line.TakenUtc = time_.UtcNow();
   return PollResult::Line;
-}
-
-void K4Link::Refresh(RadioState& radio) {
-  radio.MainFreqMHz = state_.MainFreqMHz;
-  radio.SubFreqMHz = state_.SubFreqMHz;
-  radio.RadioMode = state_.RadioMode;
-  radio.SubRadioMode = state_.SubRadioMode;
-  radio.SplitOn = state_.SplitOn;
-  radio.MainBandwidthHz = state_.FilterBwMainHz;
-  radio.SubBandwidthHz = state_.FilterBwSubHz;
-  radio.MainShiftHz = ShiftFromDialHz(state_.RadioMode, state_.IfShiftMainHz, state_.CwPitchHz);
-  radio.SubShiftHz = ShiftFromDialHz(state_.SubRadioMode, state_.IfShiftSubHz, state_.CwPitchHz);
-  if (state_.CwPitchHz != 0) radio.PitchHz = state_.CwPitchHz;
-  radio.Transmitting = state_.Transmitting == 1;
-  radio.SMeterTold = true;
-  radio.SMeterDbm = state_.SMeterMain - kSMeterZeroDb;
-  radio.K4Connected = state_.K4Connected;
-  radio.K4PanDataSeen = state_.K4PanDataSeen;
 }
 
 }  // namespace spectrino

@@ -1,4 +1,4 @@
-// The K4 as Start, Stop and the run cycle see it: a radio link, a source of lines and a CAT back-end in one.
+// The K4 as Start, Stop and the run cycle see it: a radio link and a source of lines in one.
 // Reads K4State, which the session and its parsers keep fresh; waits only in Open and Close.
 #pragma once
 
@@ -7,11 +7,10 @@
 #include "platform/Clock.h"
 #include "platform/Notifier.h"
 #include "rig/RadioLink.h"
-#include "rig/RigBackend.h"
 
 namespace spectrino {
 
-class K4Link final : public RadioLink, public SpectrumSource, public RigBackend {
+class K4Link final : public RadioLink, public SpectrumSource {
  public:
   /// All outlive the link.
   K4Link(K4State& state, K4Session& session, Notifier& user, const Clock& time)
@@ -28,10 +27,6 @@ class K4Link final : public RadioLink, public SpectrumSource, public RigBackend 
   /// the status text tells.
   PollResult Poll(const LineRequest& request, SpectrumLine& line) override;
   [[nodiscard]] std::string Failure() const override { return {}; }
-
-  bool Open() override { return state_.K4Connected; }
-  void Close() override {}
-  void Refresh(RadioState& radio) override;
 
  private:
   K4State& state_;

@@ -9,6 +9,8 @@ class WindowCommands {
   virtual void ToggleFullScreen() = 0;
   /// AlwaysOnTop
   virtual void AlwaysOnTop(bool on) = 0;
+  /// Off while a dialog is open that the window could cover; true restores the user's own choice.
+  virtual void AllowOnTop(bool allow) = 0;
 };
 
 }  // namespace spectrino

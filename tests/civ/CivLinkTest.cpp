@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "civ/CivDoubles.h"
-#include "civ/IcomLink.h"
+#include "civ/IcomBackend.h"
 #include "fakes/FakeClock.h"
 #include "fakes/MemorySettingsFile.h"
 #include "fakes/Recorders.h"
@@ -131,6 +131,9 @@ struct IcomLinkTest : Bench {
   RadioState Radio;
   SpectrumLine Line;
   IcomLink Link{{Port, State, Panel, Store, Time, Pump, User}};
+  IcomCommands Commands{State, Link.Sender(), Pump};
+  BandMemory Memory = LoadBandMemory(Store);
+  IcomBackend Backend{State, Link, Commands, Store, Memory};
 };
 
 TEST_F(IcomLinkTest, StartIdentifiesTheRadioAndSetsItsScopeUp) {
@@ -201,10 +204,39 @@ TEST_F(IcomLinkTest, EachLineIsPolledOnceWithItsOwnEdges) {
   EXPECT_EQ(Link.Poll({}, Line), PollResult::Pending);
 
   Radio.SplitOn = 1;
-  Link.Refresh(Radio);
+  Backend.Refresh(Radio);
   EXPECT_EQ(Radio.MainFreqMHz, 14.074);
   EXPECT_EQ(Radio.RadioMode, mode::kCw);
   EXPECT_EQ(Radio.SplitOn, 0);
+}
+
+TEST_F(IcomLinkTest, ABandButtonGoesBackToWhereOneWasThere) {
+  ASSERT_TRUE(Link.Open(Radio));
+  Sent(Link, 300ms);
+  State.RadioFreqMHz = 0.1371;
+  State.RadioModeIndex = 2;
+  State.ScopeRefLevel = 4.5F;
+  State.ScopeFixedMode = 1;
+  Memory.Records[8] = {14.0741, 1, 10};
+  Backend.SelectBand(5);
+  const std::vector<std::string> sent = Sent(Link, 300ms);
+  ASSERT_GE(sent.size(), 3U);
+  EXPECT_EQ(sent[0], "FEFEA4E0050041071400FD");
+  EXPECT_EQ(sent[1], "FEFEA4E00601FD");
+  EXPECT_EQ(sent[2], "FEFEA4E027140000FD");
+  EXPECT_EQ(sent.size(), 10U) << "and the status is asked for once";
+  EXPECT_EQ(State.ScopeFixedMode, 0);
+  for (const char* band : {"1", "0"}) {  // 2200 m counts as general coverage as well
+    EXPECT_EQ(Store.GetSetting("Spectrino", "BSR", std::string("FREQ") + band, ""), "0.1371");
+    EXPECT_EQ(Store.GetSetting("Spectrino", "BSR", std::string("MODE") + band, ""), "2");
+    EXPECT_EQ(Store.GetSetting("Spectrino", "BSR", std::string("LEVEL") + band, ""), "4");
+  }
+
+  State.RadioFreqMHz = 14.2;
+  const std::string stored = File.Files["Spectrino"];
+  Backend.SelectBand(5);
+  EXPECT_THAT(Sent(Link, 100ms), IsEmpty()) << "it is there already";
+  EXPECT_EQ(File.Files["Spectrino"], stored);
 }
 
 TEST_F(IcomLinkTest, TheScopeRestsDuringALayoutAndEndsWithTheRun) {

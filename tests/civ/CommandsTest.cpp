@@ -116,25 +116,21 @@ class Scan : public testing::Test, public ScanWindow, public WindowCommands {
   }
   void ClearScanCheck() override { ++clears_; }
   void ToggleFullScreen() override {}
-  void AlwaysOnTop(bool on) override {
-    settings_.OnTop = on;
-    tops_.push_back(on);
-  }
+  void AlwaysOnTop(bool) override {}
+  void AllowOnTop(bool allow) override { tops_.push_back(allow); }
 
   CivState state_;
   test::RecordingCivSender sender_;
   MemorySettingsFile file_;
   RecordingNotifier user_;
   SettingsStore store_{file_, user_};
-  PanSettings settings_;
-  ScanCommands scan_{{state_, sender_, store_, settings_, *this, *this}};
+  ScanCommands scan_{{state_, sender_, store_, *this, *this}};
   std::vector<std::vector<int>> shown_;
   std::vector<bool> tops_;
   int clears_ = 0;
 };
 
 TEST_F(Scan, RunsOnAfterTheDialogUntilItsBoxIsCleared) {
-  settings_.OnTop = true;
   scan_.MainChkScan_Click(true);
   EXPECT_EQ(sender_.Take(), "271100");
   scan_.MainChkScan_Click(false);

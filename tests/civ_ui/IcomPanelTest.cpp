@@ -18,6 +18,7 @@ namespace {
 class Window final : public WindowCommands {
   void ToggleFullScreen() override {}
   void AlwaysOnTop(bool) override {}
+  void AllowOnTop(bool) override {}
 };
 
 class Panel : public testing::Test {
@@ -66,11 +67,10 @@ class Panel : public testing::Test {
   MemorySettingsFile file_;
   RecordingNotifier user_;
   SettingsStore store_{file_, user_};
-  PanSettings settings_;
   Window window_;
   IcomPanel panel_;
   IcomScanWindow windows_{[this] { return &panel_; }, panel_};
-  ScanCommands scan_{{state_, sender_, store_, settings_, window_, windows_}};
+  ScanCommands scan_{{state_, sender_, store_, window_, windows_}};
   QPointer<frmICOMScan> dialog_;
 };
 

@@ -1,6 +1,9 @@
 // A back-end and a radio with a scope of its own, both moved by the test.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "rig/RadioLink.h"
 #include "rig/RigBackend.h"
 
@@ -19,6 +22,30 @@ class FakeRig final : public RigBackend {
     radio.RadioMode = Mode;
   }
   [[nodiscard]] double LinkOffsetKHz() const override { return Offset; }
+  void SetFrequency(Vfo vfo, double freqMHz) override {
+    Note((vfo == Vfo::A ? "A " : "B ") + std::to_string(freqMHz));
+  }
+  [[nodiscard]] bool HasVfoB() const override { return VfoB; }
+  void SelectBand(int button) override { Note("band " + std::to_string(button)); }
+  bool SelectMode(const ModeRequest& request) override {
+    if (!Modes) return false;
+    Note("mode " + std::to_string(request.Button) + (request.Reverse ? " reverse" : ""));
+    return true;
+  }
+  void SendMacro(std::string_view text) override { Note("macro " + std::string(text)); }
+  void ChangeBandwidth(Vfo receiver, int deltaHz) override {
+    Note(std::string("bandwidth ") + (receiver == Vfo::A ? "A " : "B ") + std::to_string(deltaHz));
+  }
+  void ShiftPassband(Vfo receiver, int deltaHz) override {
+    Note(std::string("shift ") + (receiver == Vfo::A ? "A " : "B ") + std::to_string(deltaHz));
+  }
+  bool StepSpan(int direction) override {
+    if (OwnSpan) Note("span " + std::to_string(direction));
+    return OwnSpan;
+  }
+  void StepFrequency(int direction, double centreMHz) override {
+    Note("step " + std::to_string(direction) + " from " + std::to_string(centreMHz));
+  }
 
   bool Found = true;
   double FreqMHz = 0;
@@ -27,6 +54,13 @@ class FakeRig final : public RigBackend {
   int Opens = 0;
   int Closes = 0;
   int Refreshes = 0;
+  bool VfoB = true;
+  bool Modes = true;
+  bool OwnSpan = false;
+  std::vector<std::string> Requests;  ///< everything that was asked of it, in order
+
+ private:
+  void Note(std::string request) { Requests.push_back(std::move(request)); }
 };
 
 class FakeScope final : public RadioLink, public SpectrumSource {

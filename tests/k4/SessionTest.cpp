@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "k4/K4Backend.h"
 #include "k4/K4Link.h"
 #include "k4/PanFrames.h"
 #include "k4/SessionBench.h"
@@ -337,7 +338,7 @@ TEST_F(LinkTest, FiltersAreCountedFromTheDial) {
   Bench.State.IfShiftMainHz = 750;
   Bench.State.IfShiftSubHz = 1500;
   Bench.State.CwPitchHz = 700;
-  Link.Refresh(Radio);
+  TellRadioState(Bench.State, Radio);
   EXPECT_EQ(Radio.MainShiftHz, 50);
   EXPECT_EQ(Radio.SubShiftHz, 1500);
 }

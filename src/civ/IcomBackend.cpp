@@ -1,0 +1,46 @@
+#include "civ/IcomBackend.h"
+
+#include "bandplan/Bands.h"
+#include "civ/IcomModels.h"
+#include "state/Val.h"
+
+namespace spectrino {
+
+void IcomBackend::Refresh(RadioState& radio) {
+  link_.Pump();
+  radio.MainFreqMHz = state_.RadioFreqMHz;
+  radio.SubFreqMHz = 0;
+  radio.SplitOn = 0;
+  radio.ScopeRefLevelDb = state_.ScopeRefLevel;
+  radio.RadioMode = IcomModeCode(state_.RadioModeIndex);
+}
+
+void IcomBackend::SetFrequency(Vfo /*vfo*/, double freqMHz) {
+  commands_.SetIcomFrequency(freqMHz);
+}
+
+void IcomBackend::SelectBand(int button) {
+  if (!state_.IcomActive || button < 0 || button >= kBandButtonCount) return;
+  const int band = BandRecordOfButton(button);
+  if (IcomBandNumber(state_.RadioFreqMHz) == band) return;
+  SaveBandMemory(store_, memory_, BandMemoryRadio::Icom,
+                 {state_.RadioFreqMHz, state_.RadioModeIndex, RoundToInt16(state_.ScopeRefLevel)});
+  const BandRecord& record = memory_.Records[static_cast<std::size_t>(band)];
+  commands_.SetIcomFrequency(record.FrequencyMHz);
+  commands_.SetIcomMode(record.Mode, false, 0);
+  CivSender& sender = link_.Sender();
+  sender.SendCiv("27", "1400", "00");
+  state_.ScopeFixedMode = 0;
+  sender.RequestIcomStatus();
+}
+
+bool IcomBackend::SelectMode(const ModeRequest& request) {
+  commands_.SetIcomMode(request.Button, request.Reverse, 0);
+  return true;
+}
+
+void IcomBackend::StepFrequency(int direction, double centreMHz) {
+  commands_.cmdUpDn_Click(direction > 0 ? 0 : 1, centreMHz);
+}
+
+}  // namespace spectrino

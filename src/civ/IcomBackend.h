@@ -1,0 +1,46 @@
+// The Icom as tuning, bands, modes and macros see it.
+// Its spectrum, and opening its line, are IcomLink's.
+#pragma once
+
+#include "bandplan/BandMemory.h"
+#include "civ/CivState.h"
+#include "civ/IcomCommands.h"
+#include "civ/IcomLink.h"
+#include "rig/RigBackend.h"
+#include "settings/SettingsStore.h"
+
+namespace spectrino {
+
+class IcomBackend final : public RigBackend {
+ public:
+  /// All outlive it.
+  IcomBackend(CivState& state, IcomLink& link, IcomCommands& commands, SettingsStore& store,
+              BandMemory& memory)
+      : state_(state), link_(link), commands_(commands), store_(store), memory_(memory) {}
+
+  /// The line is opened and closed with its spectrum.
+  bool Open() override { return state_.IcomActive; }
+  void Close() override {}
+  /// Also sends what is due.
+  void Refresh(RadioState& radio) override;
+
+  /// The scope shows one VFO, and CI-V sets the one in use: either request tunes it.
+  void SetFrequency(Vfo vfo, double freqMHz) override;
+  [[nodiscard]] bool HasVfoB() const override { return false; }
+  /// SelectIcomBand: back to where the radio was on that band, scope in centre mode. Nothing on the band that
+  /// it is on already.
+  void SelectBand(int button) override;
+  bool SelectMode(const ModeRequest& request) override;
+  void SendMacro(std::string_view text) override { link_.Sender().SendCiv(text, {}, {}); }
+  /// A third of the scope's span from the plot's centre.
+  void StepFrequency(int direction, double centreMHz) override;
+
+ private:
+  CivState& state_;
+  IcomLink& link_;
+  IcomCommands& commands_;
+  SettingsStore& store_;
+  BandMemory& memory_;
+};
+
+}  // namespace spectrino

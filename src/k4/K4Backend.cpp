@@ -1,0 +1,104 @@
+#include "k4/K4Backend.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace spectrino {
+namespace {
+
+constexpr double kSMeterZeroDb = 127;  // six units an S unit: 54 is S9
+constexpr double kStepMHz = 0.05;
+constexpr int kBandButtonsBegin = 1;
+constexpr int kBandButtonsEnd = 12;
+
+// The K4 tells the audio frequency of the filter's middle. In SSB and data that is the distance from the
+// dial; in CW the pitch stands on the dial; AM and FM filters lie around it.
+double ShiftFromDialHz(int radioMode, int centreHz, int pitchHz) {
+  switch (radioMode) {
+    case mode::kCwReverse:
+      return centreHz != 0 && pitchHz != 0 ? pitchHz - centreHz : 0;
+    case mode::kCw:
+      return centreHz != 0 && pitchHz != 0 ? centreHz - pitchHz : 0;
+    case mode::kAm:
+    case mode::kFm:
+      return 0;
+    default:
+      return centreHz;
+  }
+}
+
+std::string Digits(int value, int width) {
+  char text[16];
+  std::snprintf(text, sizeof text, "%0*d", width, value);
+  return text;
+}
+
+std::string_view SuffixOf(Vfo receiver) {
+  return receiver == Vfo::B ? "$" : "";
+}
+
+}  // namespace
+
+void TellRadioState(const K4State& state, RadioState& radio) {
+  radio.MainFreqMHz = state.MainFreqMHz;
+  radio.SubFreqMHz = state.SubFreqMHz;
+  radio.RadioMode = state.RadioMode;
+  radio.SubRadioMode = state.SubRadioMode;
+  radio.SplitOn = state.SplitOn;
+  radio.MainBandwidthHz = state.FilterBwMainHz;
+  radio.SubBandwidthHz = state.FilterBwSubHz;
+  radio.MainShiftHz = ShiftFromDialHz(state.RadioMode, state.IfShiftMainHz, state.CwPitchHz);
+  radio.SubShiftHz = ShiftFromDialHz(state.SubRadioMode, state.IfShiftSubHz, state.CwPitchHz);
+  if (state.CwPitchHz != 0) radio.PitchHz = state.CwPitchHz;
+  radio.Transmitting = state.Transmitting == 1;
+  radio.SMeterTold = true;
+  radio.SMeterDbm = state.SMeterMain - kSMeterZeroDb;
+  radio.K4Connected = state.K4Connected;
+  radio.K4PanDataSeen = state.K4PanDataSeen;
+}
+
+void K4Backend::SetFrequency(Vfo vfo, double freqMHz) {
+  SetK4Frequency(sender_, freqMHz, vfo == Vfo::A ? 0 : 1);
+}
+
+// "BN" | "$" for the sub receiver | band number, two digits: 00 is 160 m
+void K4Backend::SelectBand(int button) {
+  SaveBandMemory(store_, memory_, BandMemoryRadio::K4, {state_.MainFreqMHz, state_.RadioMode, 0});
+  if (button < kBandButtonsBegin || button >= kBandButtonsEnd) return;
+  sender_.SendK4("BN" + state_.RxSuffix + Digits(button - kBandButtonsBegin, 2));
+}
+
+bool K4Backend::SelectMode(const ModeRequest& request) {
+  commands_.cmdMode_Click(request.Button);
+  return true;
+}
+
+// "BW" | "$" | bandwidth in tens of hertz, no leading zeros; then the question
+void K4Backend::ChangeBandwidth(Vfo receiver, int deltaHz) {
+  const int now = receiver == Vfo::B ? state_.FilterBwSubHz : state_.FilterBwMainHz;
+  const int wanted = std::max(0, (now + deltaHz) / 10);
+  const std::string suffix(SuffixOf(receiver));
+  sender_.SendK4("BW" + suffix + Digits(wanted, 1));
+  sender_.SendK4("BW" + suffix);
+}
+
+// "IS" | "$" | audio frequency of the filter's middle in tens of hertz, four digits; then the question
+void K4Backend::ShiftPassband(Vfo receiver, int deltaHz) {
+  int& shiftHz = receiver == Vfo::B ? state_.IfShiftSubHz : state_.IfShiftMainHz;
+  shiftHz = std::max(0, shiftHz + deltaHz);
+  const std::string suffix(SuffixOf(receiver));
+  sender_.SendK4("IS" + suffix + Digits(shiftHz / 10, 4));
+  sender_.SendK4("IS" + suffix);
+}
+
+bool K4Backend::StepSpan(int direction) {
+  commands_.cmdSpan_Click(direction > 0 ? 1 : 0);
+  return true;
+}
+
+void K4Backend::StepFrequency(int direction, double /*centreMHz*/) {
+  if (state_.MainFreqMHz <= 0) return;
+  SetFrequency(Vfo::A, state_.MainFreqMHz + direction * kStepMHz);
+}
+
+}  // namespace spectrino

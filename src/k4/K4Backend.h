@@ -1,0 +1,47 @@
+// The K4 as tuning, bands, modes and macros see it.
+// Its spectrum, and connecting to it, are K4Link's.
+#pragma once
+
+#include "bandplan/BandMemory.h"
+#include "k4/K4Commands.h"
+#include "k4/K4Sender.h"
+#include "k4/K4State.h"
+#include "rig/RigBackend.h"
+#include "settings/SettingsStore.h"
+
+namespace spectrino {
+
+/// What of the K4's state every radio has: frequencies, modes, filters, S-meter, transmitting.
+void TellRadioState(const K4State& state, RadioState& radio);
+
+class K4Backend final : public RigBackend {
+ public:
+  /// All outlive it.
+  K4Backend(K4State& state, K4Sender& sender, K4Commands& commands, SettingsStore& store, BandMemory& memory)
+      : state_(state), sender_(sender), commands_(commands), store_(store), memory_(memory) {}
+
+  /// The sessions are opened and closed with the spectrum.
+  bool Open() override { return state_.K4Connected; }
+  void Close() override {}
+  void Refresh(RadioState& radio) override { TellRadioState(state_, radio); }
+
+  void SetFrequency(Vfo vfo, double freqMHz) override;
+  /// Keeps where the radio is, then asks for the band; buttons 0 ("Gen"), 12 and 13 have none.
+  void SelectBand(int button) override;
+  bool SelectMode(const ModeRequest& request) override;
+  void SendMacro(std::string_view text) override { sender_.SendK4(text); }
+  void ChangeBandwidth(Vfo receiver, int deltaHz) override;
+  void ShiftPassband(Vfo receiver, int deltaHz) override;
+  bool StepSpan(int direction) override;
+  /// 50 kHz from where VFO A is.
+  void StepFrequency(int direction, double centreMHz) override;
+
+ private:
+  K4State& state_;
+  K4Sender& sender_;
+  K4Commands& commands_;
+  SettingsStore& store_;
+  BandMemory& memory_;
+};
+
+}  // namespace spectrino
