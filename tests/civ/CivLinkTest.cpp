@@ -218,7 +218,7 @@ TEST_F(IcomLinkTest, ABandButtonGoesBackToWhereOneWasThere) {
   State.ScopeRefLevel = 4.5F;
   State.ScopeFixedMode = 1;
   Memory.Records[8] = {14.0741, 1, 10};
-  Backend.SelectBand(5);
+  Backend.SelectBand(6);
   const std::vector<std::string> sent = Sent(Link, 300ms);
   ASSERT_GE(sent.size(), 3U);
   EXPECT_EQ(sent[0], "FEFEA4E0050041071400FD");
@@ -234,7 +234,7 @@ TEST_F(IcomLinkTest, ABandButtonGoesBackToWhereOneWasThere) {
 
   State.RadioFreqMHz = 14.2;
   const std::string stored = File.Files["Spectrino"];
-  Backend.SelectBand(5);
+  Backend.SelectBand(6);
   EXPECT_THAT(Sent(Link, 100ms), IsEmpty()) << "it is there already";
   EXPECT_EQ(File.Files["Spectrino"], stored);
 }
