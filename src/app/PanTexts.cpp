@@ -27,11 +27,11 @@ QString ModeText(int radioMode) {
   }
 }
 
-std::string InfoText(const Session& session, const RunCycle& cycle) {
+std::string InfoText(const Session& session, const RunCycle& cycle, const std::string& radioModel) {
   const double spanKHz = cycle.Scale().Geometry.ShownSpanHz() / 1000;
   QString text = QString("Span %1 kHz").arg(spanKHz, 0, 'g', 5);
   if (RadioSourceActive(session.Radio)) {
-    text += "   " + QString::fromStdString(cycle.SourceName());
+    text += "   " + QString::fromStdString(radioModel);
   } else {
     const ZoomPlan& plan = cycle.Plan();
     text += QString("   Range %1 dB   FFT %2 (%3 Hz)")

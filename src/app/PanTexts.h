@@ -12,7 +12,8 @@ namespace spectrino {
 /// RadioMode as the header shows it; empty while unknown.
 [[nodiscard]] QString ModeText(int radioMode);
 
-/// Span, range, FFT length and resolution, or the radio: the line at the top of the plot.
-[[nodiscard]] std::string InfoText(const Session& session, const RunCycle& cycle);
+/// Span, range, FFT length and resolution, or the radio's model: the line at the top of the plot.
+[[nodiscard]] std::string InfoText(const Session& session, const RunCycle& cycle,
+                                   const std::string& radioModel);
 
 }  // namespace spectrino

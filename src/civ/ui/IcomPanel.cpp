@@ -1,5 +1,7 @@
 #include "civ/ui/IcomPanel.h"
 
+#include <QResizeEvent>
+
 namespace spectrino {
 namespace {
 
@@ -10,6 +12,7 @@ struct Control {
 constexpr Control kFunctions[] = {{"pre", "Preamplifier"},   {"nb", "Noise blanker"},
                                   {"nr", "Noise reduction"}, {"anf", "Automatic notch filter"},
                                   {"att", "Attenuator"},     {"ip+", "IP plus: wider dynamic range"}};
+constexpr int kOneRowWidth = 1000;
 constexpr const char* kSpans[] = {"2.5", "5 ", "10", "25", "50", "100", "250", "500", "1000", "2500"};
 
 /// Moves a slider for the parser.
@@ -19,34 +22,42 @@ void Follow(QSlider* slider, int value) {
 
 }  // namespace
 
-IcomPanel::IcomPanel(QWidget* parent) : QWidget(parent), row_(new QHBoxLayout(this)) {
+IcomPanel::IcomPanel(QWidget* parent)
+    : QWidget(parent),
+      body_(new QBoxLayout(QBoxLayout::LeftToRight, this)),
+      functions_(new QHBoxLayout),
+      levels_(new QHBoxLayout) {
   setObjectName("IcomPanel");
-  row_->setContentsMargins(6, 2, 6, 4);
-  row_->setSpacing(3);
+  body_->setContentsMargins(6, 2, 6, 4);
+  for (QBoxLayout* layout : {body_, static_cast<QBoxLayout*>(functions_), static_cast<QBoxLayout*>(levels_)})
+    layout->setSpacing(3);
+  body_->addLayout(functions_, 3);
+  body_->addLayout(levels_, 2);
   for (int i = 0; i < 6; ++i) {
     const Control& control = kFunctions[i];
-    auto* box = AddButton(QString("chkFunc%1").arg(i), control.Caption, tr(control.ToolTip), true);
+    auto* box =
+        AddButton(functions_, QString("chkFunc%1").arg(i), control.Caption, tr(control.ToolTip), true);
     connect(box, &QPushButton::toggled, this, [this, i](bool on) { emit chkFunc_Click(i, on); });
   }
-  auto* chkMEM = AddButton("chkMEM", "m/v", tr("Memory mode, or VFO mode"), true);
+  auto* chkMEM = AddButton(functions_, "chkMEM", "m/v", tr("Memory mode, or VFO mode"), true);
   connect(chkMEM, &QPushButton::toggled, this, &IcomPanel::chkMEM_Click);
-  chkScan_ = AddButton("chkScan", "scn", tr("Scan"), true);
+  chkScan_ = AddButton(functions_, "chkScan", "scn", tr("Scan"), true);
   connect(chkScan_, &QPushButton::toggled, this, &IcomPanel::chkScan_Click);
-  auto* cmdAGC = AddButton("cmdAGC", "agc", tr("AGC fast, middle, slow"));
+  auto* cmdAGC = AddButton(functions_, "cmdAGC", "agc", tr("AGC fast, middle, slow"));
   connect(cmdAGC, &QPushButton::clicked, this, &IcomPanel::cmdAGC_Click);
   for (int i = 0; i < 3; ++i) {
-    auto* filter =
-        AddButton(QString("cmdFil%1").arg(i), QString("F%1").arg(i + 1), tr("Filter %1").arg(i + 1));
+    auto* filter = AddButton(functions_, QString("cmdFil%1").arg(i), QString("F%1").arg(i + 1),
+                             tr("Filter %1").arg(i + 1));
     connect(filter, &QPushButton::clicked, this, [this, i] { emit cmdFil_Click(i); });
   }
   // In the order in which the frequency moves on the scale.
   for (const int i : {1, 0}) {
-    auto* step = AddButton(QString("cmdUpDn%1").arg(i), i == 0 ? ">>" : "<<",
+    auto* step = AddButton(functions_, QString("cmdUpDn%1").arg(i), i == 0 ? ">>" : "<<",
                            i == 0 ? tr("Move Freq Up 100kHz") : tr("Move Freq Dn 100kHz"));
     connect(step, &QPushButton::clicked, this, [this, i] { emit cmdUpDn_Click(i); });
   }
   AddSpan();
-  auto* cmdSpeed = AddButton("cmdSpeed", "SPD", tr("SWEEP +/-"));
+  auto* cmdSpeed = AddButton(levels_, "cmdSpeed", "SPD", tr("SWEEP +/-"));
   connect(cmdSpeed, &QPushButton::clicked, this, &IcomPanel::cmdSpeed_Click);
   sldVol_ = AddSlider("sldVol0", "AF", tr("AF gain"), 0, 255);
   connect(sldVol_, &QSlider::valueChanged, this, &IcomPanel::sldVol_Change);
@@ -57,7 +68,7 @@ IcomPanel::IcomPanel(QWidget* parent) : QWidget(parent), row_(new QHBoxLayout(th
 }
 
 void IcomPanel::AddSpan() {
-  chkFIX_ = AddButton("chkFIX", "F.X", tr("Scope in fixed mode"), true);
+  chkFIX_ = AddButton(levels_, "chkFIX", "F.X", tr("Scope in fixed mode"), true);
   // Clicked, not toggled: the scope's lines write this box many times a second.
   connect(chkFIX_, &QPushButton::clicked, this, &IcomPanel::chkFIX_Click);
   cboSpan_ = new QComboBox(this);
@@ -70,19 +81,19 @@ void IcomPanel::AddSpan() {
   lblSpan_->setObjectName("lblSpan");
   lblSpan_->setToolTip(tr("Half span of the fixed scope"));
   lblSpan_->hide();
-  row_->addWidget(cboSpan_);
-  row_->addWidget(lblSpan_);
+  levels_->addWidget(cboSpan_);
+  levels_->addWidget(lblSpan_);
 }
 
-QPushButton* IcomPanel::AddButton(const QString& name, const QString& caption, const QString& toolTip,
-                                  bool check) {
+QPushButton* IcomPanel::AddButton(QHBoxLayout* row, const QString& name, const QString& caption,
+                                  const QString& toolTip, bool check) {
   auto* button = new QPushButton(caption, this);
   button->setObjectName(name);
   button->setToolTip(toolTip);
   button->setAccessibleName(toolTip);
   button->setMinimumWidth(8);
   button->setCheckable(check);
-  row_->addWidget(button, 1);
+  row->addWidget(button, 1);
   return button;
 }
 
@@ -90,15 +101,21 @@ QSlider* IcomPanel::AddSlider(const QString& name, const QString& caption, const
                               int high) {
   auto* label = new QLabel(caption, this);
   label->setProperty("role", "caption");
-  row_->addWidget(label);
+  levels_->addWidget(label);
   auto* slider = new QSlider(Qt::Horizontal, this);
   slider->setObjectName(name);
   slider->setRange(low, high);
   slider->setMinimumWidth(30);
   slider->setToolTip(toolTip);
   slider->setAccessibleName(toolTip);
-  row_->addWidget(slider, 2);
+  levels_->addWidget(slider, 2);
   return slider;
+}
+
+void IcomPanel::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  const bool narrow = event->size().width() < kOneRowWidth;
+  body_->setDirection(narrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
 }
 
 void IcomPanel::SetAfSlider(int value) {

@@ -2,6 +2,7 @@
 // Shows and forwards; sends nothing and decides nothing.
 #pragma once
 
+#include <QBoxLayout>
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -47,13 +48,18 @@ class IcomPanel final : public QWidget, public IcomPanelView {
   void sldSQL_Change(int value);
   void sldRFLevel_Change(int value);
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
-  QPushButton* AddButton(const QString& name, const QString& caption, const QString& toolTip,
-                         bool check = false);
+  QPushButton* AddButton(QHBoxLayout* row, const QString& name, const QString& caption,
+                         const QString& toolTip, bool check = false);
   QSlider* AddSlider(const QString& name, const QString& caption, const QString& toolTip, int low, int high);
   void AddSpan();
 
-  QHBoxLayout* row_;
+  QBoxLayout* body_;  ///< the two halves beside each other, or one over the other in a narrow window
+  QHBoxLayout* functions_;
+  QHBoxLayout* levels_;
   QPushButton* chkScan_;
   QPushButton* chkFIX_;
   QComboBox* cboSpan_;
