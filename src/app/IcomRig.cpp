@@ -19,8 +19,12 @@ IcomRig::IcomRig(const Parts& parts)
       backend_(state_, link_, commands_, parts.Store, parts.Bands),
       memory_(state_, commands_, parts.Store, parts.Bands) {
   tmrIcomStatus_.setInterval(kStatusMs);
-  QObject::connect(&tmrIcomStatus_, &QTimer::timeout,
-                   [this] { memory_.tmrIcomStatus_Timer(autoRef_, state_.IcomActive); });
+  QObject::connect(&tmrIcomStatus_, &QTimer::timeout, [this] {
+    memory_.tmrIcomStatus_Timer(autoRef_, state_.IcomActive);
+    // A radio that does not report its own knob, and one whose memories or scan move it, is asked.
+    link_.Sender().SendCiv("03", "", "?");
+    link_.Sender().SendCiv("04", "", "?");
+  });
 }
 
 void IcomRig::Attach(const WindowSide& window) {
