@@ -12,6 +12,14 @@ namespace spectrino {
 
 inline constexpr int kWaterfallColours = 257;
 
+/// Of the texts in a radio's status area, which has no entries in the colour table.
+namespace status_colour {
+inline constexpr QRgb kAmber = 0xFFFFD08A;
+inline constexpr QRgb kRed = 0xFFFF6A5A;
+inline constexpr QRgb kQuiet = 0xFF8D9AA9;
+inline constexpr QRgb kBright = 0xFFCFD8E3;
+}  // namespace status_colour
+
 /// 0x00BBGGRR to an opaque QRgb.
 [[nodiscard]] QRgb ToRgb(std::uint32_t bgr);
 /// The colour with this index of the table; an index outside it gives the grid colour.

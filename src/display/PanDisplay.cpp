@@ -54,7 +54,7 @@ void PanDisplay::LayOut() {
   waterfall_.SetEmptyColour(ColourAt(options_.Colours, ColourIndex::Background));
   waterfall_.SetFollow(options_.WFFollow);
   waterfall_.Resize(layout_.PlotWidth, layout_.WaterfallHeight);
-  scaleDirty_ = allChanged_ = true;
+  scaleDirty_ = allChanged_ = placesStale_ = true;
 }
 
 void PanDisplay::SetMarkers(std::span<const PlotMarker> markers) {
@@ -76,7 +76,7 @@ void PanDisplay::SetStatus(StatusArea area, double lowMHz, double highMHz) {
   status_ = std::move(area);
   tunedLowMHz_ = lowMHz;
   tunedHighMHz_ = highMHz;
-  statusChanged_ = statusStale_ = true;
+  statusChanged_ = statusStale_ = placesStale_ = true;
 }
 
 void PanDisplay::SetHover(std::optional<QPointF> logical) {
@@ -91,7 +91,7 @@ void PanDisplay::SetGeometry(const FrameGeometry& geometry) {
   ours.PlotWidth = layout_.PlotWidth;
   if (ours == scale_.Geometry) return;
   scale_.Geometry = ours;
-  scaleDirty_ = true;
+  scaleDirty_ = placesStale_ = true;
 }
 
 void PanDisplay::ShowFrame(const Frame& frame) {
@@ -128,7 +128,7 @@ void PanDisplay::DrawScale(const ScaleState& scale) {
     traceDirty_ = true;
   }
   scale_ = ours;
-  scaleDirty_ = allChanged_ = true;
+  scaleDirty_ = allChanged_ = placesStale_ = true;
 }
 
 void PanDisplay::ClearFrames() {
@@ -144,7 +144,7 @@ QRegion PanDisplay::Prepare() {
   QRegion changed = tracePainter_.TakeChanged();
   if (std::exchange(allChanged_, false)) return QRect(0, 0, layout_.Width, layout_.Height);
   if (std::exchange(statusChanged_, false)) {
-    changed += std::exchange(statusBox_, StatusBox(layout_, scale_.Geometry, tunedLowMHz_, tunedHighMHz_));
+    changed += std::exchange(statusBox_, Places().Bounds());
     changed += statusBox_;
   }
   if (!lineAdded) return changed;
@@ -210,7 +210,7 @@ void PanDisplay::PaintOverlays(QPainter& painter) {
 
 /// The inset changes less often than the trace beneath it: it is kept as a picture.
 void PanDisplay::PaintStatus(QPainter& painter) {
-  const QRect box = StatusBox(layout_, scale_.Geometry, tunedLowMHz_, tunedHighMHz_);
+  const QRect box = Places().Bounds();
   if (box.isEmpty()) return;
   if (std::exchange(statusStale_, false) || statusPicture_.size() != box.size()) {
     if (statusPicture_.size() != box.size())
@@ -218,9 +218,18 @@ void PanDisplay::PaintStatus(QPainter& painter) {
     statusPicture_.fill(Qt::transparent);
     QPainter inset(&statusPicture_);
     const OverlayPen pen{inset, layout_, options_.Colours, texts_};
-    DrawStatus(pen, QRect(QPoint(0, 0), box.size()), status_, labelFont_);
+    inset.translate(-box.topLeft());
+    DrawStatus(pen, places_, status_, labelFont_);
   }
   painter.drawImage(box.topLeft(), statusPicture_);
+}
+
+const StatusPlaces& PanDisplay::Places() {
+  if (std::exchange(placesStale_, false)) {
+    places_ = PlaceStatus(layout_, scale_.Geometry, tunedLowMHz_, tunedHighMHz_, status_, texts_, labelFont_);
+    statusStale_ = true;
+  }
+  return places_;
 }
 
 std::optional<int> PanDisplay::HoverColumn() const {

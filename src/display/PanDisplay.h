@@ -16,6 +16,7 @@
 #include "display/MarkerPainter.h"
 #include "display/PlotLayout.h"
 #include "display/ScalePainter.h"
+#include "display/StatusLayout.h"
 #include "display/TextCache.h"
 #include "display/TracePainter.h"
 #include "display/WaterfallImage.h"
@@ -87,6 +88,7 @@ class PanDisplay : public FrameSink {
   void UpdatePlot();
   void PaintOverlays(QPainter& painter);
   void PaintStatus(QPainter& painter);
+  const StatusPlaces& Places();
   [[nodiscard]] std::optional<int> HoverColumn() const;
   [[nodiscard]] std::string TextUnderPointer() const;
   [[nodiscard]] int HoverRow() const;
@@ -119,6 +121,8 @@ class PanDisplay : public FrameSink {
   int textHeight_ = 0;      ///< of textFont_
   bool allChanged_ = true;  ///< since the last Prepare, with all that lies over the trace
   bool lineAdded_ = false;
+  StatusPlaces places_;
+  bool placesStale_ = true;
   QImage statusPicture_;
   bool statusStale_ = true;     ///< the picture
   bool statusChanged_ = false;  ///< since the last Prepare
