@@ -69,7 +69,7 @@ struct Stages {
     const int points = static_cast<int>(power.size());
     spectrum.Prepare(bits, kWindow);
     offsetDb = LevelOffsetDb(kWindow, bits);
-    geometry = SoundCardGeometry(points, 48000, 14.1, 0, 1, 0, kPixels);
+    geometry = SoundCardGeometry(VisiblePoints(points, 48000, 0, 1, 0), points, 48000, 14.1, kPixels);
     history.Reset(points);
     Transform();
     Levels();

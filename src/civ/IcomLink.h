@@ -32,7 +32,7 @@ class IcomLink final : public RadioLink, public SpectrumSource {
   bool Open(RadioState& radio) override;
   void Close(RadioState& radio) override;
   [[nodiscard]] SpectrumSource& Source() override { return *this; }
-  [[nodiscard]] LevelScale Scale() const override { return {0, 160, 160, 20}; }
+  [[nodiscard]] LevelScale Scale() const override { return {0, 160, 160, 20, false}; }
   [[nodiscard]] std::array<double, 21> GridHz() const override { return parts_.State.ScopeGridHz; }
 
   // SpectrumSource

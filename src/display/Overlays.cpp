@@ -33,16 +33,25 @@ void DrawVeiled(const OverlayPen& pen, const QRect& box, const TextCache::Entry&
 
 }  // namespace
 
-std::string HoverText(double freqMHz, bool frequencyKnown, float level) {
+std::string HoverText(const HoverPlace& place) {
   char text[40];
-  std::string result = FrequencyText(freqMHz);
-  if (!frequencyKnown) {
-    std::snprintf(text, sizeof text, "%+.2fK", freqMHz * 1e3);
+  std::string result = FrequencyText(place.FreqMHz);
+  if (!place.FrequencyKnown) {
+    std::snprintf(text, sizeof text, "%+.2fK", place.FreqMHz * 1e3);
     result = text;
   }
-  if (level == kUndrawnLevel || !std::isfinite(level)) return result;
-  std::snprintf(text, sizeof text, "  %ld dBm", std::lround(level));
-  return result + text;
+  if (place.Level != kUndrawnLevel && std::isfinite(place.Level)) {
+    std::snprintf(text, sizeof text, "  %ld%s", std::lround(place.Level), place.InDb ? " dBm" : "");
+    result += text;
+  }
+  if (place.TakenUtc) {
+    const auto second = std::chrono::floor<std::chrono::seconds>(*place.TakenUtc);
+    const std::chrono::hh_mm_ss time(second - std::chrono::floor<std::chrono::days>(second));
+    std::snprintf(text, sizeof text, "  %02d:%02d:%02dZ", static_cast<int>(time.hours().count()),
+                  static_cast<int>(time.minutes().count()), static_cast<int>(time.seconds().count()));
+    result += text;
+  }
+  return result;
 }
 
 QRect HoverStrip(const PlotLayout& layout, int textHeight) {

@@ -4,18 +4,30 @@
 
 #include <QFont>
 #include <QRect>
+#include <chrono>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "display/PlotLayout.h"
 #include "display/TextCache.h"
 #include "display/WaterfallImage.h"
+#include "state/SpectrumLine.h"
 
 namespace spectrino {
 
-/// "14.084.150  -71 dBm"; while no frequency is known the offset from the centre, "+1.25K  -71 dBm". Without
-/// a level (kUndrawnLevel) the frequency alone.
-[[nodiscard]] std::string HoverText(double freqMHz, bool frequencyKnown, float level);
+/// What is known of the place under the pointer.
+struct HoverPlace {
+  double FreqMHz = 0;
+  bool FrequencyKnown = false;
+  float Level = kUndrawnLevel;  ///< kUndrawnLevel: none
+  bool InDb = true;             ///< the level is dBm, not the height of a radio's own scope
+  std::optional<std::chrono::system_clock::time_point> TakenUtc;  ///< of a line of the waterfall
+};
+
+/// "14.084.150  -71 dBm  12:34:56Z"; while no frequency is known the offset from the centre, "+1.25K  -71
+/// dBm". What is not known is left out.
+[[nodiscard]] std::string HoverText(const HoverPlace& place);
 
 /// Dashed line at x from the top margin to the bottom of the picture, its text beside it: right of it, left
 /// where it would leave the plot. Returns the text's box.

@@ -18,6 +18,7 @@ namespace {
 // Logical pixels.
 constexpr double kLabelFont = 9.5;
 constexpr double kTextFont = 10.5;
+constexpr double kRightStrip = 22;
 
 }  // namespace
 
@@ -259,10 +260,42 @@ float PanDisplay::HoverLevel() const {
 }
 
 std::string PanDisplay::TextUnderPointer() const {
-  double mhz = scale_.Geometry.FrequencyAt(hover_->x());
+  HoverPlace place{.FreqMHz = scale_.Geometry.FrequencyAt(hover_->x()),
+                   .FrequencyKnown = scale_.FrequencyKnown,
+                   .Level = HoverLevel(),
+                   .InDb = scale_.Levels.InDb,
+                   .TakenUtc = {}};
   // Below the newest line another frequency may have stood here.
-  if (HoverRow() >= 0 && waterfall_.RowAt(HoverRow())) mhz = waterfall_.FrequencyAt(hover_->x(), HoverRow());
-  return HoverText(mhz, scale_.FrequencyKnown, HoverLevel());
+  const int row = HoverRow();
+  if (const auto line = row >= 0 ? waterfall_.RowAt(row) : std::nullopt) {
+    place.FreqMHz = waterfall_.FrequencyAt(hover_->x(), row);
+    place.TakenUtc = line->TakenUtc;
+  }
+  return HoverText(place);
+}
+
+double PanDisplay::TuneFreqMHz(QPointF logical) const {
+  const QPointF at = LogicalToPlot(logical);
+  if (!scale_.FrequencyKnown || at.x() < 0 || at.x() >= layout_.PlotWidth) return 0;
+  const int row = static_cast<int>(std::floor(at.y())) - layout_.WaterfallTop;
+  if (row >= 0) return waterfall_.FrequencyAt(at.x(), row);
+  return scale_.Geometry.PixelToFrequency(at.x(), at.y(), layout_.PlotBottom());
+}
+
+bool PanDisplay::InRightStrip(QPointF logical) const {
+  return logical.x() >= logicalSize_.width() - kRightStrip && logical.x() < logicalSize_.width();
+}
+
+MiniPanPassband PanDisplay::MiniPanPassbandAt(QPointF logical) {
+  const QPointF at = LogicalToPlot(logical);
+  const auto hits = [&at](const MiniPanPlace& place, const MiniPan& pan) {
+    if (!place.Trace.contains(at.toPoint())) return false;
+    return at.x() >= MiniPanX(place.Trace, pan, pan.PassbandLowMHz) &&
+           at.x() <= MiniPanX(place.Trace, pan, pan.PassbandHighMHz);
+  };
+  const StatusPlaces& places = Places();
+  if (hits(places.Main, status_.Main)) return MiniPanPassband::Main;
+  return hits(places.Sub, status_.Sub) ? MiniPanPassband::Sub : MiniPanPassband::None;
 }
 
 }  // namespace spectrino

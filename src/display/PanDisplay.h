@@ -38,6 +38,8 @@ struct DisplayOptions {
   bool operator==(const DisplayOptions&) const = default;
 };
 
+enum class MiniPanPassband { None, Main, Sub };
+
 /// All x of FrameGeometry and all sizes of PlotLayout are device pixels here; only Resize, SetHover and
 /// LogicalToPlot take logical ones.
 class PanDisplay : public FrameSink {
@@ -77,6 +79,13 @@ class PanDisplay : public FrameSink {
   [[nodiscard]] const WaterfallImage& Waterfall() const { return waterfall_; }
   /// A logical position in device pixels, as FrameGeometry counts them.
   [[nodiscard]] QPointF LogicalToPlot(QPointF logical) const { return logical * layout_.Scale; }
+  /// Where a click at a logical position tunes to, MHz: in the plot, or in the waterfall to what stood there.
+  /// 0 anywhere else, and while the radio's frequency is unknown.
+  [[nodiscard]] double TuneFreqMHz(QPointF logical) const;
+  /// In the last 22 logical pixels, beside the plot.
+  [[nodiscard]] bool InRightStrip(QPointF logical) const;
+  /// Which mini-pan's passband is under a logical position.
+  [[nodiscard]] MiniPanPassband MiniPanPassbandAt(QPointF logical);
   /// Frequency under the pointer; 0 outside the plot (the waterfall is outside).
   [[nodiscard]] double HoverFreqMHz() const;
   /// Level shown under the pointer, in plot or waterfall; kUndrawnLevel where there is none.

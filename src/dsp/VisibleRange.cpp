@@ -9,7 +9,7 @@ namespace spectrino {
 
 PointWindow VisiblePoints(int points, int sampleRate, double ifOffsetKHz, int displayZoom, int panPoints) {
   assert(points > 0 && sampleRate > 0 && displayZoom > 0);
-  if (displayZoom == 1) return {0, points, points / 2};
+  if (displayZoom == 1) return {0, points, points / 2, 0};
   // An offset of a fixed receiver can be any number of MHz; the sum must not leave the integers.
   const double wanted = points / 2.0 + ifOffsetKHz * 1000 / sampleRate * points;
   const double limit = 4.0 * points;
@@ -19,14 +19,13 @@ PointWindow VisiblePoints(int points, int sampleRate, double ifOffsetKHz, int di
   const int first = RoundToInt32(centre - half);
   const int width = RoundToInt32(centre + half) - first;
   const int shift = std::clamp(first, 0, points - width) - first;
-  return {first + shift, first + width + shift, centre + shift};
+  return {first + shift, first + width + shift, centre + shift, shift};
 }
 
-FrameGeometry SoundCardGeometry(int points, int sampleRate, double radioFreqMHz, double ifOffsetKHz,
-                                int displayZoom, int panPoints, double plotWidth) {
-  const PointWindow window = VisiblePoints(points, sampleRate, ifOffsetKHz, displayZoom, panPoints);
+FrameGeometry SoundCardGeometry(const PointWindow& window, int points, int sampleRate, double zeroFreqMHz,
+                                double plotWidth) {
   const double rateMHz = sampleRate / 1e6;
-  const double leftEdge = radioFreqMHz - ifOffsetKHz / 1000 - rateMHz / 2;
+  const double leftEdge = zeroFreqMHz - rateMHz / 2;
   return {.FirstPoint = window.FirstPoint,
           .LastPoint = window.LastPoint,
           .CentrePoint = window.CentrePoint,

@@ -10,6 +10,7 @@ struct PointWindow {
   int FirstPoint = 0;
   int LastPoint = 0;  ///< one past the last point when nothing is zoomed
   int CentrePoint = 0;
+  int Shift = 0;  ///< by how far it was moved to stay within the line
 };
 
 /// The points of a sound-card line in view. displayZoom 1: all. Above: points / displayZoom points around the
@@ -18,11 +19,9 @@ struct PointWindow {
 [[nodiscard]] PointWindow VisiblePoints(int points, int sampleRate, double ifOffsetKHz, int displayZoom,
                                         int panPoints);
 
-/// A sound-card line. radioFreqMHz: 0 while unknown, frequencies are then offsets. ifOffsetKHz: radio
-/// frequency minus that of the line's 0 Hz. plotWidth: pixels.
-[[nodiscard]] FrameGeometry SoundCardGeometry(int points, int sampleRate, double radioFreqMHz,
-                                              double ifOffsetKHz, int displayZoom, int panPoints,
-                                              double plotWidth);
+/// A sound-card line. zeroFreqMHz: of the line's 0 Hz, its middle. plotWidth: pixels.
+[[nodiscard]] FrameGeometry SoundCardGeometry(const PointWindow& window, int points, int sampleRate,
+                                              double zeroFreqMHz, double plotWidth);
 
 /// A radio's line, always whole: point 1 at x = 0 and leftMHz, the last at plotWidth and rightMHz. Not
 /// Valid() with fewer than two points.

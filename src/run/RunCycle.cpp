@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "capture/IqSign.h"
 #include "run/IfOffset.h"
@@ -93,6 +94,7 @@ void RunCycle::FinishFrame() {
   UpdateMeter();
   parts_.Sink.ShowFrame({line_, scale_.Geometry, history_.DisplayLevel(), history_.BackgroundPeak()});
   ++parts_.Times.Frames;
+  if (std::exchange(spotRequested_, false) && SpotFrame) SpotFrame(line_);
 }
 
 // With "qsy" on, averaging across a retune would smear two pieces of band into one.
@@ -123,10 +125,15 @@ void RunCycle::UpdateMeter() {
       hold_.Update(readings_.SMeterDbm, session_.Settings.SMeterHoldSeconds, parts_.Time.Now());
 }
 
-void RunCycle::RefreshRadio() {
+RigBackend* RunCycle::Backend() const {
   RigBackend* backend = parts_.Router.Backend(control_, session_.Radio);
   // A host that was not found at Start stays out of this run.
-  if (backend == nullptr || (backend == parts_.Router.Host() && !hostOpen_)) return;
+  return running_ && (backend != parts_.Router.Host() || hostOpen_) ? backend : nullptr;
+}
+
+void RunCycle::RefreshRadio() {
+  RigBackend* backend = Backend();
+  if (backend == nullptr) return;
   backend->Refresh(session_.Radio);
   bandFlip_ = BandFlip(bandFlip_, session_.Radio, control_, session_.Settings);
 }

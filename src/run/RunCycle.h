@@ -10,6 +10,7 @@
 #include "capture/DeviceList.h"
 #include "capture/ZoomPlan.h"
 #include "dsp/LevelHistory.h"
+#include "dsp/VisibleRange.h"
 #include "platform/Clock.h"
 #include "platform/EventPump.h"
 #include "platform/Notifier.h"
@@ -57,6 +58,20 @@ class RunCycle {
   /// optZoom click. With High Res. Zoom a sound-card run is closed and started again at the rate of the new
   /// zoom.
   void SetZoom(int zoomIndex);
+  /// SetZoom, with the frequency at x of the plot staying there. x: 0..1 of the plot's width.
+  void ZoomAt(int zoomIndex, double x);
+  /// Moves the zoomed window of a sound card by so much of the plot's width; up the band when positive. Ends
+  /// where the line ends, and does nothing at zoom 1X or on a radio's own line.
+  void PanBy(double widths);
+  /// After a retuning click: PEAK begins anew.
+  void RestartTraces() { history_.ClearDisplay(); }
+  /// cmdSpot: the next frame is handed to SpotFrame.
+  void RequestSpot() { spotRequested_ = true; }
+  std::function<void(const SpectrumLine&)> SpotFrame;
+  /// The newest line of this run; PointCount 0 before the first.
+  [[nodiscard]] const SpectrumLine& Line() const { return line_; }
+  /// The back-end that this run asks for frequencies; null where there is none.
+  [[nodiscard]] RigBackend* Backend() const;
   /// Brings the scale to the sink after anything that it depends on changed.
   void UpdateScale();
   /// Command1 and Command18, Command3 and Command2. No effect on radios with a scale of their own.
@@ -103,6 +118,8 @@ class RunCycle {
   [[nodiscard]] double OffsetKHz() const;
   [[nodiscard]] FrameGeometry GeometryOf(const SpectrumLine& line) const;
   [[nodiscard]] FrameGeometry IdleGeometry() const;
+  [[nodiscard]] PointWindow WindowOf(const SpectrumLine& line) const;
+  [[nodiscard]] PointWindow IdleWindow() const;
 
   Session& session_;
   RunParts parts_;
@@ -129,6 +146,7 @@ class RunCycle {
   bool startFailed_ = false;
   bool stopRequested_ = false;
   bool hostOpen_ = false;
+  bool spotRequested_ = false;
 };
 
 }  // namespace spectrino

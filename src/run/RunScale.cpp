@@ -1,8 +1,12 @@
 // The scale of the run cycle: level range, geometry, grid, and the levels that each band remembers.
+#include <algorithm>
+#include <utility>
+
 #include "bandplan/Bands.h"
 #include "dsp/LevelScale.h"
 #include "dsp/VisibleRange.h"
 #include "run/RunCycle.h"
+#include "state/Val.h"
 
 namespace spectrino {
 
@@ -10,16 +14,25 @@ FrameGeometry RunCycle::GeometryOf(const SpectrumLine& line) const {
   if (line.FirstIndex != 0) {
     return RadioGeometry(line.PointCount, line.LeftMHz, line.RightMHz, parts_.Sink.PlotWidth());
   }
-  // From the line's own edges, not from the radio: it may have been retuned since the line was taken.
+  return SoundCardGeometry(WindowOf(line), line.PointCount, plan_.SampleRate,
+                           (line.LeftMHz + line.RightMHz) / 2, parts_.Sink.PlotWidth());
+}
+
+// From the line's own edges, not from the radio: it may have been retuned since the line was taken.
+PointWindow RunCycle::WindowOf(const SpectrumLine& line) const {
   const double middleMHz = (line.LeftMHz + line.RightMHz) / 2;
-  return SoundCardGeometry(line.PointCount, plan_.SampleRate, line.CentreMHz,
-                           (line.CentreMHz - middleMHz) * 1000, plan_.DisplayZoom, session_.PanPoints,
-                           parts_.Sink.PlotWidth());
+  return VisiblePoints(line.PointCount, plan_.SampleRate, (line.CentreMHz - middleMHz) * 1000,
+                       plan_.DisplayZoom, session_.PanPoints);
+}
+
+PointWindow RunCycle::IdleWindow() const {
+  return VisiblePoints(1 << plan_.FftBits, plan_.SampleRate, OffsetKHz(), plan_.DisplayZoom,
+                       session_.PanPoints);
 }
 
 FrameGeometry RunCycle::IdleGeometry() const {
-  return SoundCardGeometry(1 << plan_.FftBits, plan_.SampleRate, session_.Radio.MainFreqMHz, OffsetKHz(),
-                           plan_.DisplayZoom, session_.PanPoints, parts_.Sink.PlotWidth());
+  return SoundCardGeometry(IdleWindow(), 1 << plan_.FftBits, plan_.SampleRate, ZeroFreqMHz(),
+                           parts_.Sink.PlotWidth());
 }
 
 void RunCycle::UpdateScale() {
@@ -39,6 +52,28 @@ void RunCycle::UpdateScale() {
   }
   RebuildLevelScale();
   parts_.Sink.DrawScale(scale_);
+}
+
+void RunCycle::ZoomAt(int zoomIndex, double x) {
+  const FrameGeometry before = scale_.Geometry;
+  SetZoom(zoomIndex);
+  const FrameGeometry& after = scale_.Geometry;
+  if (link_ != nullptr || plan_.DisplayZoom == 1 || !before.Valid() || !after.Valid()) return;
+  const double aimMHz = before.FrequencyAt(x * before.PlotWidth);
+  PanBy((aimMHz - after.FrequencyAt(x * after.PlotWidth)) / (after.RightMHz - after.LeftMHz));
+}
+
+void RunCycle::PanBy(double widths) {
+  const FrameGeometry& shown = scale_.Geometry;
+  if (link_ != nullptr || plan_.DisplayZoom == 1 || !shown.Valid()) return;
+  const int before = session_.PanPoints;
+  const int move = RoundToInt32(std::clamp(widths, -64.0, 64.0) * (shown.LastPoint - shown.FirstPoint));
+  session_.PanPoints = before + move;
+  // What the line's ends take back must not have to be dragged back.
+  const int shift = (running_ && line_.Serial != 0 ? WindowOf(line_) : IdleWindow()).Shift;
+  session_.PanPoints = move > 0 ? std::max(before, session_.PanPoints + std::min(shift, 0))
+                                : std::min(before, session_.PanPoints + std::max(shift, 0));
+  UpdateScale();
 }
 
 void RunCycle::RebuildLevelScale() {

@@ -125,6 +125,7 @@ bool RunCycle::BeginRun() {
   readings_ = Readings{};
   hold_.Reset();
   lastLeftMHz_ = lastRightMHz_ = 0;
+  spotRequested_ = false;
   lastRadioMode_ = session_.Radio.RadioMode;
   parts_.Sink.ClearFrames();
   if (control_ == CatControl::IcomViaHost && session_.Radio.IcomActive) {

@@ -14,6 +14,7 @@ struct LevelScale {
   float TopLevel = -13;
   int RangeUnits = 140;  ///< steps that the grid loop walks from top to bottom
   int GridStep = 20;     ///< spacing of labelled lines in dB
+  bool InDb = true;      ///< levels are dBm; otherwise heights of a radio's own scope
 
   bool operator==(const LevelScale&) const = default;
 };

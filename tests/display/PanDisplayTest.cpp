@@ -148,9 +148,11 @@ TEST(PanDisplayTest, HoverTellsFrequencyAndLevelOfPlotAndWaterfall) {
   bench.Display.SetHover(QPointF(799, 50));
   EXPECT_EQ(bench.Display.HoverFreqMHz(), 0) << "label column";
 
-  EXPECT_EQ(HoverText(14.08415, true, -71.2F), "14.084.150  -71 dBm");
-  EXPECT_EQ(HoverText(0.00125, false, -71.2F), "+1.25K  -71 dBm");
-  EXPECT_EQ(HoverText(-0.00125, false, kUndrawnLevel), "-1.25K");
+  EXPECT_EQ(HoverText({14.08415, true, -71.2F, true, {}}), "14.084.150  -71 dBm");
+  EXPECT_EQ(HoverText({14.08415, true, 71.2F, false, {}}), "14.084.150  71");
+  EXPECT_EQ(HoverText({0.00125, false, -71.2F, true, {}}), "+1.25K  -71 dBm");
+  const std::chrono::system_clock::time_point taken{std::chrono::hours(45) + std::chrono::seconds(62)};
+  EXPECT_EQ(HoverText({-0.00125, false, kUndrawnLevel, true, taken}), "-1.25K  21:01:02Z");
 }
 
 TEST(PanDisplayTest, TextsStayInsideThePlot) {

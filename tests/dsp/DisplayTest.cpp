@@ -14,6 +14,13 @@
 namespace spectrino {
 namespace {
 
+/// The part of a sound-card line in view.
+FrameGeometry Shown(int points, int rate, double radioFreqMHz, double ifOffsetKHz, int zoom, int pan,
+                    double width) {
+  return SoundCardGeometry(VisiblePoints(points, rate, ifOffsetKHz, zoom, pan), points, rate,
+                           radioFreqMHz - ifOffsetKHz / 1000, width);
+}
+
 using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::FloatEq;
@@ -25,7 +32,7 @@ TEST(DisplayTrace, ACarrierOfOnePointShowsAtEveryZoomAndWidth) {
   for (const int points : {256, 8192, 65536}) {
     for (const int zoom : {1, 2, 4, 8, 16, 32}) {
       for (const int width : {1, 300, 1279, 1280, 3840}) {
-        const auto geometry = SoundCardGeometry(points, kRate, 14.1, 3, zoom, 0, width);
+        const auto geometry = Shown(points, kRate, 14.1, 3, zoom, 0, width);
         std::vector<float> pixels(static_cast<std::size_t>(width));
         for (int share = 0; share <= 8; ++share) {
           const int carrier = std::min(
@@ -58,10 +65,10 @@ TEST(DisplayTrace, NoValueIsNeverDrawnNorDrawnAcross) {
   // Two points a pixel: the other one counts; both without value: nothing.
   const std::vector<float> dense = {kUndrawnLevel, -500,          kUndrawnLevel, kUndrawnLevel,
                                     -90,           kUndrawnLevel, -80,           -70};
-  trace.Map(SoundCardGeometry(8, kRate, 0, 0, 1, 0, 4), 0, 8, dense, pixels);
+  trace.Map(Shown(8, kRate, 0, 0, 1, 0, 4), 0, 8, dense, pixels);
   EXPECT_THAT(pixels, ElementsAre(-500, kUndrawnLevel, -90, -70));
   const std::vector<float> sparse = {-90, kUndrawnLevel};
-  trace.Map(SoundCardGeometry(2, kRate, 0, 0, 1, 0, 4), 0, 2, sparse, pixels);
+  trace.Map(Shown(2, kRate, 0, 0, 1, 0, 4), 0, 2, sparse, pixels);
   EXPECT_THAT(pixels, ElementsAre(-90, kUndrawnLevel, kUndrawnLevel, kUndrawnLevel));
   trace.Map(RadioGeometry(1, 14, 14.2, 4), 1, 2, sparse, pixels);
   EXPECT_THAT(pixels, Each(kUndrawnLevel)) << "one point makes no line";
@@ -75,9 +82,9 @@ TEST(DisplayTrace, FollowsAChangeOfGeometryOfTheSameWidth) {
   std::vector<float> levels(64, -100);
   levels[40] = -10;
   std::vector<float> pixels(64);
-  trace.Map(SoundCardGeometry(64, kRate, 0, 0, 1, 0, 64), 0, 64, levels, pixels);
+  trace.Map(Shown(64, kRate, 0, 0, 1, 0, 64), 0, 64, levels, pixels);
   EXPECT_EQ(pixels[40], -10);
-  trace.Map(SoundCardGeometry(64, kRate, 0, 0, 2, 0, 64), 0, 64, levels, pixels);
+  trace.Map(Shown(64, kRate, 0, 0, 2, 0, 64), 0, 64, levels, pixels);
   EXPECT_EQ(pixels[40], -100);
   EXPECT_EQ(pixels[48], -10);
 }
@@ -114,7 +121,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_P(VisibleRange, ShowsPointsAtTheirFrequency) {
   const RangeCase& c = GetParam();
-  const auto geometry = SoundCardGeometry(8192, kRate, 14.1, c.ifOffsetKHz, c.zoom, c.pan, 1000);
+  const auto geometry = Shown(8192, kRate, 14.1, c.ifOffsetKHz, c.zoom, c.pan, 1000);
   EXPECT_EQ(geometry.FirstPoint, c.first);
   EXPECT_EQ(geometry.LastPoint, c.last);
   EXPECT_EQ(geometry.CentrePoint, c.centre);

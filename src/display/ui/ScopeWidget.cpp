@@ -125,7 +125,27 @@ void ScopeWidget::ApplySize() {
 void ScopeWidget::mouseMoveEvent(QMouseEvent* event) {
   display_.SetHover(event->position());
   emit HoverMoved();
+  if (event->buttons() != Qt::NoButton) emit Dragged(pressedAt_, event->position());
   ShowNew(arrived_);
+}
+
+void ScopeWidget::mousePressEvent(QMouseEvent* event) {
+  pressedAt_ = event->position();
+  display_.SetHover(event->position());
+  emit MouseDown(event->position(), event->button(), event->modifiers());
+}
+
+void ScopeWidget::mouseReleaseEvent(QMouseEvent*) {
+  emit DragEnded();
+}
+
+void ScopeWidget::wheelEvent(QWheelEvent* event) {
+  // What a touchpad coasts on after the fingers left is not the operator's wish.
+  if (event->phase() == Qt::ScrollMomentum) return;
+  // Some systems turn the wheel sideways while a modifier is held.
+  const QPoint delta = event->angleDelta();
+  emit WheelTurned(event->position(), delta.y() != 0 ? delta.y() : delta.x(), event->modifiers());
+  event->accept();
 }
 
 void ScopeWidget::leaveEvent(QEvent* event) {

@@ -28,11 +28,21 @@ class ScopeWidget final : public QWidget {
   void Resized();
   void ResizeBegun();
   void HoverMoved();
+  /// Positions are logical pixels of this widget.
+  void MouseDown(QPointF at, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
+  /// The pointer moved with a button down. from: where that was pressed.
+  void Dragged(QPointF from, QPointF at);
+  void DragEnded();
+  /// delta: eighths of a degree, 120 a notch, as fine as the device tells; up or away is positive.
+  void WheelTurned(QPointF at, int delta, Qt::KeyboardModifiers modifiers);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
   void leaveEvent(QEvent* event) override;
 
  private:
@@ -48,6 +58,7 @@ class ScopeWidget final : public QWidget {
   QTimer resizeTimer_;
   QTimer repaintTimer_;
   QElapsedTimer sinceRepaint_;
+  QPointF pressedAt_;
   std::chrono::steady_clock::time_point arrived_{};       ///< of the newest line
   std::chrono::steady_clock::time_point shownArrival_{};  ///< of the line whose repaint was asked for last
   std::chrono::steady_clock::duration prepareTime_{};     ///< drawn since the last paint event
