@@ -61,8 +61,6 @@ void IcomRig::ConnectPanel() {
   toCommands(&IcomPanel::sldRFLevel_Change, &IcomCommands::sldRFLevel_Change);
   QObject::connect(panel, &IcomPanel::chkScan_Click, context,
                    [this](bool checked) { scan_->MainChkScan_Click(checked); });
-  QObject::connect(panel, &IcomPanel::cmdUpDn_Click, context,
-                   [this](int index) { commands_.cmdUpDn_Click(index, window_.CentreMHz()); });
 }
 
 void IcomRig::RunChanged(bool running) {

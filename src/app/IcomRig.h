@@ -3,7 +3,7 @@
 #pragma once
 
 #include <QTimer>
-#include <functional>
+#include <optional>
 
 #include "civ/IcomBackend.h"
 #include "civ/IcomCommands.h"
@@ -33,7 +33,6 @@ class IcomRig final : private IcomPanelView {
     IcomPanel* Panel;
     QWidget* Window;
     WindowCommands* Commands;
-    std::function<double()> CentreMHz;  ///< of the plot
   };
   void Attach(const WindowSide& window);
   void Detach();

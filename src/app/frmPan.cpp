@@ -33,9 +33,7 @@ frmPan::frmPan(const Parts& parts) : parts_(parts) {
   parts_.Cycle.RunningChanged = [this] { ShowRunState(); };
   parts_.User.SetWindow(this);
   parts_.K4.Attach(k4Panel_, this, [this](bool allow) { AllowOnTop(allow); });
-  parts_.Icom.Attach({.Panel = icomPanel_, .Window = this, .Commands = this, .CentreMHz = [this] {
-                        return parts_.Cycle.Scale().LabelCentreMHz;
-                      }});
+  parts_.Icom.Attach({.Panel = icomPanel_, .Window = this, .Commands = this});
   connect(&parts_.User, &QtNotifier::StatusChanged, scope_, &ScopeWidget::ShowStatus);
 }
 

@@ -36,8 +36,6 @@ class Panel : public testing::Test {
     Wire(&IcomPanel::sldVol_Change, &IcomCommands::sldVol_Change);
     Wire(&IcomPanel::sldSQL_Change, &IcomCommands::sldSQL_Change);
     Wire(&IcomPanel::sldRFLevel_Change, &IcomCommands::sldRFLevel_Change);
-    QObject::connect(&panel_, &IcomPanel::cmdUpDn_Click,
-                     [this](int index) { commands_.cmdUpDn_Click(index, 14.1); });
     QObject::connect(&panel_, &IcomPanel::chkScan_Click, [this](bool on) { scan_.MainChkScan_Click(on); });
     panel_.show();
   }
@@ -78,15 +76,9 @@ TEST_F(Panel, ClicksReachTheRadio) {
   state_.IcomModeText = "01";
   state_.ScopeSpanMHz = 0.3;
   const std::pair<const char*, const char*> clicks[] = {
-      {"chkFunc0", "160201"},
-      {"chkFunc5", "1A0701"},
-      {"chkMEM", "08"},
-      {"chkFIX", "27140001"},
-      {"cmdAGC", "161202"},
-      {"cmdFil2", "03? | receive | 060103 | 04?"},
+      {"chkFunc0", "160201"},   {"chkFunc5", "1A0701"}, {"chkMEM", "08"},
+      {"chkFIX", "27140001"},   {"cmdAGC", "161202"},   {"cmdFil2", "03? | receive | 060103 | 04?"},
       {"cmdSpeed", "271A0001"},
-      {"cmdUpDn0", "050000201400 | status | 03? | 2714?"},
-      {"cmdUpDn1", "050000001400 | status | 03? | 2714?"},
   };
   for (const auto& [name, frames] : clicks) EXPECT_EQ(Click(name), frames) << name;
   QTest::keyClick(Find<QComboBox>("cboSpan"), Qt::Key_Down);

@@ -50,12 +50,6 @@ IcomPanel::IcomPanel(QWidget* parent)
                              tr("Filter %1").arg(i + 1));
     connect(filter, &QPushButton::clicked, this, [this, i] { emit cmdFil_Click(i); });
   }
-  // In the order in which the frequency moves on the scale.
-  for (const int i : {1, 0}) {
-    auto* step = AddButton(functions_, QString("cmdUpDn%1").arg(i), i == 0 ? ">>" : "<<",
-                           i == 0 ? tr("Move Freq Up 100kHz") : tr("Move Freq Dn 100kHz"));
-    connect(step, &QPushButton::clicked, this, [this, i] { emit cmdUpDn_Click(i); });
-  }
   AddSpan();
   auto* cmdSpeed = AddButton(levels_, "cmdSpeed", "SPD", tr("SWEEP +/-"));
   connect(cmdSpeed, &QPushButton::clicked, this, &IcomPanel::cmdSpeed_Click);

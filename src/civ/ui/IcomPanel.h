@@ -42,7 +42,6 @@ class IcomPanel final : public QWidget, public IcomPanelView {
   void cmdAGC_Click();
   void cmdFil_Click(int index);
   void cmdSpeed_Click();
-  void cmdUpDn_Click(int index);
   void cboSpan_Click(int entry);
   void sldVol_Change(int value);
   void sldSQL_Change(int value);

@@ -4,7 +4,9 @@
 #include <QPushButton>
 #include <QResizeEvent>
 #include <QSignalBlocker>
+#include <QStyle>
 #include <QVBoxLayout>
+#include <utility>
 
 namespace spectrino {
 namespace {
@@ -30,6 +32,11 @@ constexpr Control kWaterfall[] = {{"optWaterfall0", "0ff", "Waterfall OFF"},
 constexpr Control kZoom[] = {{"optZoom0", "1X", "Zoom 1X"},   {"optZoom1", "2X", "Zoom 2X"},
                              {"optZoom2", "4X", "Zoom 4X"},   {"optZoom3", "8X", "Zoom 8X"},
                              {"optZoom4", "16X", "Zoom 16X"}, {"optZoom5", "32X", "Zoom 32X"}};
+constexpr Control kSpotUndo[] = {{"cmdSpot", "Spot", "Center signal"},
+                                 {"cmdUndo", "Undo", "Back to the frequency before the last click"}};
+constexpr Control kUpDn[] = {{"cmdUpDn1", "<<", ""}, {"cmdUpDn0", ">>", ""}};
+constexpr int kCaptionsHeight = 372;  // from here on there is room for what is written over the blocks
+constexpr int kRowsHeight = 272;      // below, the rows move closer
 constexpr Control kPeakHold = {"chkBPH", "BPH", "Background Peak Hold"};
 constexpr Control kCalibration = {"cmdIQ", "I/Q", "Calibration (I/Q Rejection, CAL Level)"};
 
@@ -69,6 +76,7 @@ QList<QPushButton*> AddBlock(const Control (&controls)[count], int columns, QWid
 RangePanel::RangePanel(QWidget* parent) : QWidget(parent) {
   setObjectName("RangePanel");
   setFixedWidth(104);
+  setMinimumHeight(1);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(5, 4, 5, 4);
   column->setSpacing(3);
@@ -97,6 +105,7 @@ RangePanel::RangePanel(QWidget* parent) : QWidget(parent) {
   connect(optWaterfall_, &QButtonGroup::idClicked, this, &RangePanel::optWaterfall_Click);
   connect(optZoom_, &QButtonGroup::idClicked, this, &RangePanel::optZoom_Click);
 
+  AddTuning();
   const Control toggles[] = {kPeakHold, kCalibration};
   const auto pair = AddBlock(toggles, 2, this, nullptr);
   chkBPH_ = pair[0];
@@ -106,6 +115,23 @@ RangePanel::RangePanel(QWidget* parent) : QWidget(parent) {
   connect(chkBPH_, &QAbstractButton::toggled, this, &RangePanel::chkBPH_Click);
   connect(cmdIQ_, &QAbstractButton::toggled, this, &RangePanel::cmdIQ_Click);
   column->addStretch(1);
+}
+
+void RangePanel::AddTuning() {
+  const auto pair = AddBlock(kSpotUndo, 2, this, nullptr);
+  connect(pair[0], &QPushButton::clicked, this, &RangePanel::cmdSpot_Click);
+  connect(pair[1], &QPushButton::clicked, this, &RangePanel::cmdUndo_Click);
+  cmdUpDn_ = AddBlock(kUpDn, 2, this, nullptr);
+  connect(cmdUpDn_[0], &QPushButton::clicked, this, [this] { emit cmdUpDn_Click(1); });
+  connect(cmdUpDn_[1], &QPushButton::clicked, this, [this] { emit cmdUpDn_Click(0); });
+  SetUpDnStep("100kHz");
+}
+
+void RangePanel::SetUpDnStep(const QString& step) {
+  if (step == std::exchange(upDnStep_, step)) return;
+  cmdUpDn_[0]->setToolTip("Move Freq Dn " + step);
+  cmdUpDn_[1]->setToolTip("Move Freq Up " + step);
+  for (QPushButton* button : cmdUpDn_) button->setAccessibleName(button->toolTip());
 }
 
 QLabel* RangePanel::AddCaption(const QString& text, const QString& name) {
@@ -133,9 +159,20 @@ void RangePanel::Show(const RangePanelState& state) {
 
 void RangePanel::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  // A low window has room for the buttons, not for what is written over them.
-  const bool room = event->size().height() >= 330;
-  for (QLabel* caption : captions_) caption->setVisible(room);
+  // A low window has room for the buttons, not for what is written over them; a very low one for low buttons.
+  const int height = event->size().height();
+  for (QLabel* caption : captions_) caption->setVisible(height >= kCaptionsHeight);
+  SetDense(height < kRowsHeight);
+}
+
+void RangePanel::SetDense(bool dense) {
+  if (property("dense").toBool() == dense) return;
+  setProperty("dense", dense);
+  layout()->setSpacing(dense ? 2 : 3);
+  for (QPushButton* button : findChildren<QPushButton*>()) {
+    button->style()->unpolish(button);
+    button->style()->polish(button);
+  }
 }
 
 }  // namespace spectrino

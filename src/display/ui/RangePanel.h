@@ -1,10 +1,12 @@
-// The strip at the right: reference, range, display mode, waterfall height, zoom, peak hold, calibration.
+// The strip at the right: reference, range, display mode, waterfall height, zoom, spot and undo, steps, peak
+// hold, calibration.
 // Shows and forwards; what a press does is decided elsewhere.
 #pragma once
 
 #include <QAbstractButton>
 #include <QButtonGroup>
 #include <QLabel>
+#include <QPushButton>
 #include <QWidget>
 
 namespace spectrino {
@@ -26,6 +28,8 @@ class RangePanel final : public QWidget {
   explicit RangePanel(QWidget* parent = nullptr);
   /// Moves the controls without sending anything.
   void Show(const RangePanelState& state);
+  /// How far the cmdUpDn buttons move, for their tool tips: "100kHz".
+  void SetUpDnStep(const QString& step);
 
  signals:
   void Command1_Click();   ///< reference up
@@ -35,6 +39,9 @@ class RangePanel final : public QWidget {
   void optDisp_Click(int index);
   void optWaterfall_Click(int index);
   void optZoom_Click(int index);
+  void cmdSpot_Click();
+  void cmdUndo_Click();
+  void cmdUpDn_Click(int index);  ///< 0 up, 1 down
   void chkBPH_Click(bool on);
   void cmdIQ_Click(bool open);
 
@@ -43,6 +50,8 @@ class RangePanel final : public QWidget {
 
  private:
   QLabel* AddCaption(const QString& text, const QString& name);
+  void AddTuning();
+  void SetDense(bool dense);
 
   QLabel* lblRef_ = nullptr;
   QLabel* FraRange_ = nullptr;
@@ -53,6 +62,8 @@ class RangePanel final : public QWidget {
   QList<QAbstractButton*> scaleButtons_;
   QAbstractButton* chkBPH_ = nullptr;
   QAbstractButton* cmdIQ_ = nullptr;
+  QList<QPushButton*> cmdUpDn_;
+  QString upDnStep_;
 };
 
 }  // namespace spectrino
