@@ -1,12 +1,11 @@
 // What the main window shows of the run: header, strip, deck, markers and texts over the plot.
 #include <algorithm>
-#include <array>
 
 #include "app/PanTexts.h"
+#include "app/VfoMarkers.h"
 #include "app/frmPan.h"
 #include "display/SMeterText.h"
 #include "dsp/LevelScale.h"
-#include "rig/Passband.h"
 #include "state/FrequencyText.h"
 
 namespace spectrino {
@@ -86,23 +85,8 @@ void frmPan::ShowOverlays() {
     parts_.Display.SetMarkers({});
     return;
   }
-  const Passband passband = MainPassband(radio);
-  PlotMarker main;
-  main.FreqMHz = radio.MainFreqMHz;
-  main.PassbandLowMHz = radio.MainFreqMHz + passband.LowHz / 1e6;
-  main.PassbandHighMHz = radio.MainFreqMHz + passband.HighHz / 1e6;
-  main.Label = "A";
-  std::array<PlotMarker, 2> markers{main};
-  const bool hasSub = radio.SubFreqMHz > 0;
-  if (hasSub) {
-    const Passband subPassband = SubPassband(radio);
-    markers[1] = {.FreqMHz = radio.SubFreqMHz,
-                  .PassbandLowMHz = radio.SubFreqMHz + subPassband.LowHz / 1e6,
-                  .PassbandHighMHz = radio.SubFreqMHz + subPassband.HighHz / 1e6,
-                  .ColourIndex = static_cast<int>(ColourIndex::SubReceiver),
-                  .FilterColourIndex = static_cast<int>(ColourIndex::SubReceiver),
-                  .Label = "B"};
-  }
+  const std::vector<PlotMarker> markers = VfoMarkers(radio);
+  const PlotMarker& main = markers.front();
   if (radio.K4Active) parts_.K4.FollowStatus();
   if (!radio.K4Active) {
     parts_.Display.SetStatus({}, 0, 0);
@@ -112,7 +96,7 @@ void frmPan::ShowOverlays() {
                              std::max(main.FreqMHz, main.PassbandHighMHz));
   }
   parts_.Display.SetTransmitting(radio.Transmitting);
-  parts_.Display.SetMarkers({markers.data(), hasSub ? 2U : 1U});
+  parts_.Display.SetMarkers(markers);
 }
 
 void frmPan::ShowRunState() {

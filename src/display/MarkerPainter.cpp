@@ -16,9 +16,15 @@ int ShadeAlpha256(QRgb colour) {
   return static_cast<int>(std::clamp(0.9 - 1.2 * luminance, 0.2, 0.75) * 256);
 }
 
-bool InView(const PlotMarker& marker, const PlotLayout& layout, const FrameGeometry& geometry) {
-  const double x = geometry.FrequencyToPixel(marker.FreqMHz);
+bool InView(double mhz, const PlotLayout& layout, const FrameGeometry& geometry) {
+  const double x = geometry.FrequencyToPixel(mhz);
   return x >= 0 && x <= layout.PlotWidth;
+}
+
+void DrawLine(const OverlayPen& pen, const FrameGeometry& geometry, double mhz, const QColor& colour) {
+  const PlotLayout& layout = pen.Layout;
+  const int x = LinePixel(geometry.FrequencyToPixel(mhz), layout.PlotWidth, layout.LineWidth());
+  pen.Painter.fillRect(x, layout.TopMargin, layout.LineWidth(), layout.PlotHeight, colour);
 }
 
 QRect FreeFlagBox(const PlotLayout& layout, int lineX, QSize size, const std::vector<QRect>& taken) {
@@ -60,17 +66,20 @@ void DrawMarkers(const OverlayPen& pen, const FrameGeometry& geometry, std::span
   if (!geometry.Valid() || layout.PlotHeight <= 0) return;
   pen.Painter.setFont(font);
   for (const PlotMarker& marker : markers) {
-    if (!InView(marker, layout, geometry)) continue;
+    if (marker.NotchMHz != 0 && InView(marker.NotchMHz, layout, geometry))
+      DrawLine(pen, geometry, marker.NotchMHz, status_colour::kRed);
+    if (!InView(marker.FreqMHz, layout, geometry)) continue;
     const QColor colour(ColourAt(pen.Colours, marker.ColourIndex));
     const int x = LinePixel(geometry.FrequencyToPixel(marker.FreqMHz), layout.PlotWidth, layout.LineWidth());
-    pen.Painter.fillRect(x, layout.TopMargin, layout.LineWidth(), layout.PlotHeight, colour);
+    DrawLine(pen, geometry, marker.FreqMHz, colour);
     if (marker.Label.empty()) continue;
     const TextCache::Entry& label = pen.Texts.Get(marker.Label, font);
     const int height = label.Size.height();
     const QSize size(std::max(height, label.Size.width() + layout.Px(4)), height);
     const QRect box = FreeFlagBox(layout, x, size, taken);
-    pen.Painter.fillRect(box, colour);
-    pen.Painter.setPen(qGray(colour.rgb()) > 90 ? Qt::black : Qt::white);
+    const QColor flag = marker.Transmits ? QColor(status_colour::kAmber) : colour;
+    pen.Painter.fillRect(box, flag);
+    pen.Painter.setPen(qGray(flag.rgb()) > 90 ? Qt::black : Qt::white);
     pen.Painter.drawStaticText(box.left() + (size.width() - label.Size.width()) / 2, box.top(), label.Text);
     taken.push_back(box);
   }

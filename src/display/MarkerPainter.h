@@ -19,9 +19,11 @@ struct PlotMarker {
   double FreqMHz = 0;         ///< counted from the dial while its frequency is unknown
   double PassbandLowMHz = 0;  ///< both 0: no filter is shown
   double PassbandHighMHz = 0;
+  double NotchMHz = 0;        ///< 0: none
   int ColourIndex = 4;        ///< line and flag: number in the colour table
   int FilterColourIndex = 7;  ///< shading
   std::string Label;          ///< on the flag; empty: no flag
+  bool Transmits = false;     ///< the flag is the colour of a transmitter: the radio is split and sends here
 
   bool operator==(const PlotMarker&) const = default;
 };

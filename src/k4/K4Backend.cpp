@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "k4/K4Filters.h"
+
 namespace spectrino {
 namespace {
 
@@ -10,22 +12,6 @@ constexpr double kSMeterZeroDb = 127;  // six units an S unit: 54 is S9
 constexpr double kStepMHz = 0.05;
 constexpr int kBandButtonsBegin = 1;
 constexpr int kBandButtonsEnd = 12;
-
-// The K4 tells the audio frequency of the filter's middle. In SSB and data that is the distance from the
-// dial; in CW the pitch stands on the dial; AM and FM filters lie around it.
-double ShiftFromDialHz(int radioMode, int centreHz, int pitchHz) {
-  switch (radioMode) {
-    case mode::kCwReverse:
-      return centreHz != 0 && pitchHz != 0 ? pitchHz - centreHz : 0;
-    case mode::kCw:
-      return centreHz != 0 && pitchHz != 0 ? centreHz - pitchHz : 0;
-    case mode::kAm:
-    case mode::kFm:
-      return 0;
-    default:
-      return centreHz;
-  }
-}
 
 std::string Digits(int value, int width) {
   char text[16];
@@ -49,6 +35,12 @@ void TellRadioState(const K4State& state, RadioState& radio) {
   radio.SubBandwidthHz = state.FilterBwSubHz;
   radio.MainShiftHz = ShiftFromDialHz(state.RadioMode, state.IfShiftMainHz, state.CwPitchHz);
   radio.SubShiftHz = ShiftFromDialHz(state.SubRadioMode, state.IfShiftSubHz, state.CwPitchHz);
+  const auto notch = [&state](int on, int radioMode, int notchHz) {
+    return on == 1 ? std::optional<double>(NotchFromDialHz(radioMode, notchHz, state.CwPitchHz))
+                   : std::nullopt;
+  };
+  radio.MainNotchHz = notch(state.NotchManualMain, state.RadioMode, state.NotchPitchMain);
+  radio.SubNotchHz = notch(state.NotchManualSub, state.SubRadioMode, state.NotchPitchSub);
   if (state.CwPitchHz != 0) radio.PitchHz = state.CwPitchHz;
   radio.Transmitting = state.Transmitting == 1;
   radio.SMeterTold = true;

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <span>
 
+#include "k4/K4Filters.h"
 #include "state/FrequencyText.h"
 #include "state/RadioState.h"
 #include "state/Val.h"
@@ -144,8 +145,8 @@ MiniPan K4Status::Pan(const K4State& state, int channel) const {
   pan.PassbandLowMHz = dialMHz + (centreHz - widthHz / 2) / 1e6;
   pan.PassbandHighMHz = dialMHz + (centreHz + widthHz / 2) / 1e6;
   const bool notch = (sub ? state.NotchManualSub : state.NotchManualMain) == 1;
-  const double notchHz = sub ? state.NotchPitchSub : state.NotchPitchMain;
-  if (notch) pan.NotchMHz = dialMHz + side * (notchHz - pitchHz) / 1e6;
+  const int notchHz = sub ? state.NotchPitchSub : state.NotchPitchMain;
+  if (notch) pan.NotchMHz = dialMHz + NotchFromDialHz(radioMode, notchHz, state.CwPitchHz) / 1e6;
   pan.SMeterShare = std::clamp((sub ? state.SMeterSub : state.SMeterMain) / kSMeterFull, 0.0, 1.0);
   pan.ScaleLeft = " -" + TenthKHz(line.SpanMHz / 2);
   pan.ScaleRight = "+" + TenthKHz(line.SpanMHz / 2);

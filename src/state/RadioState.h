@@ -2,6 +2,8 @@
 // Plain data: no rule lives here.
 #pragma once
 
+#include <optional>
+
 namespace spectrino {
 
 /// RadioMode: the mode as an Elecraft "MD" code, whichever radio is connected. 0 is unknown.
@@ -29,6 +31,8 @@ struct RadioState {
   double MainShiftHz = 0;      ///< passband shift
   double SubBandwidthHz = 0;
   double SubShiftHz = 0;
+  std::optional<double> MainNotchHz;  ///< of a manual notch, from the dial
+  std::optional<double> SubNotchHz;
   int PitchHz = 600;  ///< CW pitch
   bool Transmitting = false;
   double ScopeRefLevelDb = 0;  ///< of an Icom's scope
