@@ -1,0 +1,194 @@
+// Nothing is drawn at a wrong frequency: signal, marker, pointer and waterfall agree in every set-up.
+#include <gtest/gtest.h>
+
+#include "app/VfoMarkers.h"
+#include "display/PanDisplay.h"
+#include "k4/K4Backend.h"
+#include "run/RunBench.h"
+
+namespace spectrino {
+namespace {
+
+constexpr int kPoints = 8192;
+constexpr int kRate = 48000;
+constexpr double kBinMHz = kRate / 1e6 / kPoints;
+constexpr double kAboveDialHz = 400;  // in view at 32X
+constexpr double kTwoPixelsAndABin = 2.0;
+
+struct Receiver {
+  const char* Name;
+  CatControl Control;
+  double DialMHz;
+  double ZeroMHz[7];  // what arrives at 0 Hz, by mode below
+};
+constexpr int kModes[] = {mode::kLsb, mode::kUsb,         mode::kCw,  mode::kCwReverse,
+                          mode::kAm,  mode::kDataReverse, mode::kData};
+// Offsets 1..5 kHz for CW, USB, LSB, AM, FSK; fixed centres 7.010, 7.015, 7.020, 7.025; global -6, of the
+// link -2.
+const Receiver kReceivers[] = {
+    {"radio's IF", CatControl::HostIf, 7.015, {7.012, 7.013, 7.014, 7.014, 7.011, 7.010, 7.010}},
+    {"fixed", CatControl::FixedLo, 7.0155, {7.020, 7.015, 7.010, 7.010, 7.025, 7.020, 7.020}},
+    {"K3's IF", CatControl::HostK3If, 7.015, {7.023, 7.023, 7.023, 7.023, 7.023, 7.023, 7.023}}};
+
+struct MappedRun {
+  MappedRun() {
+    PanSettings& settings = Bench.State.Settings;
+    settings.Bits = 5;
+    settings.OffsetKHz = {1, 2, 3, 4, 5};
+    settings.CenterKHz = {7010, 7015, 7020, 7025};
+    settings.GlobalOffsetKHz = -6;
+    Bench.Host.Offset = -2;
+    DisplayOptions options;
+    options.WaterfallSel = 3;
+    options.WFFollow = true;
+    Display.SetOptions(options);
+    Display.Resize({1200, 500}, 1);
+  }
+  void Show(double hz) {
+    Bench.Input.Shared->Blocks.push_back(RunBench::Tone(kPoints, kRate, hz));
+    Cycle.Step();
+  }
+  /// Where a click on the strongest column tunes to.
+  double SignalMHz(double y) {
+    double strongest = -1000;
+    double mhz = 0;
+    for (int x = 0; x < Display.Layout().PlotWidth; ++x) {
+      Display.SetHover(QPointF(x, y));
+      if (Display.HoverLevel() <= strongest) continue;
+      strongest = Display.HoverLevel();
+      mhz = Display.TuneFreqMHz(QPointF(x, y));
+    }
+    return mhz;
+  }
+  /// 0..1 of the plot.
+  double SignalX() {
+    const FrameGeometry& shown = Display.Geometry();
+    return shown.FrequencyToPixel(SignalMHz(100)) / shown.PlotWidth;
+  }
+  RunBench Bench;
+  PanDisplay Display;
+  RunCycle Cycle{Bench.State,
+                 {Bench.Devices, Display, Bench.Store, Bench.User, Bench.Pump, Bench.Time, Bench.Times,
+                  RigRouter({.Host = &Bench.Host, .K4 = &Bench.K4Rig, .K4Link = &Bench.K4})}};
+};
+
+TEST(Mapping, ASoundCardsSignalStandsWhereItIsInEveryModeAndZoom) {
+  for (const Receiver& receiver : kReceivers) {
+    for (std::size_t m = 0; m < std::size(kModes); ++m) {
+      for (const bool inverted : {false, true}) {
+        MappedRun run;
+        run.Bench.Host.FreqMHz = receiver.DialMHz;
+        run.Bench.Host.Mode = kModes[m];
+        run.Bench.State.Settings.Control = receiver.Control;
+        run.Bench.State.Settings.Iq = inverted;
+        ASSERT_TRUE(run.Cycle.Start());
+        const double signalMHz = receiver.DialMHz + kAboveDialHz / 1e6;
+        const double hz = (signalMHz - receiver.ZeroMHz[m]) * 1e6 * (inverted ? -1 : 1);
+        for (int pass = 0; pass < 3; ++pass) run.Show(hz);  // the first learns the frequency
+        for (int zoom = 0; zoom <= 5; ++zoom) {
+          SCOPED_TRACE(testing::Message() << receiver.Name << " mode " << kModes[m] << " zoom " << zoom
+                                          << (inverted ? " inverted" : ""));
+          // The pointer rests on the signal while the wheel zooms.
+          const double x = run.SignalX();
+          run.Cycle.ZoomAt(zoom, x);
+          run.Show(hz);
+          run.Show(hz);
+          EXPECT_NEAR(run.SignalX(), x, 0.005);
+          const FrameGeometry& shown = run.Display.Geometry();
+          const double pixelMHz = (shown.RightMHz - shown.LeftMHz) / shown.PlotWidth;
+          const double tolerance = pixelMHz * kTwoPixelsAndABin + kBinMHz;
+          EXPECT_NEAR(run.SignalMHz(100), signalMHz, tolerance) << "trace";
+          EXPECT_NEAR(run.SignalMHz(run.Display.Layout().WaterfallTop + 1), signalMHz, tolerance) << "row";
+          const PlotMarker marker = VfoMarkers(run.Bench.State.Radio).front();
+          const double dialX = shown.FrequencyToPixel(marker.FreqMHz);
+          EXPECT_NEAR(run.Display.TuneFreqMHz(QPointF(dialX, 100)), receiver.DialMHz, 1e-9) << "marker";
+        }
+      }
+    }
+  }
+}
+
+TEST(Mapping, ARetuneLeavesOlderRowsAtTheirFrequencies) {
+  MappedRun run;
+  run.Bench.State.Settings.Control = CatControl::HostK3If;
+  run.Bench.State.Settings.GlobalOffsetKHz = run.Bench.Host.Offset = 0;
+  run.Bench.Host.FreqMHz = 7.015;
+  ASSERT_TRUE(run.Cycle.Start());
+  run.Show(3000);
+  run.Show(3000);  // a signal on 7.018
+  const double rowsTop = run.Display.Layout().WaterfallTop;
+  run.Bench.Host.FreqMHz = 7.019;
+  run.Show(3000);  // taken before the radio told of its new frequency: still 7.018
+  EXPECT_NEAR(run.SignalMHz(rowsTop), 7.018, 1e-4);
+  run.Show(-1000);  // the same signal from there
+  EXPECT_NEAR(run.SignalMHz(rowsTop), 7.018, 1e-4);
+  EXPECT_NEAR(run.SignalMHz(rowsTop + 1), 7.018, 1e-4) << "the row from before";
+  EXPECT_NEAR(run.SignalMHz(100), 7.018, 1e-4);
+  EXPECT_EQ(run.Display.TuneFreqMHz(QPointF(5, rowsTop - 3)), 0) << "between plot and waterfall";
+}
+
+TEST(Mapping, ARadiosOwnLineStandsAtItsOwnEdges) {
+  MappedRun run;
+  run.Bench.State.Settings.SourceName = "K4";
+  run.Bench.K4Rig.FreqMHz = 14.05;
+  ASSERT_TRUE(run.Cycle.Start());
+  run.Cycle.Step();
+  // Fixed mode: the dial is not in the middle. Then the edges move while the dial stays.
+  for (const auto& [low, high] : {std::pair{14.0, 14.1}, {14.03, 14.05}, {14.045, 14.245}}) {
+    SpectrumLine line{
+        std::vector<float>(401, -120.0F), 400, 1, low, (low + high) / 2, high, -140, -40, 1, {}, {}};
+    line.Levels[301] = -50;  // three quarters of the way
+    run.Bench.K4.Next = line;
+    run.Bench.K4.Ready = true;
+    run.Cycle.Step();
+    EXPECT_NEAR(run.SignalMHz(100), low + 0.75 * (high - low), (high - low) / 399 * 1.5);
+    const double x = run.Display.Geometry().FrequencyToPixel(14.05);
+    EXPECT_NEAR(run.Display.Geometry().FrequencyAt(x), 14.05, 1e-9);
+  }
+}
+
+struct FilterCase {
+  int Mode;
+  int WidthHz;
+  int CentreHz;  // as the K4 tells it
+  double LowHz, HighHz, NotchHz;
+};
+
+// CW pitch 600 Hz, manual notch at 900 Hz of audio.
+class Filters : public testing::TestWithParam<FilterCase> {};
+TEST_P(Filters, OfAK4StandWhereItListens) {
+  const FilterCase& filter = GetParam();
+  K4State state;
+  state.MainFreqMHz = 14.05;
+  state.SubFreqMHz = 14.06;
+  state.SplitOn = 1;
+  state.RadioMode = state.SubRadioMode = filter.Mode;
+  state.FilterBwMainHz = state.FilterBwSubHz = filter.WidthHz;
+  state.IfShiftMainHz = state.IfShiftSubHz = filter.CentreHz;
+  state.CwPitchHz = 600;
+  state.NotchManualMain = state.NotchManualSub = 1;
+  state.NotchPitchMain = state.NotchPitchSub = 900;
+  RadioState radio;
+  TellRadioState(state, radio);
+  const std::vector<PlotMarker> markers = VfoMarkers(radio);
+  ASSERT_EQ(markers.size(), 2U);
+  for (const auto& [marker, dial] : {std::pair{markers[0], 14.05}, {markers[1], 14.06}}) {
+    EXPECT_DOUBLE_EQ(marker.FreqMHz, dial);
+    EXPECT_NEAR((marker.PassbandLowMHz - dial) * 1e6, filter.LowHz, 0.01);
+    EXPECT_NEAR((marker.PassbandHighMHz - dial) * 1e6, filter.HighHz, 0.01);
+    EXPECT_NEAR((marker.NotchMHz - dial) * 1e6, filter.NotchHz, 0.01);
+  }
+  EXPECT_FALSE(markers[0].Transmits);
+  EXPECT_TRUE(markers[1].Transmits);
+}
+INSTANTIATE_TEST_SUITE_P(Modes, Filters,
+                         testing::Values(FilterCase{mode::kUsb, 2400, 1500, 300, 2700, 900},
+                                         FilterCase{mode::kLsb, 2400, 1500, -2700, -300, -900},
+                                         FilterCase{mode::kCw, 400, 650, -150, 250, 300},
+                                         FilterCase{mode::kCwReverse, 400, 650, -250, 150, -300},
+                                         FilterCase{mode::kData, 500, 1500, 1250, 1750, 900},
+                                         FilterCase{mode::kDataReverse, 500, 1500, -1750, -1250, -900},
+                                         FilterCase{mode::kAm, 6000, 1500, -3000, 3000, 900}));
+
+}  // namespace
+}  // namespace spectrino
