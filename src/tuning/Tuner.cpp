@@ -1,0 +1,127 @@
+#include "tuning/Tuner.h"
+
+#include <cctype>
+
+namespace spectrino {
+namespace {
+
+constexpr int kBandwidthStepHz = 50;
+constexpr int kShiftStepHz = 10;
+constexpr double kHighestMHz = 1e6;
+
+Vfo ReceiverOf(PassbandDragMode drag) {
+  return drag == PassbandDragMode::Sub ? Vfo::B : Vfo::A;
+}
+
+// For these back-ends a click also chooses what the wheel tunes.
+bool ClickChoosesWheel(CatControl control) {
+  const int number = static_cast<int>(control);
+  return number >= 2 && number <= 6;
+}
+
+}  // namespace
+
+Tuner::Tuner(const Parts& parts)
+    : parts_(parts), wheel_(parts.Radio, parts.Settings, parts.Time, [this] { return Backend(); }) {}
+
+void Tuner::Scope_MouseDown(ClickButton button, double freqMHz, bool inRightStrip) {
+  const bool right = button == ClickButton::Right;
+  if (PassbandDragMode_ != PassbandDragMode::None) {
+    if (RigBackend* backend = Backend())
+      backend->ChangeBandwidth(ReceiverOf(PassbandDragMode_), right ? kBandwidthStepHz : -kBandwidthStepHz);
+    return;
+  }
+  if (ClickChoosesWheel(parts_.Settings.Control)) wheel_.WheelVfo = right ? Vfo::B : Vfo::A;
+  if (freqMHz != 0) {
+    Tune(right ? Vfo::B : Vfo::A, freqMHz);
+    return;
+  }
+  if (!inRightStrip) return;
+  if (right)
+    parts_.Window.ToggleFullScreen();
+  else
+    parts_.Window.StepZoom(+1, true);
+}
+
+void Tuner::Tune(Vfo vfo, double freqMHz) {
+  RigBackend* backend = Backend();
+  if (backend == nullptr || !(freqMHz > 0) || freqMHz > kHighestMHz) return;
+  PreviousFreqMHz_ = parts_.Radio.MainFreqMHz;
+  PreviousSubFreqMHz_ = parts_.Radio.SubFreqMHz;
+  clicked_ = backend->HasVfoB() ? vfo : Vfo::A;
+  wheel_.Forget();
+  backend->SetFrequency(vfo, freqMHz);
+  parts_.Window.RestartTraces();
+}
+
+void Tuner::WheelMoved(int eighthsOfDegree, bool tenfold) {
+  if (!parts_.Running()) return;
+  if (PassbandDragMode_ == PassbandDragMode::None)
+    wheel_.AddDelta(eighthsOfDegree, tenfold);
+  else if (eighthsOfDegree != 0)
+    WheelStep(eighthsOfDegree > 0 ? 1 : -1, tenfold);
+}
+
+void Tuner::WheelStep(int direction, bool tenfold) {
+  RigBackend* backend = Backend();
+  if (backend == nullptr) return;
+  if (PassbandDragMode_ == PassbandDragMode::None)
+    wheel_.Turn(direction, tenfold);
+  else
+    backend->ShiftPassband(ReceiverOf(PassbandDragMode_), direction * kShiftStepHz);
+}
+
+bool Tuner::KeyPress(char character) {
+  const auto zoom = [this](int direction) {
+    RigBackend* backend = Backend();
+    if (backend == nullptr || !backend->StepSpan(direction)) parts_.Window.StepZoom(direction, false);
+  };
+  switch (std::tolower(static_cast<unsigned char>(character))) {
+    case 27:
+      parts_.Window.ToggleFullScreen();
+      return true;
+    case '+':
+      zoom(+1);
+      return true;
+    case '-':
+      zoom(-1);
+      return true;
+    case 'a':
+      wheel_.WheelVfo = Vfo::A;
+      return true;
+    case 'b':
+      wheel_.WheelVfo = Vfo::B;
+      return true;
+    case 'f':
+      wheel_.WheelFast = true;
+      return true;
+    case 's':
+      wheel_.WheelFast = false;
+      return true;
+    case 'p':
+      cmdSpot_Click();
+      return true;
+    case 'z':
+      if (!parts_.Radio.K4Active) parts_.Window.ZoomOff();
+      return true;
+    default:
+      return false;
+  }
+}
+
+void Tuner::cmdUndo_Click() {
+  RigBackend* backend = Backend();
+  const double freqMHz = clicked_ == Vfo::A ? PreviousFreqMHz_ : PreviousSubFreqMHz_;
+  if (backend == nullptr || !(freqMHz > 0)) return;
+  wheel_.Forget();
+  backend->SetFrequency(clicked_, freqMHz);
+}
+
+void Tuner::cmdUpDn_Click(int index, double centreMHz) {
+  RigBackend* backend = Backend();
+  if (backend == nullptr) return;
+  wheel_.Forget();
+  backend->StepFrequency(index % 2 == 0 ? +1 : -1, centreMHz);
+}
+
+}  // namespace spectrino

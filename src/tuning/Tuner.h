@@ -1,0 +1,84 @@
+// What clicks, keys and buttons on the plot do to the radio and to the window.
+// Told frequencies, not pixels: where the pointer stands is the display's business.
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include "platform/Clock.h"
+#include "rig/RigBackend.h"
+#include "settings/PanSettings.h"
+#include "state/RadioState.h"
+#include "tuning/Wheel.h"
+
+namespace spectrino {
+
+/// What tuning asks of the window.
+class TuningWindow {
+ public:
+  virtual ~TuningWindow() = default;
+  virtual void ToggleFullScreen() = 0;
+  /// optZoom one further (+1) or back (-1). wraps: from the last to the first; otherwise the ends hold.
+  virtual void StepZoom(int direction, bool wraps) = 0;
+  virtual void ZoomOff() = 0;  ///< 1X
+  /// PEAK begins anew.
+  virtual void RestartTraces() = 0;
+  /// The next frame is searched for the signal to centre.
+  virtual void RequestSpot() = 0;
+};
+
+enum class PassbandDragMode { None, Main, Sub };
+enum class ClickButton { Left, Right };
+
+class Tuner {
+ public:
+  /// All outlive it.
+  struct Parts {
+    RadioState& Radio;
+    const PanSettings& Settings;
+    const Clock& Time;
+    TuningWindow& Window;
+    std::function<RigBackend*()> Backend;  ///< in use in this run; null where there is none
+    std::function<bool()> Running;
+  };
+  explicit Tuner(const Parts& parts);
+
+  /// freqMHz: under the pointer, 0 outside plot and waterfall. inRightStrip: at the right edge of the
+  /// picture.
+  void Scope_MouseDown(ClickButton button, double freqMHz, bool inRightStrip);
+  void SetPassbandDrag(PassbandDragMode mode) { PassbandDragMode_ = mode; }
+  /// A wheel's or touchpad's movement, in eighths of a degree. Ignored while stopped.
+  void WheelMoved(int eighthsOfDegree, bool tenfold);
+  /// One notch up or down, as a key does it.
+  void WheelStep(int direction, bool tenfold);
+  /// A character typed in the window; false when it means nothing here. K4: whether the spectrum is its own.
+  bool KeyPress(char character);
+  void cmdSpot_Click() { parts_.Window.RequestSpot(); }
+  /// Back to where the VFO that was clicked last had been.
+  void cmdUndo_Click();
+  /// index: 0 up, 1 down. centreMHz: of the plot.
+  void cmdUpDn_Click(int index, double centreMHz);
+  /// Tunes VFO A, as a click does; 0 and what is no frequency is ignored.
+  void TuneTo(double freqMHz) { Tune(Vfo::A, freqMHz); }
+  /// Sends what waits; every few milliseconds.
+  void Pump() { wheel_.Pump(); }
+  /// After each refresh of the radio's state.
+  void Refreshed() { wheel_.Hold(); }
+  void RunEnded() { wheel_.Forget(); }
+
+  [[nodiscard]] Vfo WheelVfo() const { return wheel_.WheelVfo; }
+  [[nodiscard]] bool WheelFast() const { return wheel_.WheelFast; }
+
+ private:
+  void Tune(Vfo vfo, double freqMHz);
+  [[nodiscard]] RigBackend* Backend() const { return parts_.Running() ? parts_.Backend() : nullptr; }
+
+  Parts parts_;
+  Wheel wheel_;
+  PassbandDragMode PassbandDragMode_ = PassbandDragMode::None;
+  double PreviousFreqMHz_ = 0;
+  double PreviousSubFreqMHz_ = 0;
+  Vfo clicked_ = Vfo::A;
+};
+
+}  // namespace spectrino

@@ -1,0 +1,233 @@
+// Clicks, wheel and keys in; requests to the radio and to the window out.
+#include "tuning/Tuner.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "fakes/FakeClock.h"
+#include "fakes/FakeRig.h"
+
+namespace spectrino {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Tuning : public testing::Test, public TuningWindow {
+ protected:
+  Tuning() {
+    Radio.MainFreqMHz = 14.2003;
+    Radio.SubFreqMHz = 14.3;
+    Radio.RadioMode = mode::kUsb;
+    Radio.SubRadioMode = mode::kCw;
+    Radio.K4Active = true;
+    Settings.Control = CatControl::RadioDirect;
+    Settings.StepHz = {10, 25, 100, 5};
+  }
+  void ToggleFullScreen() override { Note("full screen"); }
+  void StepZoom(int direction, bool wraps) override {
+    Note("zoom " + std::to_string(direction) + (wraps ? " wraps" : ""));
+  }
+  void ZoomOff() override { Note("1X"); }
+  void RestartTraces() override { ++Restarts; }
+  void RequestSpot() override { Note("spot"); }
+  void Note(std::string what) { Rig.Requests.push_back(std::move(what)); }
+
+  /// What was asked since the last call; the wheel's pace has passed.
+  std::vector<std::string> Asked() {
+    Time.Advance(1s);
+    Tune.Pump();
+    return std::exchange(Rig.Requests, {});
+  }
+
+  RadioState Radio;
+  PanSettings Settings;
+  FakeClock Time;
+  FakeRig Rig;
+  bool HasRig = true;
+  bool Running = true;
+  int Restarts = 0;
+  Tuner Tune{
+      {Radio, Settings, Time, *this, [this] { return HasRig ? &Rig : nullptr; }, [this] { return Running; }}};
+};
+
+TEST_F(Tuning, ClicksTuneTheirVfoAndUndoGoesBack) {
+  Tune.Scope_MouseDown(ClickButton::Left, 14.25, false);
+  EXPECT_EQ(Restarts, 1);
+  EXPECT_THAT(Asked(), ElementsAre("A 14.250000"));
+  Tune.cmdUndo_Click();
+  EXPECT_THAT(Asked(), ElementsAre("A 14.200300"));
+  Tune.Scope_MouseDown(ClickButton::Right, 14.26, false);
+  Tune.cmdUndo_Click();
+  EXPECT_THAT(Asked(), ElementsAre("B 14.260000", "B 14.300000"));
+  EXPECT_EQ(Tune.WheelVfo(), Vfo::A) << "a click chooses the wheel's VFO for some back-ends only";
+  Tune.cmdUpDn_Click(0, 14.2);
+  Tune.cmdUpDn_Click(1, 14.2);
+  EXPECT_THAT(Asked(), ElementsAre("step 1 from 14.200000", "step -1 from 14.200000"));
+}
+
+TEST_F(Tuning, AClickAlsoChoosesTheWheelsVfoForTheHostsLinks) {
+  for (const auto control : {CatControl::HostK3If, CatControl::KetrelFixedLo}) {
+    Settings.Control = control;
+    Tune.Scope_MouseDown(ClickButton::Right, 14.26, false);
+    EXPECT_EQ(Tune.WheelVfo(), Vfo::B);
+    Tune.Scope_MouseDown(ClickButton::Left, 14.26, false);
+    EXPECT_EQ(Tune.WheelVfo(), Vfo::A);
+  }
+}
+
+TEST_F(Tuning, OutsideThePlotOnlyTheRightEdgeMeansSomething) {
+  Tune.Scope_MouseDown(ClickButton::Left, 0, false);
+  Tune.Scope_MouseDown(ClickButton::Left, 0, true);
+  Tune.Scope_MouseDown(ClickButton::Right, 0, true);
+  EXPECT_THAT(Asked(), ElementsAre("zoom 1 wraps", "full screen"));
+}
+
+TEST_F(Tuning, OverAPassbandButtonsAndWheelChangeTheFilter) {
+  Tune.SetPassbandDrag(PassbandDragMode::Main);
+  Tune.Scope_MouseDown(ClickButton::Right, 14.25, false);
+  Tune.WheelMoved(120, false);
+  Tune.SetPassbandDrag(PassbandDragMode::Sub);
+  Tune.Scope_MouseDown(ClickButton::Left, 14.25, false);
+  Tune.WheelStep(-1, false);
+  EXPECT_THAT(Asked(), ElementsAre("bandwidth A 50", "shift A 10", "bandwidth B -50", "shift B -10"));
+  EXPECT_EQ(Restarts, 0);
+}
+
+struct NotchCase {
+  int Mode;
+  double FromMHz;
+  int Direction;
+  bool Fast, Reverse, Tenfold;
+  const char* Sent;
+  double Kept;
+};
+class Notch : public Tuning, public testing::WithParamInterface<NotchCase> {};
+TEST_P(Notch, StepsByTheModeAndSnaps) {
+  const NotchCase& c = GetParam();
+  Radio.RadioMode = c.Mode;
+  Radio.MainFreqMHz = c.FromMHz;
+  Settings.WheelInverted = c.Reverse;
+  Tune.KeyPress(c.Fast ? 'f' : 's');
+  Tune.WheelStep(c.Direction, c.Tenfold);
+  const auto asked = Asked();
+  EXPECT_EQ(asked.empty() ? "" : asked.front(), c.Sent);
+  EXPECT_NEAR(Radio.MainFreqMHz, c.Kept, 1e-9);
+}
+INSTANTIATE_TEST_SUITE_P(
+    Cases, Notch,
+    testing::Values(NotchCase{mode::kUsb, 14.2003, 1, false, false, false, "A 14.200325", 14.200325},
+                    NotchCase{mode::kAm, 14.20033, 1, false, false, false, "A 14.200400", 14.20043},
+                    NotchCase{11, 14.2, -1, false, false, false, "A 14.199900", 14.1999},
+                    NotchCase{mode::kCwReverse, 14.2, 1, false, true, false, "A 14.199990", 14.19999},
+                    NotchCase{mode::kDataReverse, 14.2, 1, true, false, false, "A 14.200050", 14.20005},
+                    NotchCase{mode::kData, 14.2, 1, true, false, true, "A 14.200050", 14.20005},
+                    NotchCase{mode::kData, 14.2, 1, false, false, true, "A 14.200050", 14.20005},
+                    NotchCase{mode::kUnknown, 14.2, 1, false, false, false, "", 14.2},
+                    NotchCase{8, 14.2, 1, false, false, false, "", 14.2},
+                    NotchCase{mode::kUsb, 0, 1, false, false, false, "", 0},
+                    NotchCase{mode::kUsb, 0.00001, -1, false, false, false, "", 0.00001},
+                    NotchCase{mode::kUsb, 999999.99999, 1, true, false, false, "", 999999.99999}));
+
+TEST_F(Tuning, NothingMovesWithoutARunARadioOrAStep) {
+  const auto everything = [this] {
+    Tune.Scope_MouseDown(ClickButton::Left, 14.25, false);
+    Tune.WheelMoved(120, false);
+    Tune.WheelStep(1, false);
+    Tune.cmdUndo_Click();
+    Tune.cmdUpDn_Click(0, 14.2);
+  };
+  Running = false;
+  everything();
+  Running = true;
+  HasRig = false;
+  everything();
+  HasRig = true;
+  Settings.StepHz = {0, 0, 0, 0};
+  Tune.WheelStep(1, false);
+  Tune.TuneTo(-1);
+  Tune.TuneTo(1e7);
+  Tune.cmdUndo_Click();
+  EXPECT_THAT(Asked(), IsEmpty());
+  EXPECT_EQ(Radio.MainFreqMHz, 14.2003);
+}
+
+TEST_F(Tuning, AFastWheelNeverLagsAndLosesNoNotch) {
+  // 50 notches a second; the radio reports each frequency 80 ms after it was asked for.
+  Radio.MainFreqMHz = 14.2;
+  std::vector<std::pair<int, double>> reports;
+  std::size_t seen = 0;
+  for (int ms = 0; ms < 1100; ++ms) {
+    if (ms < 1000 && ms % 20 == 0) Tune.WheelMoved(120, false);
+    Tune.Pump();
+    for (; seen < Rig.Requests.size(); ++seen)
+      reports.emplace_back(ms + 80, std::stod(Rig.Requests[seen].substr(2)));
+    for (const auto& [at, mhz] : reports)
+      if (at == ms) Radio.MainFreqMHz = mhz;
+    Tune.Refreshed();
+    if (ms == 1020) {
+      EXPECT_NEAR(Radio.MainFreqMHz, 14.2 + 50 * 25e-6, 1e-9) << "the dial does not jump back";
+    }
+    Time.Advance(1ms);
+  }
+  EXPECT_EQ(Rig.Requests.back(), "A 14.201250");
+  EXPECT_LT(Rig.Requests.size(), 36U);
+  EXPECT_LT(reports.back().first - 80, 980 + 100) << "the last one left within 100 ms of the last notch";
+}
+
+TEST_F(Tuning, AReportedFrequencyCountsOnceTheWheelRests) {
+  Tune.WheelStep(1, false);
+  Asked();
+  Radio.MainFreqMHz = 14.5;
+  Tune.WheelStep(1, false);
+  EXPECT_THAT(Asked(), ElementsAre("A 14.500025"));
+}
+
+TEST_F(Tuning, ChangingTheVfoSendsWhatWaited) {
+  Tune.WheelStep(1, false);
+  Tune.WheelStep(1, false);
+  Tune.KeyPress('b');
+  Tune.WheelStep(1, false);
+  EXPECT_THAT(Asked(), ElementsAre("A 14.200325", "A 14.200350", "B 14.300010"));
+  Rig.VfoB = false;
+  Tune.WheelStep(1, false);
+  EXPECT_THAT(Asked(), ElementsAre("A 14.200375")) << "a radio without a VFO B turns A";
+  Time.Advance(1s);
+  Tune.WheelStep(1, false);
+  Tune.WheelStep(1, false);
+  Tune.RunEnded();
+  EXPECT_EQ(Asked().size(), 1U) << "what waited when the run ended is dropped";
+}
+
+TEST_F(Tuning, ATouchpadsFineMovementsAddUpToNotches) {
+  for (int i = 0; i < 10; ++i) Tune.WheelMoved(15, false);  // one notch and a quarter
+  EXPECT_EQ(Asked().size(), 1U);
+  Tune.WheelMoved(100, false);  // after a rest, from zero
+  EXPECT_THAT(Asked(), IsEmpty());
+  Tune.WheelMoved(110, false);
+  Tune.WheelMoved(-110, false);  // turned: from zero
+  Tune.WheelMoved(-20, false);
+  EXPECT_EQ(Asked().size(), 1U);
+  Tune.WheelMoved(360, false);
+  EXPECT_THAT(Asked(), ElementsAre("A 14.200375"));
+}
+
+TEST_F(Tuning, KeysDoWhatTheTableSays) {
+  Rig.OwnSpan = true;
+  for (const char key : {'+', '-', '\x1b', 'p', 'P', 'z'}) EXPECT_TRUE(Tune.KeyPress(key)) << key;
+  EXPECT_THAT(Asked(), ElementsAre("span 1", "span -1", "full screen", "spot", "spot"));
+  Rig.OwnSpan = false;
+  Radio.K4Active = false;
+  for (const char key : {'+', '-', 'z'}) EXPECT_TRUE(Tune.KeyPress(key)) << key;
+  EXPECT_THAT(Asked(), ElementsAre("zoom 1", "zoom -1", "1X"));
+  Tune.KeyPress('B');
+  Tune.KeyPress('F');
+  EXPECT_EQ(Tune.WheelVfo(), Vfo::B);
+  EXPECT_TRUE(Tune.WheelFast());
+  EXPECT_FALSE(Tune.KeyPress('x'));
+  EXPECT_FALSE(Tune.KeyPress('\xe4'));
+}
+
+}  // namespace
+}  // namespace spectrino
