@@ -24,6 +24,14 @@ frmPan::frmPan(const Parts& parts) : parts_(parts) {
   ConnectHeader();
   ConnectStrip();
   ConnectCalibration();
+  tuning_ = std::make_unique<TuningInput>(TuningInput::Parts{.State = parts_.State,
+                                                             .Cycle = parts_.Cycle,
+                                                             .Display = parts_.Display,
+                                                             .Time = parts_.Time,
+                                                             .Window = *this,
+                                                             .Scope = scope_,
+                                                             .Strip = range_,
+                                                             .ZoomChanged = [this] { ShowScaleChange(); }});
   passTimer_.setSingleShot(true);
   passTimer_.setTimerType(Qt::PreciseTimer);
   connect(&passTimer_, &QTimer::timeout, this, &frmPan::RunPass);
@@ -38,6 +46,7 @@ frmPan::frmPan(const Parts& parts) : parts_(parts) {
 }
 
 frmPan::~frmPan() {
+  tuning_.reset();
   parts_.K4.Detach();
   parts_.Icom.Detach();
 }
@@ -164,6 +173,7 @@ void frmPan::StopButton_Click() {
 
 void frmPan::RunPass() {
   const auto wait = parts_.Cycle.Step();
+  tuning_->AfterPass();
   // The pass may have ended the run, or a nested Start may have armed the timer already.
   if (parts_.Cycle.Running()) passTimer_.start(wait);
   // Most passes only look for a block; what they leave unchanged is not put together again.
@@ -193,6 +203,11 @@ void frmPan::changeEvent(QEvent* event) {
   if (event->type() != QEvent::WindowStateChange) return;
   parts_.State.WindowMinimized = isMinimized();
   ShowFullScreen();
+}
+
+// What no control wanted.
+void frmPan::keyPressEvent(QKeyEvent* event) {
+  if (!tuning_->KeyPressed(*event)) QMainWindow::keyPressEvent(event);
 }
 
 void frmPan::ToggleFullScreen() {

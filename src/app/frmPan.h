@@ -7,10 +7,12 @@
 #include <QTimer>
 #include <QToolButton>
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "app/IcomRig.h"
 #include "app/K4Rig.h"
+#include "app/TuningInput.h"
 #include "capture/ui/CalibrationPanel.h"
 #include "display/PanDisplay.h"
 #include "display/ui/HeaderPanel.h"
@@ -68,6 +70,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
  protected:
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void Compose();
@@ -94,6 +97,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void SaveWindow();
 
   Parts parts_;
+  std::unique_ptr<TuningInput> tuning_;
   HeaderPanel* header_;
   ScopeWidget* scope_;
   RangePanel* range_;

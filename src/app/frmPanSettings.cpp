@@ -38,6 +38,7 @@ void frmPan::LoadWindow() {
   const PanSettings& settings = parts_.State.Settings;
   calibration_->Show(settings.DeAmp, settings.DePhase, settings.BandLevelDb);
   header_->ShowOnTop(settings.OnTop);
+  tuning_->AllowWheel(settings.Mouse);
   if (settings.OnTop) AlwaysOnTop(true);
 }
 

@@ -77,9 +77,10 @@ void frmPan::ShowStrip() {
 
 void frmPan::ShowOverlays() {
   const RadioState& radio = parts_.State.Radio;
-  parts_.Display.SetInfoText(
-      InfoText(parts_.State, parts_.Cycle,
-               radio.IcomActive ? parts_.Icom.State().IcomModelName : parts_.Cycle.SourceName()));
+  const std::string& model = radio.IcomActive ? parts_.Icom.State().IcomModelName : parts_.Cycle.SourceName();
+  std::string info = InfoText(parts_.State, parts_.Cycle, model);
+  if (parts_.Cycle.Backend() != nullptr) info += "   " + tuning_->WheelText().toStdString();
+  parts_.Display.SetInfoText(std::move(info));
   if (!parts_.Cycle.Running()) {
     parts_.Display.SetStatus({}, 0, 0);
     parts_.Display.SetMarkers({});
@@ -103,6 +104,7 @@ void frmPan::ShowRunState() {
   const bool running = parts_.Cycle.Running();
   header_->ShowRunning(running, parts_.Cycle.Starting());
   parts_.Icom.RunChanged(running);
+  tuning_->RunChanged(running);
   if (running && !passTimer_.isActive()) passTimer_.start(0);
   if (!running && !shownWarning_.empty()) scope_->ShowStatus({});
   // Said while it was looked for; the picture is for the band now. A radio's own news stay.

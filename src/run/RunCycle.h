@@ -62,7 +62,8 @@ class RunCycle {
   void ZoomAt(int zoomIndex, double x);
   /// Moves the zoomed window of a sound card by so much of the plot's width; up the band when positive. Ends
   /// where the line ends, and does nothing at zoom 1X or on a radio's own line.
-  void PanBy(double widths);
+  /// Whole points are moved: returns how many widths that was.
+  double PanBy(double widths);
   /// After a retuning click: PEAK begins anew.
   void RestartTraces() { history_.ClearDisplay(); }
   /// cmdSpot: the next frame is handed to SpotFrame.

@@ -63,17 +63,19 @@ void RunCycle::ZoomAt(int zoomIndex, double x) {
   PanBy((aimMHz - after.FrequencyAt(x * after.PlotWidth)) / (after.RightMHz - after.LeftMHz));
 }
 
-void RunCycle::PanBy(double widths) {
+double RunCycle::PanBy(double widths) {
   const FrameGeometry& shown = scale_.Geometry;
-  if (link_ != nullptr || plan_.DisplayZoom == 1 || !shown.Valid()) return;
+  if (link_ != nullptr || plan_.DisplayZoom == 1 || !shown.Valid()) return 0;
+  const int shownPoints = shown.LastPoint - shown.FirstPoint;
   const int before = session_.PanPoints;
-  const int move = RoundToInt32(std::clamp(widths, -64.0, 64.0) * (shown.LastPoint - shown.FirstPoint));
+  const int move = RoundToInt32(std::clamp(widths, -64.0, 64.0) * shownPoints);
   session_.PanPoints = before + move;
   // What the line's ends take back must not have to be dragged back.
   const int shift = (running_ && line_.Serial != 0 ? WindowOf(line_) : IdleWindow()).Shift;
   session_.PanPoints = move > 0 ? std::max(before, session_.PanPoints + std::min(shift, 0))
                                 : std::min(before, session_.PanPoints + std::max(shift, 0));
   UpdateScale();
+  return static_cast<double>(session_.PanPoints - before) / shownPoints;
 }
 
 void RunCycle::RebuildLevelScale() {

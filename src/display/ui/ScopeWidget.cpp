@@ -11,6 +11,7 @@ namespace {
 // knob.
 constexpr int kRepaintMs = 20;
 constexpr int kResizeSettleMs = 40;
+constexpr QRgb kFocusColour = 0xFF7CC4EE;
 }  // namespace
 
 ScopeWidget::ScopeWidget(PanDisplay& display, StageTimes& times, QWidget* parent)
@@ -19,6 +20,8 @@ ScopeWidget::ScopeWidget(PanDisplay& display, StageTimes& times, QWidget* parent
   setAccessibleName(tr("Spectrum and waterfall"));
   setAttribute(Qt::WA_OpaquePaintEvent);
   setMouseTracking(true);
+  setFocusPolicy(Qt::StrongFocus);
+  setCursor(Qt::CrossCursor);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   lblStatus_->setObjectName("lblStatus");
   lblStatus_->setTextFormat(Qt::PlainText);
@@ -92,6 +95,10 @@ void ScopeWidget::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     FillBeyondPicture(painter);
     display_.Paint(painter);
+    if (focusShown_) {
+      painter.setPen(kFocusColour);
+      painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
   }
   times_.Add(Stage::Draw, std::exchange(prepareTime_, {}) + (std::chrono::steady_clock::now() - begun));
 }
@@ -124,7 +131,7 @@ void ScopeWidget::ApplySize() {
 
 void ScopeWidget::mouseMoveEvent(QMouseEvent* event) {
   display_.SetHover(event->position());
-  emit HoverMoved();
+  emit HoverMoved(event->position());
   if (event->buttons() != Qt::NoButton) emit Dragged(pressedAt_, event->position());
   ShowNew(arrived_);
 }
@@ -151,8 +158,25 @@ void ScopeWidget::wheelEvent(QWheelEvent* event) {
 void ScopeWidget::leaveEvent(QEvent* event) {
   QWidget::leaveEvent(event);
   display_.SetHover(std::nullopt);
-  emit HoverMoved();
+  emit HoverMoved(QPointF(-1, -1));
   ShowNew(arrived_);
+}
+
+void ScopeWidget::focusInEvent(QFocusEvent* event) {
+  const auto reason = event->reason();
+  focusShown_ = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
+  update();
+}
+
+void ScopeWidget::focusOutEvent(QFocusEvent*) {
+  focusShown_ = false;
+  update();
+}
+
+void ScopeWidget::Announce(const QString& text) {
+  // A changed name of the focused widget is what screen readers speak.
+  setAccessibleName(text);
+  setAccessibleDescription(tr("Spectrum and waterfall"));
 }
 
 }  // namespace spectrino

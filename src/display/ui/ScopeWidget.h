@@ -22,12 +22,14 @@ class ScopeWidget final : public QWidget {
   void ShowNew(std::chrono::steady_clock::time_point arrived);
   /// One line over the lower left corner of the plot; empty hides it.
   void ShowStatus(const QString& text);
+  /// Tells a screen reader, which has no pointer to hover with.
+  void Announce(const QString& text);
   [[nodiscard]] QSize sizeHint() const override { return {600, 200}; }
 
  signals:
   void Resized();
   void ResizeBegun();
-  void HoverMoved();
+  void HoverMoved(QPointF at);  ///< outside the widget when the pointer left
   /// Positions are logical pixels of this widget.
   void MouseDown(QPointF at, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
   /// The pointer moved with a button down. from: where that was pressed.
@@ -44,6 +46,8 @@ class ScopeWidget final : public QWidget {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   void leaveEvent(QEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
 
  private:
   void ApplySize();
@@ -59,7 +63,8 @@ class ScopeWidget final : public QWidget {
   QTimer repaintTimer_;
   QElapsedTimer sinceRepaint_;
   QPointF pressedAt_;
-  std::chrono::steady_clock::time_point arrived_{};       ///< of the newest line
+  bool focusShown_ = false;                          ///< it came by key: a click shows where it is by itself
+  std::chrono::steady_clock::time_point arrived_{};  ///< of the newest line
   std::chrono::steady_clock::time_point shownArrival_{};  ///< of the line whose repaint was asked for last
   std::chrono::steady_clock::duration prepareTime_{};     ///< drawn since the last paint event
 };

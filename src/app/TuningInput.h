@@ -1,0 +1,71 @@
+// Pointer, wheel and keys on the plot, as the tuner wants them, and what the tuner asks of the window.
+// Glue: what a click or a key means is decided in tuning/.
+#pragma once
+
+#include <QKeyEvent>
+#include <QObject>
+#include <QPointF>
+#include <functional>
+#include <optional>
+
+#include "display/PanDisplay.h"
+#include "display/ui/RangePanel.h"
+#include "display/ui/ScopeWidget.h"
+#include "platform/WindowCommands.h"
+#include "run/RunCycle.h"
+#include "run/Session.h"
+#include "tuning/Tuner.h"
+
+namespace spectrino {
+
+class TuningInput final : public QObject, private TuningWindow {
+ public:
+  /// All outlive it.
+  struct Parts {
+    Session& State;
+    RunCycle& Cycle;
+    PanDisplay& Display;
+    const Clock& Time;
+    WindowCommands& Window;
+    ScopeWidget* Scope;
+    RangePanel* Strip;
+    std::function<void()> ZoomChanged;  ///< by the tuner, not by the strip
+  };
+  explicit TuningInput(const Parts& parts);
+  ~TuningInput() override;
+
+  /// A key that no control wanted; false when it means nothing here either.
+  bool KeyPressed(const QKeyEvent& event);
+  /// After each pass of the run.
+  void AfterPass();
+  void RunChanged(bool running);
+  /// Setting "Mouse": what it was when the window was loaded.
+  void AllowWheel(bool allow) { wheelAllowed_ = allow; }
+  /// "M.Wheel VFO-A Normal"
+  [[nodiscard]] QString WheelText() const;
+
+ private:
+  void ToggleFullScreen() override { parts_.Window.ToggleFullScreen(); }
+  void StepZoom(int direction, bool wraps) override;
+  void ZoomOff() override;
+  void RestartTraces() override { parts_.Cycle.RestartTraces(); }
+  void RequestSpot() override { parts_.Cycle.RequestSpot(); }
+
+  void MouseDown(QPointF at, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
+  void Hover(QPointF at);
+  void Pan(QPointF at);
+  void Wheel(QPointF at, int delta, Qt::KeyboardModifiers modifiers);
+  void ZoomWheel(QPointF at, int delta);
+  bool ScopeKey(const QKeyEvent& event);
+  void ShowPeak(int direction);
+  [[nodiscard]] double PlotShare(double logicalX) const;
+
+  Parts parts_;
+  Tuner tuner_;
+  bool wheelAllowed_ = true;
+  std::optional<double> panFromX_;  ///< logical; while the plot is being dragged
+  int zoomDelta_ = 0;
+  std::optional<double> peakMHz_;  ///< chosen by key
+};
+
+}  // namespace spectrino
