@@ -186,7 +186,8 @@ std::string K4Radio::Answer(std::string_view command, double seconds) {
     return {};
   }
   std::string whole(value);
-  while (whole.size() < present.size() && parameter->Name != "IS") whole.insert(0, "0");
+  const char* const filling = parameter->Name == "IS" || parameter->Name == "IS$" ? " " : "0";
+  while (whole.size() < present.size()) whole.insert(0, filling);
   if (!AllowedIn(whole, present)) return "?;";
   Set(parameter->Name, whole);
   if (parameter->Name == "MD" || parameter->Name == "MD$") FitFilter(parameter->Name == "MD$");

@@ -29,7 +29,7 @@ class Program {
   ~Program();
 
   [[nodiscard]] frmPan& Window() { return *window_; }
-  [[nodiscard]] const PanDisplay& Display() const { return display_; }
+  [[nodiscard]] PanDisplay& Display() { return display_; }
   [[nodiscard]] StageTimes& Times() { return *times_; }
   [[nodiscard]] std::vector<std::string> SourceNames() const { return devices_->Names(); }
   [[nodiscard]] bool HasDevices() const { return devices_->SoundInputCount() > 0; }
@@ -42,6 +42,7 @@ class Program {
   [[nodiscard]] bool FailedToRun() const { return cycle_->StartFailed(); }
   /// The simulated K4 of a demo; null in any other run.
   [[nodiscard]] K4SimServer* SimulatedK4() const { return k4Sim_.get(); }
+  [[nodiscard]] IcomSimPort* SimulatedIcom() const { return icomSim_.get(); }
   /// Seconds since the first run began.
   [[nodiscard]] double RunSeconds() const;
 

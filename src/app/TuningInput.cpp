@@ -37,7 +37,7 @@ TuningInput::TuningInput(const Parts& parts)
   ScopeWidget* scope = parts.Scope;
   connect(scope, &ScopeWidget::MouseDown, this, &TuningInput::MouseDown);
   connect(scope, &ScopeWidget::HoverMoved, this, &TuningInput::Hover);
-  connect(scope, &ScopeWidget::Dragged, this, &TuningInput::Pan);
+  connect(scope, &ScopeWidget::Dragged, this, [this](QPointF, QPointF at) { Pan(at); });
   connect(scope, &ScopeWidget::DragEnded, this, [this] { panFromX_.reset(); });
   connect(scope, &ScopeWidget::WheelTurned, this, &TuningInput::Wheel);
   RangePanel* strip = parts.Strip;

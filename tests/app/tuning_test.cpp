@@ -1,0 +1,203 @@
+// The plot as the dial, from the mouse to the simulated radio and back.
+#include <QAccessible>
+#include <QComboBox>
+#include <QSlider>
+#include <QWheelEvent>
+
+#include "app/WindowBench.h"
+
+namespace spectrino {
+namespace {
+
+class Dial : public Window {
+ protected:
+  void Begin(const char* demo) {
+    Reload({"spectrino", demo});
+    program_->Window().resize(1000, 600);
+    Click("StartButton");
+    ASSERT_TRUE(LinesCome(8));
+    scope_ = Find<QWidget>("Scope");
+    program_->Window().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&program_->Window()));
+  }
+  [[nodiscard]] PanDisplay& Display() { return program_->Display(); }
+  /// The middle of the plot's height, at a frequency.
+  [[nodiscard]] QPoint PlotAt(double mhz) {
+    const PlotLayout& layout = Display().Layout();
+    return {static_cast<int>(Display().Geometry().FrequencyToPixel(mhz)),
+            layout.TopMargin + layout.PlotHeight / 2};
+  }
+  void Turn(QPoint at, int delta, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QWheelEvent event(at, scope_->mapToGlobal(at), QPoint(), QPoint(0, delta), Qt::NoButton, modifiers,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(scope_, &event);
+  }
+  [[nodiscard]] double Heard(const char* vfo) { return program_->SimulatedK4()->Radio().HertzOf(vfo); }
+  [[nodiscard]] bool HearsWithin(const char* vfo, double hertz, double tolerance = 0.5) {
+    return QTest::qWaitFor([&] { return std::abs(Heard(vfo) - hertz) <= tolerance; }, 1000);
+  }
+
+  QWidget* scope_ = nullptr;
+};
+
+TEST_F(Dial, AK4IsTunedByClickWheelAndKeys) {
+  ASSERT_NO_FATAL_FAILURE(Begin("--demo=k4d"));
+  const double pixelHz = Display().Geometry().ShownSpanHz() / Display().Geometry().PlotWidth;
+  QTest::mouseClick(scope_, Qt::LeftButton, {}, PlotAt(14.081));
+  EXPECT_TRUE(HearsWithin("FA", 14.081e6, pixelHz));
+  ASSERT_TRUE(LinesCome(3));
+  QTest::mouseClick(scope_, Qt::RightButton, {}, PlotAt(14.089));
+  EXPECT_TRUE(HearsWithin("FB", 14.089e6, pixelHz));
+  Click("cmdUndo");
+  EXPECT_TRUE(HearsWithin("FB", 14.080e6));
+
+  // A row of the waterfall stands where it was taken.
+  ASSERT_TRUE(LinesCome(20));
+  const PlotLayout& layout = Display().Layout();
+  const QPoint row(200, layout.WaterfallTop + 10);
+  const double rowMHz = Display().Waterfall().FrequencyAt(200, 10);
+  QTest::mouseClick(scope_, Qt::LeftButton, {}, row);
+  EXPECT_TRUE(HearsWithin("FA", rowMHz * 1e6, pixelHz));
+
+  QTest::qWait(500);
+  const double from = Heard("FA");
+  for (int notch = 0; notch < 50; ++notch) {
+    Turn(PlotAt(14.07), 120);
+    QTest::qWait(4);
+  }
+  const double goal = (std::round(from / 25) + 50) * 25;
+  EXPECT_TRUE(HearsWithin("FA", goal, 25)) << "no notch is lost: " << Heard("FA") << " for " << goal;
+  QTest::qWait(500);
+  scope_->setFocus();
+  QTest::keyClick(scope_, Qt::Key_Left, Qt::ShiftModifier);
+  const double tenfold = std::round((goal - 250) / 250) * 250;
+  EXPECT_TRUE(HearsWithin("FA", tenfold, 250));
+  QTest::keyClick(scope_, 'b');
+  QTest::keyClick(scope_, Qt::Key_Up);
+  EXPECT_TRUE(HearsWithin("FB", 14.080025e6));
+  Click("cmdUpDn0");
+  EXPECT_TRUE(HearsWithin("FA", tenfold + 50000, 250));
+}
+
+TEST_F(Dial, OverAMiniPansPassbandTheWheelShiftsTheFilter) {
+  ASSERT_NO_FATAL_FAILURE(Begin("--demo=k4"));
+  QPoint inside(-1, -1);
+  const auto found = [&] {
+    for (int y = 20; y < scope_->height() / 2; y += 6) {
+      for (int x = 4; x < scope_->width() - 4; x += 6) {
+        if (Display().MiniPanPassbandAt(QPointF(x, y)) == MiniPanPassband::Main) inside = {x, y};
+      }
+    }
+    return inside.x() >= 0;
+  };
+  ASSERT_TRUE(QTest::qWaitFor(found, 5000));
+  K4Radio& radio = program_->SimulatedK4()->Radio();
+  const double dial = Heard("FA");
+  const int shift = radio.Number("IS");
+  const int width = radio.Number("BW");
+  Turn(inside, 120);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return radio.Number("IS") == shift + 1; }, 1000));
+  QTest::mouseClick(scope_, Qt::RightButton, {}, inside);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return radio.Number("BW") == width + 5; }, 1000));
+  EXPECT_EQ(Heard("FA"), dial);
+}
+
+TEST_F(Dial, AnIcomIsTunedByClickAndWheel) {
+  ASSERT_NO_FATAL_FAILURE(Begin("--demo=icom"));
+  const auto heard = [this] {
+    return static_cast<double>(program_->SimulatedIcom()->Radio().State().Active().Hz);
+  };
+  const double pixelHz = Display().Geometry().ShownSpanHz() / Display().Geometry().PlotWidth;
+  QTest::mouseClick(scope_, Qt::LeftButton, {}, PlotAt(14.15));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return std::abs(heard() - 14.15e6) <= pixelHz; }, 1000));
+  QTest::qWait(700);
+  const double from = heard();
+  for (int notch = 0; notch < 20; ++notch) {
+    Turn(PlotAt(14.15), 120);
+    QTest::qWait(4);
+  }
+  const double goal = (std::round(from / 25) + 20) * 25;
+  EXPECT_TRUE(QTest::qWaitFor([&] { return std::abs(heard() - goal) <= 25; }, 1000))
+      << heard() << " " << goal;
+}
+
+TEST_F(Dial, WithCtrlTheWheelZoomsAtThePointerAndADragPans) {
+  ASSERT_NO_FATAL_FAILURE(Begin("--demo=iq"));
+  const int x = Display().Layout().PlotWidth / 4;
+  const QPoint at(x, 60);
+  const double under = Display().Geometry().FrequencyAt(x);
+  Turn(at, 120, Qt::ControlModifier);
+  Turn(at, 120, Qt::ControlModifier);
+  ASSERT_TRUE(LinesCome(2));
+  EXPECT_TRUE(Find("optZoom2")->isChecked());
+  EXPECT_NEAR(Display().Geometry().FrequencyAt(x), under, Display().Geometry().ShownSpanHz() / 1e6 / 400);
+  const double leftBefore = Display().Geometry().LeftMHz;
+  const double shift = Display().Geometry().FrequencyAt(100) - leftBefore;
+  QTest::mousePress(scope_, Qt::LeftButton, Qt::ControlModifier, at);
+  for (int step = 1; step <= 100; ++step) {
+    QMouseEvent move(QEvent::MouseMove, QPointF(at.x() + step, at.y()), scope_->mapToGlobal(at), Qt::NoButton,
+                     Qt::LeftButton, Qt::ControlModifier);
+    QApplication::sendEvent(scope_, &move);
+  }
+  QTest::mouseRelease(scope_, Qt::LeftButton, Qt::ControlModifier, at);
+  EXPECT_NEAR(Display().Geometry().LeftMHz, leftBefore - shift, shift / 20);
+  QTest::keyClick(&program_->Window(), 'z');
+  EXPECT_TRUE(Find("optZoom0")->isChecked());
+  QTest::keyClick(&program_->Window(), '+');
+  EXPECT_TRUE(Find("optZoom1")->isChecked());
+  QTest::keyClick(&program_->Window(), '-');
+  QTest::keyClick(&program_->Window(), '-');
+  EXPECT_TRUE(Find("optZoom0")->isChecked());
+}
+
+TEST_F(Dial, LettersTypedInAListOrASliderAreNotForTheDial) {
+  ASSERT_NO_FATAL_FAILURE(Begin("--demo=k4"));
+  Find<QWidget>("sldVol1")->setFocus();
+  QTest::keyClick(Find<QWidget>("sldVol1"), 'b');
+  Turn(PlotAt(14.074), 120);
+  EXPECT_TRUE(HearsWithin("FA", 14.074025e6)) << "the wheel still tunes A";
+}
+
+// A screen reader speaks the changed name of what has the focus.
+TEST_F(Dial, SignalsAreFoundByKeyAndSpoken) {
+  ASSERT_NO_FATAL_FAILURE(Begin("--demo=k4"));
+  scope_->setFocus();
+  QTest::keyClick(scope_, Qt::Key_Right, Qt::ControlModifier);
+  const QString first = scope_->accessibleName();
+  EXPECT_TRUE(first.endsWith("dBm")) << first.toStdString();
+  QTest::keyClick(scope_, Qt::Key_Right, Qt::ControlModifier);
+  const QString second = scope_->accessibleName();
+  EXPECT_GT(second, first);
+  QTest::keyClick(scope_, Qt::Key_Return);
+  EXPECT_TRUE(HearsWithin("FA", second.section(' ', 0, 0).remove('.').toDouble(), 1.5))
+      << second.toStdString();
+}
+
+TEST_F(Dial, EveryControlIsReachedByTabAndNamed) {
+  for (const char* demo : {"--demo=iq", "--demo=k4d", "--demo=icom"}) {
+    SCOPED_TRACE(demo);
+    Reload({"spectrino", demo});
+    program_->Window().resize(1200, 700);
+    QTest::qWait(50);
+    std::set<QWidget*> reached;
+    QWidget* at = program_->Window().nextInFocusChain();
+    for (int i = 0; i < 2000 && at != &program_->Window(); ++i, at = at->nextInFocusChain()) {
+      if (at->isVisible() && (at->focusPolicy() & Qt::TabFocus) != 0) reached.insert(at);
+    }
+    int controls = 0;
+    for (QWidget* widget : program_->Window().findChildren<QWidget*>()) {
+      const bool control = qobject_cast<QAbstractButton*>(widget) != nullptr ||
+                           qobject_cast<QSlider*>(widget) != nullptr ||
+                           qobject_cast<QComboBox*>(widget) != nullptr || widget->objectName() == "Scope";
+      if (!control || !widget->isVisible() || widget->objectName().startsWith("qt_")) continue;
+      ++controls;
+      EXPECT_TRUE(reached.contains(widget)) << widget->objectName().toStdString();
+      QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(widget);
+      EXPECT_FALSE(interface->text(QAccessible::Name).isEmpty()) << widget->objectName().toStdString();
+    }
+    EXPECT_GT(controls, 25);
+  }
+}
+
+}  // namespace
+}  // namespace spectrino
