@@ -18,6 +18,7 @@ QPushButton, QToolButton {
   background: #212831; border: 1px solid #303945; border-radius: 4px; min-height: 19px; padding: 0 6px; }
 #RangePanel QPushButton, #Deck QPushButton { padding: 0; }
 #Deck QPushButton { font-size: 10px; }
+#cmdFoldDeck { min-height: 0; padding: 0; border: none; border-radius: 0; }
 #RangePanel[dense="true"] QPushButton { min-height: 12px; font-size: 9px; border-radius: 3px; }
 QPushButton:hover, QToolButton:hover { background: #2a333e; }
 QPushButton:pressed, QPushButton:checked, QToolButton:checked {

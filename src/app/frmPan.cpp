@@ -40,8 +40,8 @@ frmPan::frmPan(const Parts& parts) : parts_(parts) {
   connect(&rangeTimer_, &QTimer::timeout, this, &frmPan::StoreRange);
   parts_.Cycle.RunningChanged = [this] { ShowRunState(); };
   parts_.User.SetWindow(this);
-  parts_.K4.Attach(k4Panel_, this, [this](bool allow) { AllowOnTop(allow); });
-  parts_.Icom.Attach({.Panel = icomPanel_, .Window = this, .Commands = this});
+  parts_.K4.Attach(deck_->K4(), this, [this](bool allow) { AllowOnTop(allow); });
+  parts_.Icom.Attach({.Panel = deck_->Icom(), .Window = this, .Commands = this});
   connect(&parts_.User, &QtNotifier::StatusChanged, scope_, &ScopeWidget::ShowStatus);
 }
 
@@ -74,20 +74,8 @@ void frmPan::Compose() {
   middle->addWidget(range_);
   rows->addLayout(middle, 1);
 
-  deck_ = new QWidget(body);
-  deck_->setObjectName("Deck");
-  auto* deckRows = new QVBoxLayout(deck_);
-  deckRows->setContentsMargins(0, 0, 0, 0);
-  calibration_ = new CalibrationPanel(deck_);
-  calibration_->hide();
-  deckRows->addWidget(calibration_);
-  k4Panel_ = new K4Panel(deck_);
-  k4Panel_->hide();
-  deckRows->addWidget(k4Panel_);
-  icomPanel_ = new IcomPanel(deck_);
-  icomPanel_->hide();
-  deckRows->addWidget(icomPanel_);
-  deck_->hide();
+  deck_ =
+      new Deck({.State = parts_.State, .Store = parts_.Store, .Cycle = parts_.Cycle, .Window = *this}, body);
   rows->addWidget(deck_);
   setCentralWidget(body);
 
@@ -145,19 +133,17 @@ void frmPan::ConnectStrip() {
   });
   connect(range_, &RangePanel::chkBPH_Click, this,
           [this](bool on) { parts_.State.Settings.BackgroundPeakHold = on; });
-  connect(range_, &RangePanel::cmdIQ_Click, this, [this](bool open) {
-    calibration_->setVisible(open);
-    ShowDeck();
-  });
+  connect(range_, &RangePanel::cmdIQ_Click, deck_, &Deck::ShowCalibration);
 }
 
 void frmPan::ConnectCalibration() {
   PanSettings& settings = parts_.State.Settings;
-  connect(calibration_, &CalibrationPanel::sldAmplitude_Change, this,
+  CalibrationPanel* calibration = deck_->Calibration();
+  connect(calibration, &CalibrationPanel::sldAmplitude_Change, this,
           [&settings](int value) { settings.DeAmp = value; });
-  connect(calibration_, &CalibrationPanel::sldPhase_Change, this,
+  connect(calibration, &CalibrationPanel::sldPhase_Change, this,
           [&settings](int value) { settings.DePhase = value; });
-  connect(calibration_, &CalibrationPanel::slddbm_Change, this,
+  connect(calibration, &CalibrationPanel::slddbm_Change, this,
           [&settings](int value) { settings.BandLevelDb = value; });
 }
 

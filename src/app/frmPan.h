@@ -10,10 +10,10 @@
 #include <memory>
 #include <string>
 
+#include "app/Deck.h"
 #include "app/IcomRig.h"
 #include "app/K4Rig.h"
 #include "app/TuningInput.h"
-#include "capture/ui/CalibrationPanel.h"
 #include "display/PanDisplay.h"
 #include "display/ui/HeaderPanel.h"
 #include "display/ui/RangePanel.h"
@@ -85,7 +85,6 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void ShowHeader();
   void ShowStrip();
   void ShowScaleChange();
-  void ShowDeck();
   void ShowRadioPanel();
   void ShowFullScreen();
   void ShowOverlays();
@@ -101,10 +100,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
   HeaderPanel* header_;
   ScopeWidget* scope_;
   RangePanel* range_;
-  QWidget* deck_;
-  CalibrationPanel* calibration_;
-  K4Panel* k4Panel_;
-  IcomPanel* icomPanel_;
+  Deck* deck_;
   QToolButton* cmdFold_;
   QTimer passTimer_;
   QTimer rangeTimer_;             ///< reference and range are stored once the clicks have ended

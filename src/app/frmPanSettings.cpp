@@ -36,7 +36,7 @@ void frmPan::LoadWindow() {
   RestoreGeometry();
   LoadSettings();
   const PanSettings& settings = parts_.State.Settings;
-  calibration_->Show(settings.DeAmp, settings.DePhase, settings.BandLevelDb);
+  deck_->Calibration()->Show(settings.DeAmp, settings.DePhase, settings.BandLevelDb);
   header_->ShowOnTop(settings.OnTop);
   tuning_->AllowWheel(settings.Mouse);
   if (settings.OnTop) AlwaysOnTop(true);
@@ -125,7 +125,7 @@ void frmPan::ApplyDisplayOptions() {
 }
 
 void frmPan::ShowDevices() {
-  ShowDeck();
+  deck_->ShowSource();
   const PanSettings& settings = parts_.State.Settings;
   QStringList names;
   for (const std::string& name : parts_.Devices.Names()) names.append(QString::fromStdString(name));

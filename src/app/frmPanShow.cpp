@@ -22,19 +22,13 @@ void frmPan::ShowWarning() {
   scope_->ShowStatus(QString::fromStdString(shownWarning_));
 }
 
-// The deck holds what belongs to the source in use, and nothing when there is nothing.
-void frmPan::ShowDeck() {
-  const PanSettings& settings = parts_.State.Settings;
-  const bool k4 = settings.K4 || settings.K4D;
-  k4Panel_->setVisible(k4);
-  icomPanel_->setVisible(settings.Icom);
-  deck_->setVisible(k4 || settings.Icom || !calibration_->isHidden());
-}
-
 void frmPan::ShowRadioPanel() {
   if (sincePanel_.isValid() && sincePanel_.elapsed() < kPanelMs) return;
   sincePanel_.restart();
-  if (!k4Panel_->isHidden()) k4Panel_->Show(parts_.K4.State());
+  const K4State& k4 = parts_.K4.State();
+  if (!deck_->K4()->isHidden()) deck_->K4()->Show(k4);
+  const bool sub = parts_.State.Radio.K4Active && k4.RxSuffix == "$";
+  deck_->ShowCurrent(sub ? k4.SubRadioMode : parts_.State.Radio.RadioMode);
 }
 
 void frmPan::ShowHeader() {

@@ -52,8 +52,11 @@ void CivLink::Queue(Kind kind, std::string_view command, std::string_view subCom
   if (BusyGuard busy{state_.CivSendBusy}; busy) {
     std::string text = "FEFE";
     text.append(state_.RadioAddress).append(state_.ControllerAddress);
-    text.append(command).append(subCommand).append(data).append("FD");
+    text.append(command).append(subCommand).append(data);
     Frame frame{kind, BytesFromHexText(text)};
+    // As a byte: behind an odd number of digits, as a macro may have, it would not end the frame, and the
+    // radio would lose the next one too.
+    frame.bytes.push_back(0xFD);
     // While a wheel turns, only its last frequency matters, and reads are worth their time behind it alone.
     std::erase_if(unsent_, [&](const Frame& older) {
       return older.kind == kind &&

@@ -58,6 +58,19 @@ TEST_F(CivLinkTest, FramesLeaveInOrderTenMillisecondsApart) {
   EXPECT_THAT(Port.Take(), ElementsAre("FEFE94E007FD"));  // nothing waits: at once
 }
 
+TEST_F(CivLinkTest, WhateverAMacroHoldsIsOneFrame) {
+  const std::pair<std::string, std::string> macros[] = {{"160201", "160201"},
+                                                        {"16020", "1602"},
+                                                        {"", ""},
+                                                        {"1", ""},
+                                                        {"16 zz\x01", "160000"},
+                                                        {std::string(10001, '7'), std::string(10000, '7')}};
+  for (const auto& [text, body] : macros) {
+    Link.SendCiv(text, {}, {});
+    EXPECT_THAT(Sent(Link, 20ms), ElementsAre("FEFE94E0" + body + "FD"));
+  }
+}
+
 TEST_F(CivLinkTest, ATurningWheelSendsItsNewestFrequencyAndAsksOnce) {
   for (const double mhz : {14.074, 14.0741, 14.0742, 14.0743}) {
     Link.SendFrequency(EncodeFreq(mhz));

@@ -1,0 +1,63 @@
+// The rows below the plot: bands, modes and macros, calibration, and the panel of the radio in use.
+// Composes and wires; what a press does is decided in bands/, macros/ and the radios' rooms.
+#pragma once
+
+#include <QToolButton>
+#include <QWidget>
+
+#include "bands/BandModes.h"
+#include "bands/ui/BandModePanel.h"
+#include "capture/ui/CalibrationPanel.h"
+#include "civ/ui/IcomPanel.h"
+#include "k4/ui/K4Panel.h"
+#include "macros/Macros.h"
+#include "macros/ui/MacroPanel.h"
+#include "platform/WindowCommands.h"
+#include "run/RunCycle.h"
+#include "run/Session.h"
+#include "settings/SettingsStore.h"
+
+namespace spectrino {
+
+class Deck final : public QWidget {
+  Q_OBJECT
+ public:
+  /// All outlive it.
+  struct Parts {
+    Session& State;
+    SettingsStore& Store;
+    RunCycle& Cycle;
+    WindowCommands& Window;
+  };
+  Deck(const Parts& parts, QWidget* parent);
+
+  /// The rows of the chosen source, with its bands, modes and macros; after settings were loaded and when
+  /// another source was chosen.
+  void ShowSource();
+  void ShowCalibration(bool show);
+  /// Which band and mode are in use. radioMode: of the receiver that the mode buttons address.
+  void ShowCurrent(int radioMode);
+
+  [[nodiscard]] CalibrationPanel* Calibration() const { return calibration_; }
+  [[nodiscard]] K4Panel* K4() const { return k4Panel_; }
+  [[nodiscard]] IcomPanel* Icom() const { return icomPanel_; }
+
+ private:
+  void Connect();
+  void FoldRows(bool folded);
+
+  Parts parts_;
+  BandModes bandModes_;
+  Macros macros_;
+  QToolButton* cmdFoldDeck_;
+  BandModePanel* bandPanel_;
+  MacroPanel* macroPanel_;
+  CalibrationPanel* calibration_;
+  K4Panel* k4Panel_;
+  IcomPanel* icomPanel_;
+  DeckLayout layout_;
+  bool radioSource_ = false;
+  bool folded_ = false;
+};
+
+}  // namespace spectrino

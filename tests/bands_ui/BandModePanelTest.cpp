@@ -1,0 +1,89 @@
+// The band and mode rows: captions by layout, clicks out, and looks that follow the radio in silence.
+#include <gmock/gmock.h>
+
+#include <QLabel>
+#include <QTest>
+
+#include "bands/ui/BandModePanel.h"
+
+namespace spectrino {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+struct BandModePanelTest : testing::Test {
+  BandModePanelTest() {
+    QObject::connect(&Panel, &BandModePanel::cmdBand_Click, [this](int i) { Clicks.push_back(i); });
+    QObject::connect(&Panel, &BandModePanel::cmdMode_Click, [this](int i) { Clicks.push_back(100 + i); });
+    Panel.show();
+  }
+  QPushButton* Find(const QString& name) { return Panel.findChild<QPushButton*>(name); }
+  /// Names of what looks pressed, in order.
+  std::string Pressed() {
+    QStringList names;
+    for (const auto* button : Panel.findChildren<QPushButton*>())
+      if (button->isChecked()) names << button->objectName();
+    return names.join(' ').toStdString();
+  }
+  std::string Captions(const char* name, int count) {
+    QStringList texts;
+    for (int i = 0; i < count; ++i) {
+      const auto* button = Find(name + QString::number(i));
+      texts << (button->isVisible() ? button->text() : "-");
+    }
+    return texts.join(' ').toStdString();
+  }
+
+  BandModePanel Panel;
+  std::vector<int> Clicks;
+};
+
+TEST_F(BandModePanelTest, ShowsEachLayout) {
+  EXPECT_EQ(Captions("cmdBand", 14), "Gen 160 80 40 30 20 17 15 12 10a 10b 6 VHF UHF");
+  EXPECT_EQ(Captions("cmdMode", 10), "lsb usb cw am fm fsk sam wfm dv rev");
+  Panel.Show({BandLayout::K4, ModeLayout::K4});
+  EXPECT_EQ(Captions("cmdBand", 14), "Gen 160 80m 60m 40m 30m 20m 17m 15m 12m 10m 6m VHF UHF");
+  EXPECT_EQ(Captions("cmdMode", 10), "lsb usb cw cwr fm am dtr dt - -");
+  EXPECT_EQ(Find("cmdBand3")->toolTip(), "5.330 - 5.404 MHz");
+  EXPECT_EQ(Find("cmdBand3")->accessibleName(), "Band 60m");
+  Panel.Show({BandLayout::HostSplit, ModeLayout::Designed});
+  EXPECT_EQ(Captions("cmdBand", 14), "Gen 160 80a 80b 40m 30m 20m 17m 15m 12m 10m 6m VHF UHF");
+  EXPECT_EQ(Captions("cmdMode", 10), "lsb usb cw am fm fsk sam wfm dv rev");
+}
+
+TEST_F(BandModePanelTest, ClicksAskAndTheRadioAnswers) {
+  Panel.ShowCurrent(5, 2, false, true);
+  EXPECT_EQ(Pressed(), "cmdBand5 cmdMode2");
+  QTest::mouseClick(Find("cmdBand13"), Qt::LeftButton);
+  QTest::mouseClick(Find("cmdBand5"), Qt::LeftButton);
+  QTest::keyClick(Find("cmdMode9"), Qt::Key_Space);
+  EXPECT_THAT(Clicks, ElementsAre(13, 5, 109));
+  EXPECT_EQ(Pressed(), "cmdBand5 cmdMode2") << "until the radio is there";
+  Panel.ShowCurrent(13, 2, true, false);
+  EXPECT_EQ(Pressed(), "cmdBand13 cmdMode2 cmdMode9");
+  Panel.ShowCurrent(0, 5, false, true);
+  EXPECT_EQ(Pressed(), "cmdBand0 cmdMode5 cmdMode9");
+  Panel.ShowCurrent(0, 0, true, true);
+  EXPECT_EQ(Pressed(), "cmdBand0 cmdMode0");
+  Panel.ShowCurrent(std::nullopt, std::nullopt, true, true);
+  EXPECT_EQ(Pressed(), "");
+  Panel.Show({BandLayout::K4, ModeLayout::K4});
+  Panel.ShowCurrent(1, 2, true, true);
+  EXPECT_EQ(Pressed(), "cmdBand1 cmdMode2");
+  EXPECT_EQ(Clicks.size(), 3U);
+}
+
+TEST_F(BandModePanelTest, FitsTheSmallestWindowWithMoreInItsRow) {
+  auto* more = new QLabel("more");
+  Panel.AddToModeRow(more, 9);
+  EXPECT_LE(Panel.minimumSizeHint().width(), 727);
+  Panel.resize(727, 60);
+  QTest::qWait(0);
+  EXPECT_EQ(more->parentWidget(), &Panel);
+  EXPECT_GT(more->x(), Find("cmdMode9")->x());
+  EXPECT_LE(more->geometry().right(), 727);
+}
+
+}  // namespace
+}  // namespace spectrino
