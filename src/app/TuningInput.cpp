@@ -46,7 +46,9 @@ TuningInput::TuningInput(const Parts& parts)
   connect(strip, &RangePanel::cmdUpDn_Click, this,
           [this](int index) { tuner_.cmdUpDn_Click(index, parts_.Cycle.Scale().LabelCentreMHz); });
   parts_.Cycle.SpotFrame = [this](const SpectrumLine& line) {
-    if (const auto dial = SpotFrequency(line, parts_.State.Radio)) tuner_.TuneTo(*dial);
+    const RadioState& radio = parts_.State.Radio;
+    if (const auto dial = SpotFrequency(line, MainPassband(radio), radio.MainFreqMHz, radio.RadioMode))
+      tuner_.TuneTo(*dial);
   };
 }
 
@@ -157,7 +159,10 @@ bool TuningInput::ScopeKey(const QKeyEvent& event) {
       return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      if (peakMHz_) tuner_.TuneTo(*peakMHz_);
+      if (peakMHz_) {
+        const RadioState& radio = parts_.State.Radio;
+        tuner_.TuneTo(DialFor(*peakMHz_, MainPassband(radio), radio.RadioMode));
+      }
       return peakMHz_.has_value();
     default:
       return false;

@@ -2,80 +2,122 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <vector>
 
 namespace spectrino {
 namespace {
 
-constexpr float kOverMedian = 10;
-constexpr int kNeighbourhoods = 100;  // in a line
+constexpr float kLeastProminence = 10;
+constexpr int kNeighbours = 3;
+constexpr int kLeastDistance = 3;
 
-/// Points and frequencies of one line.
-struct Ruler {
-  explicit Ruler(const SpectrumLine& line)
-      : First(line.FirstIndex),
-        End(std::min(line.EndIndex(), static_cast<int>(line.Levels.size()))),
-        LeftMHz(line.LeftMHz),
-        // A radio's last point stands at the right edge, a transform's one step before it.
-        StepMHz((line.RightMHz - line.LeftMHz) /
-                std::max(1, line.FirstIndex == 0 ? line.PointCount : line.PointCount - 1)) {}
-  [[nodiscard]] bool Valid() const { return End - First >= 3 && StepMHz > 0; }
-  [[nodiscard]] double MHz(int index) const { return LeftMHz + (index - First) * StepMHz; }
-  /// The nearest point, kept within a point of the line.
-  [[nodiscard]] int Index(double mhz) const {
-    const double index = First + (mhz - LeftMHz) / StepMHz;
-    return static_cast<int>(std::lround(std::clamp(index, First - 1.0, static_cast<double>(End))));
-  }
-  int First, End;
-  double LeftMHz, StepMHz;
-};
+/// Whether a line is whole enough to be searched.
+bool Searchable(const SpectrumLine& line) {
+  return line.PointCount >= 2 && line.FirstIndex >= 0 && line.RightMHz > line.LeftMHz &&
+         line.Levels.size() >= static_cast<std::size_t>(line.EndIndex());
+}
 
-float Median(const SpectrumLine& line, const Ruler& ruler) {
-  std::vector<float> levels(line.Levels.begin() + ruler.First, line.Levels.begin() + ruler.End);
+double PointMHz(const SpectrumLine& line) {
+  // A radio's last point stands at the right edge, a transform's one step before it.
+  return (line.RightMHz - line.LeftMHz) / (line.FirstIndex == 0 ? line.PointCount : line.PointCount - 1);
+}
+
+/// Index of a frequency, fractional, in the line or not.
+double IndexAt(const SpectrumLine& line, double mhz) {
+  return line.FirstIndex + (mhz - line.LeftMHz) / PointMHz(line);
+}
+
+float LevelAt(const SpectrumLine& line, int index) {
+  return index >= line.FirstIndex && index < line.EndIndex() ? line.Levels[static_cast<std::size_t>(index)]
+                                                             : kEmptyLevel;
+}
+
+double MHzAt(const SpectrumLine& line, double index) {
+  return line.LeftMHz + (index - line.FirstIndex) * PointMHz(line);
+}
+
+/// Where between the points a peak stands: the middle of a flat top, as of a signal beyond the scale; else
+/// the top of the parabola through the point and its neighbours. Points of a radio's scope lie hundreds of
+/// hertz apart, too far for CW.
+double PeakIndex(const SpectrumLine& line, int index) {
+  const float top = LevelAt(line, index);
+  int first = index, last = index;
+  while (LevelAt(line, first - 1) == top) --first;
+  while (LevelAt(line, last + 1) == top) ++last;
+  if (first != last) return (first + last) / 2.0;
+  const float left = LevelAt(line, index - 1);
+  const float right = LevelAt(line, index + 1);
+  const double curvature = left - 2.0 * top + right;
+  if (!(left > kUndrawnLevel && right > kUndrawnLevel && curvature < 0)) return index;
+  return index + std::clamp((left - right) / (2 * curvature), -0.5, 0.5);
+}
+
+/// Index of the highest level in first..last; nothing where no point has one.
+std::optional<int> StrongestPoint(const SpectrumLine& line, double lowMHz, double highMHz) {
+  const double first = std::max<double>(std::round(IndexAt(line, lowMHz)), line.FirstIndex);
+  const double last = std::min<double>(std::round(IndexAt(line, highMHz)), line.EndIndex() - 1);
+  if (!(first <= last)) return std::nullopt;
+  int strongest = static_cast<int>(first);
+  for (int i = strongest; i <= static_cast<int>(last); ++i)
+    if (LevelAt(line, i) > LevelAt(line, strongest)) strongest = i;
+  if (!(LevelAt(line, strongest) > kUndrawnLevel)) return std::nullopt;
+  return strongest;
+}
+
+std::optional<float> MedianLevel(const SpectrumLine& line) {
+  std::vector<float> levels;
+  levels.reserve(static_cast<std::size_t>(line.PointCount));
+  for (int i = line.FirstIndex; i < line.EndIndex(); ++i)
+    if (LevelAt(line, i) > kUndrawnLevel) levels.push_back(LevelAt(line, i));
+  if (levels.empty()) return std::nullopt;
   const auto middle = levels.begin() + static_cast<std::ptrdiff_t>(levels.size() / 2);
   std::nth_element(levels.begin(), middle, levels.end());
   return *middle;
 }
 
-bool StandsOnTheDial(int radioMode) {
-  return radioMode == mode::kCw || radioMode == mode::kCwReverse || radioMode == mode::kAm ||
-         radioMode == mode::kFm;
+/// The first of equals counts, so that a flat top is one peak.
+bool IsLocalMaximum(const SpectrumLine& line, int index) {
+  const float level = LevelAt(line, index);
+  for (int d = 1; d <= kNeighbours; ++d)
+    if (!(LevelAt(line, index - d) < level) || LevelAt(line, index + d) > level) return false;
+  return true;
 }
 
 }  // namespace
 
-std::optional<double> SpotFrequency(const SpectrumLine& line, const RadioState& radio) {
-  const Ruler ruler(line);
-  if (!ruler.Valid() || !(radio.MainFreqMHz > 0)) return std::nullopt;
-  const Passband passband = MainPassband(radio);
-  const int first = std::max(ruler.Index(radio.MainFreqMHz + passband.LowHz / 1e6), ruler.First);
-  const int last = std::min(ruler.Index(radio.MainFreqMHz + passband.HighHz / 1e6), ruler.End - 1);
-  if (first > last) return std::nullopt;
-  const auto begin = line.Levels.begin();
-  const auto strongest = std::max_element(begin + first, begin + last + 1);
-  if (*strongest <= kEmptyLevel) return std::nullopt;
-  const double signalMHz = ruler.MHz(static_cast<int>(strongest - begin));
-  const double aimHz = StandsOnTheDial(radio.RadioMode) ? 0 : (passband.LowHz + passband.HighHz) / 2;
-  return signalMHz - aimHz / 1e6;
+double DialFor(double signalMHz, const Passband& passband, int radioMode) {
+  const bool onDial = radioMode == mode::kCw || radioMode == mode::kCwReverse || radioMode == mode::kAm ||
+                      radioMode == mode::kFm;
+  const double fromDialHz = onDial ? 0 : (passband.LowHz + passband.HighHz) / 2;
+  return std::round(signalMHz * 1e6 - fromDialHz) / 1e6;
+}
+
+std::optional<double> SpotFrequency(const SpectrumLine& line, const Passband& passband, double dialMHz,
+                                    int radioMode) {
+  if (!(dialMHz > 0) || !Searchable(line)) return std::nullopt;
+  const std::optional<int> point =
+      StrongestPoint(line, dialMHz + passband.LowHz / 1e6, dialMHz + passband.HighHz / 1e6);
+  if (!point) return std::nullopt;
+  const double spotMHz = DialFor(MHzAt(line, PeakIndex(line, *point)), passband, radioMode);
+  if (!(spotMHz > 0)) return std::nullopt;
+  return spotMHz;
 }
 
 std::optional<Peak> FindPeak(const SpectrumLine& line, double fromMHz, int direction) {
-  const Ruler ruler(line);
-  if (!ruler.Valid()) return std::nullopt;
-  const float least = Median(line, ruler) + kOverMedian;
-  const int reach = std::max(1, (ruler.End - ruler.First) / kNeighbourhoods);
-  const int step = direction < 0 ? -1 : 1;
-  const auto level = [&](int index) { return line.Levels[static_cast<std::size_t>(index)]; };
-  const auto highestAround = [&](int index) {
-    const int first = std::max(index - reach, ruler.First);
-    const int last = std::min(index + reach, ruler.End - 1);
-    for (int i = first; i <= last; ++i) {
-      if (level(i) > level(index)) return false;
-    }
-    return true;
-  };
-  for (int i = ruler.Index(fromMHz) + step * (reach + 1); i >= ruler.First && i < ruler.End; i += step) {
-    if (level(i) >= least && highestAround(i)) return Peak{ruler.MHz(i), level(i)};
+  if (!Searchable(line) || !std::isfinite(fromMHz)) return std::nullopt;
+  const std::optional<float> median = MedianLevel(line);
+  if (!median) return std::nullopt;
+  const double from = IndexAt(line, fromMHz);
+  const int step = direction > 0 ? 1 : -1;
+  // Clamped before the conversion: from may be far outside the line.
+  const double start = step > 0 ? std::max<double>(std::ceil(from), line.FirstIndex)
+                                : std::min<double>(std::floor(from), line.EndIndex() - 1);
+  if (start < line.FirstIndex || start >= line.EndIndex()) return std::nullopt;
+  for (int i = static_cast<int>(start); i >= line.FirstIndex && i < line.EndIndex(); i += step) {
+    if (LevelAt(line, i) < *median + kLeastProminence || !IsLocalMaximum(line, i)) continue;
+    const double peak = PeakIndex(line, i);
+    if ((peak - from) * step >= kLeastDistance) return Peak{MHzAt(line, peak), LevelAt(line, i)};
   }
   return std::nullopt;
 }

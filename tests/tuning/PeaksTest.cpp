@@ -1,80 +1,98 @@
-// Signals found in lines of both kinds: a transform's points and a radio's.
-#include "tuning/Peaks.h"
-
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "tuning/Peaks.h"
 
 namespace spectrino {
 namespace {
 
-/// 1000 points over 14.000..14.100 MHz at -120, with signals where the test puts them.
-struct Line : SpectrumLine {
-  explicit Line(bool radio) {
-    FirstIndex = radio ? 1 : 0;
-    PointCount = radio ? 1001 : 1000;  // a point each 100 Hz
-    LeftMHz = 14.0;
-    RightMHz = 14.1;
-    Levels.assign(static_cast<std::size_t>(EndIndex()), -120.0F);
-    for (std::size_t i = 0; i < Levels.size(); i += 3) Levels[i] = -123;
-  }
-  /// A hill that falls by 3 a point on both sides.
-  void Put(double mhz, float level) {
-    const int top = FirstIndex + static_cast<int>((mhz - LeftMHz) * 1e4 + 0.5);
-    for (int i = FirstIndex; i < EndIndex(); ++i) {
-      float& here = Levels[static_cast<std::size_t>(i)];
-      here = std::max(here, level - 3.0F * static_cast<float>(std::abs(i - top)));
-    }
-  }
-};
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
-class Peaks : public testing::TestWithParam<bool> {};
-
-TEST_P(Peaks, AreFoundOneAfterAnotherInBothDirections) {
-  Line line(GetParam());
-  line.Put(14.020, -60);
-  line.Put(14.021, -80);  // a shoulder of the one before
-  line.Put(14.060, -100);
-  line.Put(14.080, -112);  // not high enough
-  double at = 14.0;
-  std::vector<double> up, down;
-  while (const auto peak = FindPeak(line, at, +1)) up.push_back(at = peak->FreqMHz);
-  for (at = 14.1; const auto peak = FindPeak(line, at, -1);) down.push_back(at = peak->FreqMHz);
-  ASSERT_EQ(up.size(), 2U);
-  ASSERT_EQ(down.size(), 2U);
-  EXPECT_NEAR(up[0], 14.020, 1e-9);
-  EXPECT_NEAR(up[1], 14.060, 1e-9);
-  EXPECT_NEAR(down[0], 14.060, 1e-9);
-  EXPECT_EQ(FindPeak(line, 14.0, +1)->Level, -60);
-  EXPECT_FALSE(FindPeak(line, 1e9, +1));
-  EXPECT_FALSE(FindPeak(SpectrumLine{}, 14.0, +1));
+/// 14.000 to 14.100 MHz at -120 dB, 100 Hz a point. firstIndex 1: a radio's line, its last point on the edge.
+SpectrumLine Band(int firstIndex) {
+  SpectrumLine line{.Levels = {},
+                    .PointCount = 1000 + firstIndex,
+                    .FirstIndex = firstIndex,
+                    .LeftMHz = 14,
+                    .RightMHz = 14.1};
+  line.Levels.assign(static_cast<std::size_t>(line.EndIndex()), -120.0F);
+  return line;
 }
 
-TEST_P(Peaks, SpotBringsTheStrongestOfThePassbandWhereItIsHeard) {
-  Line line(GetParam());
-  line.Put(14.0505, -70);
-  line.Put(14.0520, -50);
-  line.Put(14.0700, -20);  // outside
-  struct Case {
+/// A signal with flanks 6 dB lower; lean: dB by which the right one exceeds the left.
+void Put(SpectrumLine& line, int point, float level, float lean = 0) {
+  float* top = &line.Levels[static_cast<std::size_t>(line.FirstIndex + point)];
+  top[-1] = level - 6 - lean / 2;
+  top[0] = level;
+  top[1] = level - 6 + lean / 2;
+}
+
+TEST(Peaks, SpotPutsTheStrongestSignalWhereItBelongs) {
+  const struct {
     int Mode;
-    double WidthHz;
-    double ExpectedMHz;
+    Passband Filter;
+    double DialMHz, SpotMHz;  ///< 0: nothing to spot
+  } spots[] = {
+      {mode::kCw, {-250, 250}, 14.0198, 14.02},      // on the dial
+      {mode::kAm, {-3000, 3000}, 14.018, 14.02},     // on the dial
+      {mode::kUsb, {200, 2800}, 14.018, 14.0185},    // into the middle
+      {mode::kLsb, {-2800, -200}, 14.022, 14.0215},  // into the middle
+      {mode::kCw, {-250, 250}, 14.05, 14.050025},    // between two points
+      {mode::kCw, {-20, 20}, 14.02003, 14.02},       // a filter narrower than a point
+      {mode::kUsb, {200, 2800}, 0, 0},
+      {mode::kUsb, {200, 2800}, 13.9, 0},
+      {mode::kUsb, {kNan, 0}, 14.02, 0},
   };
-  for (const Case& c : {Case{mode::kUsb, 2700, 14.052 - 0.00135}, Case{mode::kCw, 1000, 14.0505},
-                        Case{mode::kAm, 6000, 14.052}}) {
-    RadioState radio;
-    radio.MainFreqMHz = 14.0501;
-    radio.RadioMode = c.Mode;
-    radio.MainBandwidthHz = c.WidthHz;
-    const auto spot = SpotFrequency(line, radio);
-    ASSERT_TRUE(spot) << c.Mode;
-    EXPECT_NEAR(*spot, c.ExpectedMHz, 1e-9) << c.Mode;
+  for (const int firstIndex : {0, 1}) {
+    SpectrumLine line = Band(firstIndex);
+    Put(line, 200, -80);
+    Put(line, 240, -60);
+    Put(line, 500, -80, 6);
+    for (const auto& [mode, filter, dialMHz, spotMHz] : spots)
+      EXPECT_NEAR(SpotFrequency(line, filter, dialMHz, mode).value_or(0), spotMHz, 1e-9) << dialMHz;
   }
-  RadioState elsewhere;
-  elsewhere.MainFreqMHz = 7.05;
-  EXPECT_FALSE(SpotFrequency(line, elsewhere));
-  EXPECT_FALSE(SpotFrequency(SpectrumLine{}, elsewhere));
 }
 
-INSTANTIATE_TEST_SUITE_P(Sources, Peaks, testing::Bool());
+std::vector<double> Walk(const SpectrumLine& line, double fromMHz, int direction) {
+  std::vector<double> found;
+  for (auto peak = FindPeak(line, fromMHz, direction); peak && found.size() < 9;
+       peak = FindPeak(line, peak->FreqMHz, direction))
+    found.push_back(std::round(peak->FreqMHz * 1e4) / 1e4);
+  return found;
+}
+
+TEST(Peaks, WalkFromSignalToSignalAndStopAtTheLast) {
+  for (const int firstIndex : {0, 1}) {
+    SpectrumLine line = Band(firstIndex);
+    Put(line, 100, -90);
+    Put(line, 300, -105);
+    Put(line, 304, -100);
+    Put(line, 500, -111);  // 9 dB above the noise
+    for (int i = 700; i < 709; ++i)
+      line.Levels[static_cast<std::size_t>(i + firstIndex)] = -70;  // overloaded
+    line.Levels.back() = -80;
+    std::vector<double> expected{14.01, 14.03, 14.0304, 14.0704, firstIndex == 0 ? 14.0999 : 14.1};
+    EXPECT_EQ(Walk(line, 13, +1), expected);
+    EXPECT_EQ(FindPeak(line, 13, +1)->Level, -90);
+    std::reverse(expected.begin(), expected.end());
+    EXPECT_EQ(Walk(line, 1e9, -1), expected);
+    EXPECT_FALSE(FindPeak(line, kNan, -1));
+  }
+}
+
+TEST(Peaks, BrokenLinesHaveNone) {
+  SpectrumLine empty = Band(1), cut = Band(1), turned = Band(0);
+  empty.Levels.assign(empty.Levels.size(), kEmptyLevel);
+  cut.Levels.resize(500);
+  std::swap(turned.LeftMHz, turned.RightMHz);
+  for (const SpectrumLine& line : {empty, cut, turned, SpectrumLine{}}) {
+    EXPECT_FALSE(SpotFrequency(line, {-250, 250}, 14.02, mode::kCw));
+    EXPECT_FALSE(FindPeak(line, 13, 1));
+  }
+}
 
 }  // namespace
 }  // namespace spectrino
