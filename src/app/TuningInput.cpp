@@ -9,6 +9,7 @@
 #include <cmath>
 
 #include "display/Overlays.h"
+#include "state/FrequencyText.h"
 #include "tuning/Peaks.h"
 
 namespace spectrino {
@@ -45,6 +46,9 @@ TuningInput::TuningInput(const Parts& parts)
   connect(strip, &RangePanel::cmdUndo_Click, this, [this] { tuner_.cmdUndo_Click(); });
   connect(strip, &RangePanel::cmdUpDn_Click, this,
           [this](int index) { tuner_.cmdUpDn_Click(index, parts_.Cycle.Scale().LabelCentreMHz); });
+  connect(parts.Header, &HeaderPanel::FrequencyTyped, this, [this](int vfo, const QString& text) {
+    tuner_.EnterFrequency(vfo == 0 ? Vfo::A : Vfo::B, TypedMHz(text.toStdString()));
+  });
   parts_.Cycle.SpotFrame = [this](const SpectrumLine& line) {
     const RadioState& radio = parts_.State.Radio;
     if (const auto dial = SpotFrequency(line, MainPassband(radio), radio.MainFreqMHz, radio.RadioMode))
@@ -136,7 +140,12 @@ bool TuningInput::KeyPressed(const QKeyEvent& event) {
   if (focus == parts_.Scope && ScopeKey(event)) return true;
   constexpr auto kCommands = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
   if ((event.modifiers() & kCommands) != 0 || event.text().size() != 1 || TakesLetters(focus)) return false;
-  return tuner_.KeyPress(event.text().at(0).toLatin1());
+  const char typed = event.text().at(0).toLatin1();
+  if (typed >= '0' && typed <= '9' && parts_.Cycle.Backend() != nullptr) {
+    parts_.Header->BeginEntry(0, QString(typed));
+    return true;
+  }
+  return tuner_.KeyPress(typed);
 }
 
 // With the plot in focus the arrows are the dial: left and right tune, with Ctrl they look for signals.

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "display/PanDisplay.h"
+#include "display/ui/HeaderPanel.h"
 #include "display/ui/RangePanel.h"
 #include "display/ui/ScopeWidget.h"
 #include "platform/WindowCommands.h"
@@ -29,6 +30,7 @@ class TuningInput final : public QObject, private TuningWindow {
     WindowCommands& Window;
     ScopeWidget* Scope;
     RangePanel* Strip;
+    HeaderPanel* Header;
     std::function<void()> ZoomChanged;  ///< by the tuner, not by the strip
   };
   explicit TuningInput(const Parts& parts);

@@ -31,6 +31,7 @@ frmPan::frmPan(const Parts& parts) : parts_(parts) {
                                                              .Window = *this,
                                                              .Scope = scope_,
                                                              .Strip = range_,
+                                                             .Header = header_,
                                                              .ZoomChanged = [this] { ShowScaleChange(); }});
   passTimer_.setSingleShot(true);
   passTimer_.setTimerType(Qt::PreciseTimer);

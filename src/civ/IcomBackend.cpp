@@ -23,8 +23,7 @@ void IcomBackend::SelectBand(int button) {
   if (!state_.IcomActive || button < 0 || button >= kBandButtonCount) return;
   const int band = BandRecordOfButton(button);
   if (IcomBandNumber(state_.RadioFreqMHz) == band) return;
-  SaveBandMemory(store_, memory_, BandMemoryRadio::Icom,
-                 {state_.RadioFreqMHz, state_.RadioModeIndex, RoundToInt16(state_.ScopeRefLevel)});
+  RememberBand();
   const BandRecord& record = memory_.Records[static_cast<std::size_t>(band)];
   commands_.SetIcomFrequency(record.FrequencyMHz);
   commands_.SetIcomMode(record.Mode, false, 0);
@@ -32,6 +31,11 @@ void IcomBackend::SelectBand(int button) {
   sender.SendCiv("27", "1400", "00");
   state_.ScopeFixedMode = 0;
   sender.RequestIcomStatus();
+}
+
+void IcomBackend::RememberBand() {
+  SaveBandMemory(store_, memory_, BandMemoryRadio::Icom,
+                 {state_.RadioFreqMHz, state_.RadioModeIndex, RoundToInt16(state_.ScopeRefLevel)});
 }
 
 bool IcomBackend::SelectMode(const ModeRequest& request) {

@@ -30,6 +30,7 @@ class IcomBackend final : public RigBackend {
   /// SelectIcomBand: back to where the radio was on that band, scope in centre mode. Nothing on the band that
   /// it is on already.
   void SelectBand(int button) override;
+  void RememberBand() override;
   bool SelectMode(const ModeRequest& request) override;
   void SendMacro(std::string_view text) override { link_.Sender().SendCiv(text, {}, {}); }
   /// A third of the scope's span from the plot's centre.

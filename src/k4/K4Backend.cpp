@@ -55,9 +55,13 @@ void K4Backend::SetFrequency(Vfo vfo, double freqMHz) {
 
 // "BN" | "$" for the sub receiver | band number, two digits: 00 is 160 m
 void K4Backend::SelectBand(int button) {
-  SaveBandMemory(store_, memory_, BandMemoryRadio::K4, {state_.MainFreqMHz, state_.RadioMode, 0});
+  RememberBand();
   if (button < kBandButtonsBegin || button >= kBandButtonsEnd) return;
   sender_.SendK4("BN" + state_.RxSuffix + Digits(button - kBandButtonsBegin, 2));
+}
+
+void K4Backend::RememberBand() {
+  SaveBandMemory(store_, memory_, BandMemoryRadio::K4, {state_.MainFreqMHz, state_.RadioMode, 0});
 }
 
 bool K4Backend::SelectMode(const ModeRequest& request) {

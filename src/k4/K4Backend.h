@@ -28,6 +28,7 @@ class K4Backend final : public RigBackend {
   void SetFrequency(Vfo vfo, double freqMHz) override;
   /// Keeps where the radio is, then asks for the band; buttons 0 ("Gen"), 12 and 13 have none.
   void SelectBand(int button) override;
+  void RememberBand() override;
   bool SelectMode(const ModeRequest& request) override;
   void SendMacro(std::string_view text) override { sender_.SendK4(text); }
   void ChangeBandwidth(Vfo receiver, int deltaHz) override;

@@ -38,6 +38,9 @@ class RigBackend {
   virtual void SetFrequency(Vfo vfo, double freqMHz) = 0;
   /// Whether SubFreqMHz is told and VFO B can be set.
   [[nodiscard]] virtual bool HasVfoB() const { return true; }
+  /// The operator is about to leave by typing a frequency: where the radio is now is kept in its band's
+  /// record, where the back-end has such.
+  virtual void RememberBand() {}
   /// Band button 0..13, by this back-end's layout; what it has no band for is ignored.
   virtual void SelectBand(int button) = 0;
   /// False when this back-end has no mode command.

@@ -2,6 +2,9 @@
 
 #include <cmath>
 #include <cstdio>
+#include <vector>
+
+#include "state/Val.h"
 
 namespace spectrino {
 
@@ -17,6 +20,26 @@ std::string GridFrequencyText(double mhz, bool withMHz) {
   std::string text = FrequencyText(mhz);
   if (text.front() != '-') text.resize(text.size() - 2);
   return withMHz ? text : text.substr(text.size() - 5);
+}
+
+double TypedMHz(std::string_view text) {
+  std::string digits;
+  std::vector<std::size_t> dots;
+  for (const char c : Trim(text)) {
+    const bool dot = c == '.' || c == ',';
+    if (!dot && (c < '0' || c > '9')) return 0;
+    if (!dot)
+      digits += c;
+    else
+      dots.push_back(digits.size());
+  }
+  if (digits.empty() || digits.size() > 12 || dots.size() > 2) return 0;
+  // A second dot parts kHz from Hz; for the number it means nothing.
+  if (dots.size() == 2 && dots[1] != dots[0] + 3) return 0;
+  const std::size_t whole = dots.empty() ? digits.size() : dots[0];
+  const double value = Val(digits.substr(0, whole) + "." + digits.substr(whole));
+  if (!dots.empty() || value < 1e3) return value;
+  return value < 1e6 ? value / 1e3 : value / 1e6;
 }
 
 std::string GridOffsetText(double offsetHz) {

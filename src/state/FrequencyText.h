@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace spectrino {
 
@@ -16,5 +17,9 @@ namespace spectrino {
 /// A scale label while no frequency is known: "+" and the offset in kHz, one decimal, no leading zero:
 /// "+5.0K", "+.5K".
 [[nodiscard]] std::string GridOffsetText(double offsetHz);
+
+/// MHz from what an operator typed: "14.074", "14,074", "14.074.000" (MHz, kHz, Hz), or digits alone, which
+/// are MHz below 1000, kHz below a million, else Hz. 0 for anything else.
+[[nodiscard]] double TypedMHz(std::string_view text);
 
 }  // namespace spectrino

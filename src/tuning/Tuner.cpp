@@ -54,6 +54,13 @@ void Tuner::Tune(Vfo vfo, double freqMHz) {
   parts_.Window.RestartTraces();
 }
 
+void Tuner::EnterFrequency(Vfo vfo, double freqMHz) {
+  RigBackend* backend = Backend();
+  if (backend == nullptr || !(freqMHz > 0) || freqMHz > kHighestMHz) return;
+  backend->RememberBand();
+  Tune(vfo, freqMHz);
+}
+
 void Tuner::WheelMoved(int eighthsOfDegree, bool tenfold) {
   if (!parts_.Running()) return;
   if (PassbandDragMode_ == PassbandDragMode::None)

@@ -60,6 +60,8 @@ class Tuner {
   void cmdUpDn_Click(int index, double centreMHz);
   /// Tunes VFO A, as a click does; 0 and what is no frequency is ignored.
   void TuneTo(double freqMHz) { Tune(Vfo::A, freqMHz); }
+  /// A frequency was typed: the band's record is kept first.
+  void EnterFrequency(Vfo vfo, double freqMHz);
   /// Sends what waits; every few milliseconds.
   void Pump() { wheel_.Pump(); }
   /// After each refresh of the radio's state.

@@ -26,6 +26,7 @@ class FakeRig final : public RigBackend {
     Note((vfo == Vfo::A ? "A " : "B ") + std::to_string(freqMHz));
   }
   [[nodiscard]] bool HasVfoB() const override { return VfoB; }
+  void RememberBand() override { Note("remember"); }
   void SelectBand(int button) override { Note("band " + std::to_string(button)); }
   bool SelectMode(const ModeRequest& request) override {
     if (!Modes) return false;

@@ -62,6 +62,9 @@ TEST_F(Tuning, ClicksTuneTheirVfoAndUndoGoesBack) {
   Tune.cmdUndo_Click();
   EXPECT_THAT(Asked(), ElementsAre("B 14.260000", "B 14.300000"));
   EXPECT_EQ(Tune.WheelVfo(), Vfo::A) << "a click chooses the wheel's VFO for some back-ends only";
+  Tune.EnterFrequency(Vfo::B, 7.1);
+  Tune.EnterFrequency(Vfo::A, 0);
+  EXPECT_THAT(Asked(), ElementsAre("remember", "B 7.100000"));
   Tune.cmdUpDn_Click(0, 14.2);
   Tune.cmdUpDn_Click(1, 14.2);
   EXPECT_THAT(Asked(), ElementsAre("step 1 from 14.200000", "step -1 from 14.200000"));

@@ -1,6 +1,7 @@
 #include "display/ui/HeaderPanel.h"
 
 #include <QHBoxLayout>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QResizeEvent>
 #include <QSignalBlocker>
@@ -78,6 +79,14 @@ HeaderPanel::HeaderPanel(QWidget* parent) : QWidget(parent) {
        std::initializer_list<QWidget*>{bar_, lblSMeter_, cmdSetup, cmdHelp, chkTop_, cmdFullScreen_}) {
     row->addWidget(widget);
   }
+  txtFrequency_ = new FrequencyEntry(this);
+  txtFrequency_->setObjectName("txtFrequency");
+  connect(txtFrequency_, &FrequencyEntry::Entered, this,
+          [this](const QString& text) { emit FrequencyTyped(entryVfo_, text); });
+  for (QLabel* label : {lblFreqA_, lblFreqB_}) {
+    label->setToolTip(tr("Click to type a frequency"));
+    label->setCursor(Qt::IBeamCursor);
+  }
   ShowRunning(false, false);
   ShowFrequency("---------", {});
   ShowSubFrequency({});
@@ -122,6 +131,20 @@ void HeaderPanel::ShowFrequency(const QString& frequencyText, const QString& mod
   }
   if (lblMode_->text() != modeText) lblMode_->setText(modeText);
   lblMode_->setVisible(!modeText.isEmpty());
+}
+
+void HeaderPanel::BeginEntry(int vfo, const QString& typed) {
+  const QLabel* label = vfo == 0 ? lblFreqA_ : lblFreqB_;
+  if (!label->isVisible()) return;
+  entryVfo_ = vfo;
+  txtFrequency_->Begin(*label, typed);
+}
+
+void HeaderPanel::mousePressEvent(QMouseEvent* event) {
+  const QPoint at = event->position().toPoint();
+  if (event->button() != Qt::LeftButton) return;
+  if (lblFreqA_->geometry().contains(at)) BeginEntry(0, {});
+  if (lblFreqB_->geometry().contains(at)) BeginEntry(1, {});
 }
 
 void HeaderPanel::ShowSubFrequency(const QString& frequencyText) {

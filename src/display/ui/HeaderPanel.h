@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QWidget>
 
+#include "display/ui/FrequencyEntry.h"
 #include "display/ui/SMeterBar.h"
 
 namespace spectrino {
@@ -36,6 +37,8 @@ class HeaderPanel final : public QWidget {
   void ShowRunning(bool running, bool starting);
   /// frequencyText as "14.074.000" or "---------"; an empty mode hides its badge.
   void ShowFrequency(const QString& frequencyText, const QString& modeText);
+  /// Opens the entry of VFO A or B with what was typed already; nothing while that VFO is not shown.
+  void BeginEntry(int vfo, const QString& typed);
   /// An empty text hides VFO B.
   void ShowSubFrequency(const QString& frequencyText);
   /// Amber, beside VFO B; an empty text hides it.
@@ -57,8 +60,12 @@ class HeaderPanel final : public QWidget {
   void cmdSetup_Click();
   void cmdHelp_Click();
 
+  /// vfo: 0 A, 1 B. Typed as it was typed.
+  void FrequencyTyped(int vfo, const QString& text);
+
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
 
  private:
   QAbstractButton* startButton_;
@@ -71,6 +78,8 @@ class HeaderPanel final : public QWidget {
   QLabel* lblB_;
   QLabel* lblFreqB_;
   QLabel* lblSplit_;
+  FrequencyEntry* txtFrequency_;
+  int entryVfo_ = 0;
   SMeterBar* bar_;
   QLabel* lblSMeter_;
   QAbstractButton* chkTop_;
