@@ -42,8 +42,6 @@ void K4Rig::Attach(K4Panel* panel, QWidget* window, std::function<void(bool)> al
                    [this](const QString& name, bool on) { Toggle(name, on); });
   QObject::connect(panel, &K4Panel::optK4Span_Click, window,
                    [this](int index) { commands_.optK4Span_Click(index); });
-  QObject::connect(panel, &K4Panel::cmdMode_Click, window,
-                   [this](int index) { commands_.cmdMode_Click(index); });
   QObject::connect(panel, &K4Panel::SliderMoved, window, [this](const QString& name, int value) {
     if (name == "sldNotch")
       commands_.sldNotch_Change(value);

@@ -6,9 +6,6 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
-#include <iterator>
-
-#include "state/RadioState.h"
 
 namespace spectrino {
 namespace {
@@ -50,14 +47,6 @@ constexpr Control kPresets[] = {{"optK4Span0", "Full", "Everything that the radi
                                 {"optK4Span1", "1:1", "The radio's span", true},
                                 {"optK4Span2", "1:1.5", "Two thirds of the radio's span", true}};
 
-struct ModeButton {
-  const char* Caption;
-  int Code;
-};
-constexpr ModeButton kModes[] = {{"lsb", mode::kLsb},         {"usb", mode::kUsb}, {"cw", mode::kCw},
-                                 {"cwr", mode::kCwReverse},   {"fm", mode::kFm},   {"am", mode::kAm},
-                                 {"dtr", mode::kDataReverse}, {"dt", mode::kData}};
-
 }  // namespace
 
 K4Panel::K4Panel(QWidget* parent) : QWidget(parent) {
@@ -70,22 +59,6 @@ K4Panel::K4Panel(QWidget* parent) : QWidget(parent) {
   for (QHBoxLayout* row : {upper, lower}) {
     row->setSpacing(3);
     rows->addLayout(row);
-  }
-  auto* modes = new QHBoxLayout;
-  modes->setSpacing(3);
-  rows->insertLayout(0, modes);
-  for (int i = 0; i < static_cast<int>(std::size(kModes)); ++i) {
-    auto* button = new QPushButton(kModes[i].Caption, this);
-    button->setObjectName(QString("cmdMode%1").arg(i));
-    button->setAccessibleName(tr("Mode %1").arg(QString(kModes[i].Caption).toUpper()));
-    button->setCheckable(true);
-    button->setMinimumWidth(8);
-    connect(button, &QAbstractButton::clicked, this, [this, button, i](bool on) {
-      button->setChecked(!on);
-      emit cmdMode_Click(i);
-    });
-    cmdMode_[static_cast<std::size_t>(i)] = button;
-    modes->addWidget(button, 1);
   }
   for (const Control& control : kUpper)
     upper->addWidget(AddButton(control.Name, control.Caption, control.ToolTip, control.Check), 1);
@@ -175,8 +148,6 @@ void K4Panel::SetActive(const char* name, bool active, const QString& caption) {
 void K4Panel::Show(const K4State& state) {
   const bool sub = state.RxSuffix == "$";
   const auto of = [sub](int main, int other) { return sub ? other : main; };
-  const int radioMode = of(state.RadioMode, state.SubRadioMode);
-  for (std::size_t i = 0; i < cmdMode_.size(); ++i) cmdMode_[i]->setChecked(kModes[i].Code == radioMode);
   const int agc = of(state.AgcMain, state.AgcSub);
   SetActive("cmdAGCK4", agc != 0, agc == 1 ? "AGC-S" : agc == 2 ? "AGC-F" : "AGC");
   const int preamp = of(state.PreampMain, state.PreampSub);

@@ -38,7 +38,6 @@ class K4Panel final : public QWidget {
   /// A check box by its control name, clicked or written: "chkSplt" ...
   void Toggled(const QString& name, bool on);
   void optK4Span_Click(int index);
-  void cmdMode_Click(int index);
   /// "sldVol1", "sldVol2" or "sldNotch", at every step.
   void SliderMoved(const QString& name, int value);
   /// The same when the hand let go, or has rested for 150 ms.
@@ -52,7 +51,6 @@ class K4Panel final : public QWidget {
 
   QHash<QString, QAbstractButton*> buttons_;
   std::array<QAbstractButton*, 3> optK4Span_{};
-  std::array<QAbstractButton*, 8> cmdMode_{};
   bool fromRadio_ = false;
   QSlider* sldVol1_;
   QSlider* sldVol2_;
