@@ -110,6 +110,8 @@ TEST_F(MacroPanelTest, CaptionsAreTextAndNothingElse) {
   Store8({std::string(10000, 'W'), "", "", true});
   QTest::qWait(0);
   EXPECT_TRUE(Find("chkMacro8")->text().endsWith(QChar(0x2026)));
+  EXPECT_LT(Find("chkMacro8")->fontMetrics().horizontalAdvance(Find("chkMacro8")->text()),
+            Find("chkMacro8")->width());
   EXPECT_EQ(Find("chkMacro8")->width(), Find("cmdMacro0")->width());
   EXPECT_EQ(Window.height(), height);
 }

@@ -2,16 +2,26 @@
 
 #include <QHBoxLayout>
 #include <QShortcut>
+#include <QStyleOptionButton>
 
 namespace spectrino {
 namespace {
 
 constexpr int kMostCaption = 100;  ///< what a tool tip still shows
-constexpr int kButtonPadding = 6;
 
 /// One line of what the user typed: a line break would make the button higher than its row.
 QString OneLine(const std::string& caption) {
   return QString::fromStdString(caption).left(kMostCaption).simplified();
+}
+
+/// What of a caption the button has room for. A pressed one is bold, and so every one is measured.
+QString Fitting(const QString& caption, const QPushButton& button) {
+  QStyleOptionButton option;
+  option.initFrom(&button);
+  const int width = button.style()->subElementRect(QStyle::SE_PushButtonContents, &option, &button).width();
+  QFont bold = button.font();
+  bold.setBold(true);
+  return QFontMetrics(bold).elidedText(caption, Qt::ElideRight, width);
 }
 
 }  // namespace
@@ -78,12 +88,11 @@ void MacroPanel::ShowCaption(Place& place, int n) {
 }
 
 void MacroPanel::ElideCaptions() {
+  // A button that has just been shown gets its place now, not with the next event.
+  layout()->activate();
   for (const Place& place : places_) {
-    QPushButton* visible = place.shown.OnOff ? place.chkMacro : place.cmdMacro;
-    // The room inside the border; a pair shares its place, and so the width.
-    const int width = qMax(0, visible->width() - kButtonPadding);
     const QString caption = OneLine(place.shown.Caption);
-    QString text = visible->fontMetrics().elidedText(caption, Qt::ElideRight, width);
+    QString text = Fitting(caption, place.shown.OnOff ? *place.chkMacro : *place.cmdMacro);
     text.replace('&', "&&");
     place.cmdMacro->setText(text);
     place.chkMacro->setText(text);
@@ -92,7 +101,6 @@ void MacroPanel::ElideCaptions() {
 
 void MacroPanel::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  layout()->activate();
   ElideCaptions();
 }
 
