@@ -1,5 +1,8 @@
 #include "civ/IcomBackend.h"
 
+#include <cctype>
+#include <string>
+
 #include "bandplan/Bands.h"
 #include "civ/IcomModels.h"
 #include "state/Val.h"
@@ -36,6 +39,13 @@ void IcomBackend::SelectBand(int button) {
 void IcomBackend::RememberBand() {
   SaveBandMemory(store_, memory_, BandMemoryRadio::Icom,
                  {state_.RadioFreqMHz, state_.RadioModeIndex, RoundToInt16(state_.ScopeRefLevel)});
+}
+
+// Operators write the bytes apart; taken as digits, blanks would shift all that follow.
+void IcomBackend::SendMacro(std::string_view text) {
+  std::string digits(text);
+  std::erase_if(digits, [](unsigned char c) { return std::isspace(c) != 0; });
+  link_.Sender().SendCiv(digits, {}, {});
 }
 
 bool IcomBackend::SelectMode(const ModeRequest& request) {

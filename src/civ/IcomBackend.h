@@ -32,7 +32,8 @@ class IcomBackend final : public RigBackend {
   void SelectBand(int button) override;
   void RememberBand() override;
   bool SelectMode(const ModeRequest& request) override;
-  void SendMacro(std::string_view text) override { link_.Sender().SendCiv(text, {}, {}); }
+  /// Command, sub-command and data as hexadecimal digits; blanks between them are skipped.
+  void SendMacro(std::string_view text) override;
   /// A third of the scope's span from the plot's centre.
   void StepFrequency(int direction, double centreMHz) override;
 

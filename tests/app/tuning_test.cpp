@@ -1,6 +1,8 @@
 // The plot as the dial, from the mouse to the simulated radio and back.
 #include <QAccessible>
 #include <QComboBox>
+#include <QDialog>
+#include <QLineEdit>
 #include <QSlider>
 #include <QWheelEvent>
 
@@ -77,6 +79,64 @@ TEST_F(Dial, AK4IsTunedByClickWheelAndKeys) {
   EXPECT_TRUE(HearsWithin("FB", 14.080025e6));
   Click("cmdUpDn0");
   EXPECT_TRUE(HearsWithin("FA", tenfold + 50000, 250));
+}
+
+TEST_F(Dial, AK4IsWorkedByBandModeMacroAndTypedFrequency) {
+  ASSERT_NO_FATAL_FAILURE(Begin("--demo=k4"));
+  const auto value = [this](const char* key) { return program_->SimulatedK4()->Radio().Value(key); };
+  EXPECT_TRUE(
+      QTest::qWaitFor([&] { return Find("cmdBand6")->isChecked() && Find("cmdMode1")->isChecked(); }, 2000));
+  EXPECT_EQ(Find("cmdBand4")->text(), "40m");
+  Click("cmdBand4");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Heard("FA") > 6.9e6 && Heard("FA") < 7.4e6; }, 1000));
+  Click("cmdMode3");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return value("MD") == "7"; }, 1000));
+  EXPECT_TRUE(
+      QTest::qWaitFor([&] { return Find("cmdBand4")->isChecked() && Find("cmdMode3")->isChecked(); }, 2000));
+  EXPECT_FALSE(Find("cmdMode9")->isVisible());
+
+  QTest::keyClick(&program_->Window(), '1');
+  auto* entry = Find<QLineEdit>("txtFrequency");
+  QTest::keyClicks(entry, "4.0312");
+  QTest::keyClick(entry, Qt::Key_Return);
+  EXPECT_TRUE(HearsWithin("FA", 14.0312e6));
+  QTest::keyClick(&program_->Window(), '9');
+  QTest::keyClick(entry, Qt::Key_Escape);
+  EXPECT_FALSE(entry->isVisible());
+  EXPECT_FALSE(program_->Window().isFullScreen());
+
+  // A macro is written in its editor and sent by its button.
+  emit Find("cmdMacro2")->customContextMenuRequested({});
+  auto* editor = program_->Window().findChild<QDialog*>("frmRemFunction");
+  ASSERT_NE(editor, nullptr);
+  editor->findChild<QLineEdit*>("txtCaption")->setText("40 m CW");
+  editor->findChild<QLineEdit*>("txtMacro")->setText("FA00007030000;MD3");
+  QTest::mouseClick(editor->findChild<QPushButton*>("cmdOK"), Qt::LeftButton);
+  EXPECT_EQ(Find("cmdMacro2")->text(), "40 m CW");
+  Click("cmdMacro2");
+  EXPECT_TRUE(HearsWithin("FA", 7.03e6));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return value("MD") == "3"; }, 1000));
+}
+
+TEST_F(Dial, AnIcomIsWorkedByBandAndModeButtons) {
+  ASSERT_NO_FATAL_FAILURE(Begin("--demo=icom"));
+  const auto state = [this]() -> const SimVfo& {
+    return program_->SimulatedIcom()->Radio().State().Active();
+  };
+  const double left = static_cast<double>(state().Hz);
+  Click("cmdBand4");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return state().Hz == 7150000; }, 1500));
+  Click("cmdMode2");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return state().Mode == 3; }, 1500));
+  EXPECT_TRUE(
+      QTest::qWaitFor([&] { return Find("cmdMode2")->isChecked() && Find("cmdBand4")->isChecked(); }, 2000));
+  Click("cmdMode9");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return state().Mode == 7; }, 1500)) << "CW reversed";
+  Click("cmdBand5");
+  QTest::qWait(300);
+  Click("cmdBand6");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return static_cast<double>(state().Hz) == left; }, 1500))
+      << "back where one was";
 }
 
 TEST_F(Dial, OverAMiniPansPassbandTheWheelShiftsTheFilter) {

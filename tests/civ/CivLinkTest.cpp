@@ -223,6 +223,13 @@ TEST_F(IcomLinkTest, EachLineIsPolledOnceWithItsOwnEdges) {
   EXPECT_EQ(Radio.SplitOn, 0);
 }
 
+TEST_F(IcomLinkTest, MacrosAreDigitsWithOrWithoutBlanks) {
+  ASSERT_TRUE(Link.Open(Radio));
+  Sent(Link, 300ms);
+  for (const char* text : {"160201", " 16 02\t01 ", ""}) Backend.SendMacro(text);
+  EXPECT_THAT(Sent(Link, 100ms), ElementsAre("FEFEA4E0160201FD", "FEFEA4E0160201FD", "FEFEA4E0FD"));
+}
+
 TEST_F(IcomLinkTest, ABandButtonGoesBackToWhereOneWasThere) {
   ASSERT_TRUE(Link.Open(Radio));
   Sent(Link, 300ms);

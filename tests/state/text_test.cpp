@@ -41,6 +41,31 @@ TEST(Rounding, HalvesGoToEven) {
   EXPECT_EQ(RoundToInt32(std::nan("")), 0);
 }
 
+TEST(FrequencyTexts, ReadsWhatIsTyped) {
+  const struct {
+    const char* Typed;
+    double MHz;
+  } rows[] = {{"14.074", 14.074},
+              {" 14,0745 ", 14.0745},
+              {"14.074.250", 14.07425},
+              {"14.074.25", 14.07425},
+              {"14074", 14.074},
+              {"3573.5", 3573.5},
+              {"144174000", 144.174},
+              {"7", 7},
+              {"999", 999},
+              {".136", 0.136},
+              {"", 0},
+              {".", 0},
+              {"14.07.4", 0},
+              {"1.2.3.4", 0},
+              {"14 074", 0},
+              {"-7", 0},
+              {"1e9", 0},
+              {"99999999999999", 0}};
+  for (const auto& row : rows) EXPECT_NEAR(TypedMHz(row.Typed), row.MHz, 1e-9) << row.Typed;
+}
+
 TEST(FrequencyTexts, GroupsByMHzKHzHz) {
   EXPECT_EQ(FrequencyText(14.074), "14.074.000");
   EXPECT_EQ(FrequencyText(0.1365), "0.136.500");
