@@ -56,7 +56,7 @@ std::optional<int> IndexIn(const Table& table, auto&& holds) {
   return at == table.end() ? std::nullopt : std::optional(static_cast<int>(at - table.begin()));
 }
 
-// Where the host's decoder parts 80 m is not told: the middle.
+// Nobody tells where the host's decoder divides 80 m: the middle.
 constexpr double kSplit80MHz = 3.75;
 
 int SplitButton(double mhz) {
