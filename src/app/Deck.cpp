@@ -45,11 +45,16 @@ Deck::Deck(const Parts& parts, QWidget* parent)
 
 void Deck::Connect() {
   connect(cmdFoldDeck_, &QToolButton::clicked, this, [this] { FoldRows(!folded_); });
-  connect(bandPanel_, &BandModePanel::cmdBand_Click, this,
-          [this](int index) { bandModes_.cmdBand_Click(index); });
+  connect(bandPanel_, &BandModePanel::cmdBand_Click, this, [this](int index) {
+    emit Retuning();
+    bandModes_.cmdBand_Click(index);
+  });
   connect(bandPanel_, &BandModePanel::cmdMode_Click, this,
           [this](int index) { bandModes_.cmdMode_Click(index); });
-  connect(macroPanel_, &MacroPanel::cmdMacro_Click, this, [this](int n) { macros_.cmdMacro_Click(n); });
+  connect(macroPanel_, &MacroPanel::cmdMacro_Click, this, [this](int n) {
+    emit Retuning();
+    macros_.cmdMacro_Click(n);
+  });
   connect(macroPanel_, &MacroPanel::chkMacro_Click, this,
           [this](int n, bool checked) { macros_.chkMacro_Click(n, checked); });
   connect(macroPanel_, &MacroPanel::EditMacro, this,

@@ -42,6 +42,10 @@ class Deck final : public QWidget {
   [[nodiscard]] K4Panel* K4() const { return k4Panel_; }
   [[nodiscard]] IcomPanel* Icom() const { return icomPanel_; }
 
+ signals:
+  /// A band or a macro was pressed; before it goes to the radio.
+  void Retuning();
+
  private:
   void Connect();
   void FoldRows(bool folded);

@@ -26,7 +26,7 @@ K4Rig::K4Rig(const Parts& parts)
                 .Abandoned = parts.Abandoned}),
       commands_(state_, session_, *this, parts.Store, parts.Pump),
       link_(state_, session_, parts.User, parts.Time),
-      backend_(state_, session_, commands_, parts.Store, parts.Bands) {
+      backend_(state_, session_, commands_, parts.Store, parts.Bands, parts.Time) {
   tmrK4_.setInterval(K4Session::kTimerInterval);
   QObject::connect(&tmrK4_, &QTimer::timeout, [this] { session_.tmrK4_Timer(); });
   tmrK4_.start();

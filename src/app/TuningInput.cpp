@@ -16,6 +16,7 @@ namespace spectrino {
 namespace {
 
 constexpr int kLastZoom = 5;
+constexpr double kSameDialMHz = 2e-6;
 
 // Letters typed there choose or edit.
 bool TakesLetters(const QWidget* widget) {
@@ -34,7 +35,8 @@ TuningInput::TuningInput(const Parts& parts)
               .Time = parts.Time,
               .Window = *this,
               .Backend = [this] { return parts_.Cycle.Backend(); },
-              .Running = [this] { return parts_.Cycle.Running(); }}) {
+              .Running = [this] { return parts_.Cycle.Running(); },
+              .Control = [this] { return parts_.Cycle.Control(); }}) {
   ScopeWidget* scope = parts.Scope;
   connect(scope, &ScopeWidget::MouseDown, this, &TuningInput::MouseDown);
   connect(scope, &ScopeWidget::HoverMoved, this, &TuningInput::Hover);
@@ -66,7 +68,7 @@ void TuningInput::MouseDown(QPointF at, Qt::MouseButton button, Qt::KeyboardModi
     panFromX_ = at.x();
     return;
   }
-  peakMHz_.reset();
+  peak_.reset();
   Hover(at);
   tuner_.Scope_MouseDown(button == Qt::LeftButton ? ClickButton::Left : ClickButton::Right,
                          parts_.Display.TuneFreqMHz(at), parts_.Display.InRightStrip(at));
@@ -110,15 +112,16 @@ void TuningInput::Wheel(QPointF at, int delta, Qt::KeyboardModifiers modifiers) 
 }
 
 void TuningInput::ZoomWheel(QPointF at, int delta) {
-  if ((delta > 0) != (zoomDelta_ > 0)) zoomDelta_ = 0;
-  zoomDelta_ += delta;
-  if (std::abs(zoomDelta_) < Wheel::kNotch) return;
-  const int direction = zoomDelta_ > 0 ? 1 : -1;
-  zoomDelta_ = 0;
-  RigBackend* backend = parts_.Cycle.Backend();
-  // Closer is narrower.
-  if (backend != nullptr && backend->StepSpan(-direction)) return;
-  const int zoom = std::clamp(parts_.State.Settings.Zoom + direction, 0, kLastZoom);
+  const int notches = zoomNotches_.Add(delta, parts_.Time.Now());
+  if (notches == 0) return;
+  if (RadioSourceActive(parts_.State.Radio)) {
+    // Closer is narrower. A radio without span steps shows what it shows.
+    if (RigBackend* backend = parts_.Cycle.Backend()) {
+      for (int i = 0; i < std::abs(notches); ++i) (void)backend->StepSpan(notches > 0 ? -1 : 1);
+    }
+    return;
+  }
+  const int zoom = std::clamp(parts_.State.Settings.Zoom + notches, 0, kLastZoom);
   parts_.Cycle.ZoomAt(zoom, std::clamp(PlotShare(at.x()), 0.0, 1.0));
   parts_.ZoomChanged();
 }
@@ -142,7 +145,7 @@ bool TuningInput::KeyPressed(const QKeyEvent& event) {
   if ((event.modifiers() & kCommands) != 0 || event.text().size() != 1 || TakesLetters(focus)) return false;
   const char typed = event.text().at(0).toLatin1();
   if (typed >= '0' && typed <= '9' && parts_.Cycle.Backend() != nullptr) {
-    parts_.Header->BeginEntry(0, QString(typed));
+    parts_.Header->BeginEntry(tuner_.WheelVfo() == Vfo::A ? 0 : 1, QString(typed));
     return true;
   }
   return tuner_.KeyPress(typed);
@@ -159,33 +162,49 @@ bool TuningInput::ScopeKey(const QKeyEvent& event) {
       if (ctrl)
         ShowPeak(direction);
       else
-        tuner_.WheelStep(direction, shift);
+        tuner_.KeyStep(direction, shift);
       return true;
     }
     case Qt::Key_Up:
     case Qt::Key_Down:
-      tuner_.WheelStep(event.key() == Qt::Key_Up ? 1 : -1, shift);
+      tuner_.KeyStep(event.key() == Qt::Key_Up ? 1 : -1, shift);
       return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      if (peakMHz_) {
-        const RadioState& radio = parts_.State.Radio;
-        tuner_.TuneTo(DialFor(*peakMHz_, MainPassband(radio), radio.RadioMode));
-      }
-      return peakMHz_.has_value();
+      return TuneToPeak();
     default:
       return false;
   }
 }
 
+// A signal that was found before the dial moved is no longer the one meant.
+bool TuningInput::PeakStands() const {
+  return peak_ && std::abs(parts_.State.Radio.MainFreqMHz - peak_->DialMHz) < kSameDialMHz;
+}
+
+bool TuningInput::TuneToPeak() {
+  if (!PeakStands()) return false;
+  const RadioState& radio = parts_.State.Radio;
+  const double dialMHz = DialFor(peak_->FreqMHz, MainPassband(radio), radio.RadioMode);
+  tuner_.TuneTo(dialMHz);
+  peak_->DialMHz = dialMHz;
+  return true;
+}
+
 void TuningInput::ShowPeak(int direction) {
-  const double fromMHz = peakMHz_.value_or(parts_.State.Radio.MainFreqMHz);
-  const auto peak = FindPeak(parts_.Cycle.Line(), fromMHz, direction);
+  if (!parts_.Cycle.Running()) return;
+  const double dialMHz = parts_.State.Radio.MainFreqMHz;
+  const auto peak = FindPeak(parts_.Cycle.Line(), PeakStands() ? peak_->FreqMHz : dialMHz, direction);
   if (!peak) {
     parts_.Scope->Announce(direction > 0 ? QObject::tr("No signal above") : QObject::tr("No signal below"));
     return;
   }
-  peakMHz_ = peak->FreqMHz;
+  peak_ = {peak->FreqMHz, dialMHz};
+  const FrameGeometry& shown = parts_.Cycle.Scale().Geometry;
+  // In a zoomed window it may stand outside.
+  const double middleMHz = (shown.LeftMHz + shown.RightMHz) / 2;
+  if (peak->FreqMHz < shown.LeftMHz || peak->FreqMHz > shown.RightMHz)
+    parts_.Cycle.PanBy((peak->FreqMHz - middleMHz) / (shown.RightMHz - shown.LeftMHz));
   const ScaleState& scale = parts_.Cycle.Scale();
   const PlotLayout& layout = parts_.Display.Layout();
   const double x = scale.Geometry.FrequencyToPixel(peak->FreqMHz) / layout.Scale;
@@ -210,7 +229,8 @@ void TuningInput::RunChanged(bool running) {
     return;
   }
   tuner_.RunEnded();
-  peakMHz_.reset();
+  peak_.reset();
+  parts_.Scope->EndAnnouncement();
 }
 
 QString TuningInput::WheelText() const {

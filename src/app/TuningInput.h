@@ -41,6 +41,8 @@ class TuningInput final : public QObject, private TuningWindow {
   /// After each pass of the run.
   void AfterPass();
   void RunChanged(bool running);
+  /// A band button or a macro takes the radio elsewhere.
+  void Retuning() { tuner_.Retuning(); }
   /// Setting "Mouse": what it was when the window was loaded.
   void AllowWheel(bool allow) { wheelAllowed_ = allow; }
   /// "M.Wheel VFO-A Normal"
@@ -60,14 +62,20 @@ class TuningInput final : public QObject, private TuningWindow {
   void ZoomWheel(QPointF at, int delta);
   bool ScopeKey(const QKeyEvent& event);
   void ShowPeak(int direction);
+  bool TuneToPeak();
+  [[nodiscard]] bool PeakStands() const;
   [[nodiscard]] double PlotShare(double logicalX) const;
 
   Parts parts_;
   Tuner tuner_;
   bool wheelAllowed_ = true;
   std::optional<double> panFromX_;  ///< logical; while the plot is being dragged
-  int zoomDelta_ = 0;
-  std::optional<double> peakMHz_;  ///< chosen by key
+  NotchCounter zoomNotches_;
+  struct ChosenPeak {
+    double FreqMHz = 0;
+    double DialMHz = 0;  ///< where the radio was when it was chosen
+  };
+  std::optional<ChosenPeak> peak_;  ///< by key
 };
 
 }  // namespace spectrino

@@ -33,6 +33,7 @@ frmPan::frmPan(const Parts& parts) : parts_(parts) {
                                                              .Strip = range_,
                                                              .Header = header_,
                                                              .ZoomChanged = [this] { ShowScaleChange(); }});
+  connect(deck_, &Deck::Retuning, this, [this] { tuning_->Retuning(); });
   passTimer_.setSingleShot(true);
   passTimer_.setTimerType(Qt::PreciseTimer);
   connect(&passTimer_, &QTimer::timeout, this, &frmPan::RunPass);

@@ -85,7 +85,8 @@ bool InTable(const Table& table, int index) {
 }  // namespace
 
 void IcomCommands::SetIcomFrequency(double freqMHz) {
-  if (!(freqMHz > 0) || freqMHz > 1e6) return;
+  // Five BCD bytes hold no more.
+  if (!(freqMHz > 0) || freqMHz >= 1e4) return;
   // The tenth of a hertz lifts products such as 14.0740 * 1e6, which come out a hair below the integer.
   sender_.SendFrequency(HertzText(static_cast<std::int64_t>(freqMHz * 1e6 + 0.1)));
   sender_.RequestIcomStatus();

@@ -104,6 +104,8 @@ void PanDisplay::ShowFrame(const Frame& frame) {
     mapping.Map(scale_.Geometry, line.FirstIndex, end, levels, pixels);
   };
   map(traceMap_, frame.DisplayLevel, trace_);
+  frame_.assign(frame.DisplayLevel.begin(), frame.DisplayLevel.end());
+  frameFirst_ = line.FirstIndex;
   if (frame.BackgroundPeak.empty()) {
     peak_.clear();
   } else {
@@ -122,17 +124,36 @@ void PanDisplay::DrawScale(const ScaleState& scale) {
   ScaleState ours = scale;
   ours.Geometry.PlotWidth = layout_.PlotWidth;
   if (ours == scale_) return;
-  if (!(ours.Geometry == scale_.Geometry)) {
-    // The levels belong to columns of the old mapping; a trace must not stand under other frequencies.
-    std::ranges::fill(trace_, kUndrawnLevel);
-    peak_.clear();
-    traceDirty_ = true;
-  }
-  scale_ = ours;
+  const FrameGeometry before = std::exchange(scale_, ours).Geometry;
+  if (!(before == scale_.Geometry)) Remap(before);
   scaleDirty_ = allChanged_ = placesStale_ = true;
 }
 
+/// The levels belong to columns of the old mapping; a trace must not stand under other frequencies. Zoomed or
+/// panned, the same points still are where they were; of another line nothing is left.
+void PanDisplay::Remap(const FrameGeometry& before) {
+  const auto mhzAt = [](const FrameGeometry& geometry, int point) {
+    return geometry.FrequencyAt(geometry.PointX(point));
+  };
+  const FrameGeometry& now = scale_.Geometry;
+  const int end = static_cast<int>(frame_.size());
+  constexpr double kSameMHz = 1e-9;
+  const bool samePoints = now.Valid() && before.Valid() && end > 0 &&
+                          std::abs(mhzAt(now, 0) - mhzAt(before, 0)) < kSameMHz &&
+                          std::abs(mhzAt(now, end) - mhzAt(before, end)) < kSameMHz;
+  peak_.clear();
+  traceDirty_ = true;
+  if (!samePoints) {
+    frame_.clear();
+    std::ranges::fill(trace_, kUndrawnLevel);
+    return;
+  }
+  trace_.resize(static_cast<std::size_t>(layout_.PlotWidth));
+  traceMap_.Map(now, frameFirst_, end, frame_, trace_);
+}
+
 void PanDisplay::ClearFrames() {
+  frame_.clear();
   std::ranges::fill(trace_, kUndrawnLevel);
   peak_.clear();
   waterfall_.Clear();
@@ -271,6 +292,7 @@ std::string PanDisplay::TextUnderPointer() const {
     place.FreqMHz = waterfall_.FrequencyAt(hover_->x(), row);
     place.TakenUtc = line->TakenUtc;
   }
+  if (!place.FrequencyKnown) place.FreqMHz -= scale_.LabelCentreMHz;
   return HoverText(place);
 }
 

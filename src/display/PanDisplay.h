@@ -94,6 +94,7 @@ class PanDisplay : public FrameSink {
  private:
   void LayOut();
   void SetGeometry(const FrameGeometry& geometry);
+  void Remap(const FrameGeometry& before);
   void UpdatePlot();
   void PaintOverlays(QPainter& painter);
   void PaintStatus(QPainter& painter);
@@ -119,6 +120,8 @@ class PanDisplay : public FrameSink {
 
   DisplayTrace traceMap_;
   DisplayTrace peakMap_;
+  std::vector<float> frame_;  ///< levels by point, of the newest frame
+  int frameFirst_ = 0;        ///< index of its first point
   std::vector<float> trace_;  ///< levels by column
   std::vector<float> peak_;   ///< empty while the background peak is off
   ScalePainter scalePainter_;

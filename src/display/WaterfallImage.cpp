@@ -18,8 +18,13 @@ std::size_t At(int index) {
   return static_cast<std::size_t>(index);
 }
 
-QRgb HalfBright(QRgb colour) {
-  return 0xFF000000U | (colour >> 1 & 0x7F7F7FU);
+const std::array<QRgb, kWaterfallColours>& DimmedPalette() {
+  static const std::array<QRgb, kWaterfallColours> dimmed = [] {
+    std::array<QRgb, kWaterfallColours> colours = WaterfallPalette();
+    for (QRgb& colour : colours) colour = 0xFF000000U | (colour >> 1 & 0x7F7F7FU);
+    return colours;
+  }();
+  return dimmed;
 }
 
 }  // namespace
@@ -41,9 +46,11 @@ void WaterfallImage::Resize(int width, int height) {
   }
   levels_ = std::move(levels);
   rows_ = std::move(rows);
+  colours_.assign(levels_.size(), 0);
   picture_ = width > 0 && height > 0 ? QImage(width, height, QImage::Format_RGB32) : QImage();
   head_ = 0;
   count_ = kept;
+  for (int y = 0; y < kept; ++y) ColourSlot(SlotAt(y));
   PaintAll();
 }
 
@@ -73,6 +80,7 @@ void WaterfallImage::AddLine(std::span<const float> levels, const WaterfallRow& 
   count_ = std::min(count_ + 1, Height());
   std::ranges::copy(levels, levels_.begin() + static_cast<std::ptrdiff_t>(At(head_) * At(Width())));
   rows_[At(head_)] = row;
+  ColourSlot(head_);
   const bool moved = row.LeftMHz != leftMHz_ || row.RightMHz != rightMHz_;
   leftMHz_ = row.LeftMHz;
   rightMHz_ = row.RightMHz;
@@ -91,29 +99,51 @@ std::span<const float> WaterfallImage::LevelsOf(int slot) const {
   return std::span<const float>(levels_).subspan(At(slot) * At(Width()), At(Width()));
 }
 
-/// The row's own column that is shown at x; -1 when the row does not reach there.
-int WaterfallImage::SourceColumn(const WaterfallRow& row, int x) const {
-  if (!follow_ || row.RightMHz <= row.LeftMHz) return x;
-  if (row.LeftMHz == leftMHz_ && row.RightMHz == rightMHz_) return x;
-  const double mhz = leftMHz_ + (x + 0.5) / Width() * (rightMHz_ - leftMHz_);
-  const double column = std::floor((mhz - row.LeftMHz) / (row.RightMHz - row.LeftMHz) * Width());
-  return column >= 0 && column < Width() ? static_cast<int>(column) : -1;
+WaterfallImage::RowMap WaterfallImage::MapOf(const WaterfallRow& row) const {
+  constexpr double kOne = 4294967296.0;
+  constexpr double kFurthest = 1e8;  // columns; beyond it nothing of the row is near the picture
+  const bool same = row.LeftMHz == leftMHz_ && row.RightMHz == rightMHz_;
+  if (!follow_ || same || row.RightMHz <= row.LeftMHz) return {0, std::int64_t{1} << 32, 0, Width()};
+  const double step = (rightMHz_ - leftMHz_) / (row.RightMHz - row.LeftMHz);
+  const double start = (leftMHz_ - row.LeftMHz) / (row.RightMHz - row.LeftMHz) * Width() + step / 2;
+  if (!(step > 0) || step * Width() > kFurthest || std::abs(start) > kFurthest) return {};
+  RowMap map;
+  map.Start = static_cast<std::int64_t>(std::floor(start * kOne));
+  map.Step = static_cast<std::int64_t>(step * kOne);
+  const auto clampedX = [this](double x) {
+    return static_cast<int>(std::clamp(std::ceil(x), 0.0, 1.0 * Width()));
+  };
+  map.First = clampedX(-start / step);
+  map.End = clampedX((Width() - start) / step);
+  while (map.First < map.End && map.Source(map.First) < 0) ++map.First;
+  while (map.End > map.First && map.Source(map.End - 1) >= Width()) --map.End;
+  return map;
+}
+
+void WaterfallImage::ColourSlot(int slot) {
+  const WaterfallRow& row = rows_[At(slot)];
+  const auto levels = LevelsOf(slot);
+  std::uint16_t* const colours = colours_.data() + At(slot) * At(Width());
+  for (std::size_t x = 0; x < levels.size(); ++x)
+    colours[x] = static_cast<std::uint16_t>(WaterfallColourIndex(levels[x], row.BottomLevel, row.TopLevel));
 }
 
 void WaterfallImage::PaintSlot(int slot) {
   const WaterfallRow& row = rows_[At(slot)];
-  const auto levels = LevelsOf(slot);
-  const auto& palette = WaterfallPalette();
+  const std::uint16_t* const colours = colours_.data() + At(slot) * At(Width());
+  const auto& palette = row.Dimmed ? DimmedPalette() : WaterfallPalette();
   auto* const pixels = reinterpret_cast<QRgb*>(picture_.scanLine(slot));
-  for (int x = 0; x < Width(); ++x) {
-    const int source = SourceColumn(row, x);
-    if (source < 0) {
-      pixels[x] = emptyColour_;
-      continue;
-    }
-    const QRgb colour = palette[At(WaterfallColourIndex(levels[At(source)], row.BottomLevel, row.TopLevel))];
-    pixels[x] = row.Dimmed ? HalfBright(colour) : colour;
+  const RowMap map = MapOf(row);
+  std::fill(pixels, pixels + map.First, emptyColour_);
+  std::fill(pixels + map.End, pixels + Width(), emptyColour_);
+  if (map.First >= map.End) return;
+  if (map.Step == std::int64_t{1} << 32) {
+    const std::uint16_t* source = colours + map.Source(map.First) - map.First;
+    for (int x = map.First; x < map.End; ++x) pixels[x] = palette[source[x]];
+    return;
   }
+  std::int64_t at = map.Start + map.First * map.Step;
+  for (int x = map.First; x < map.End; ++x, at += map.Step) pixels[x] = palette[colours[at >> 32]];
 }
 
 void WaterfallImage::PaintAll() {
@@ -145,8 +175,8 @@ std::optional<WaterfallRow> WaterfallImage::RowAt(int y) const {
 float WaterfallImage::LevelAt(int x, int y) const {
   if (x < 0 || x >= Width() || y < 0 || y >= count_) return kUndrawnLevel;
   const int slot = SlotAt(y);
-  const int source = SourceColumn(rows_[At(slot)], x);
-  return source < 0 ? kUndrawnLevel : LevelsOf(slot)[At(source)];
+  const RowMap map = MapOf(rows_[At(slot)]);
+  return x < map.First || x >= map.End ? kUndrawnLevel : LevelsOf(slot)[At(map.Source(x))];
 }
 
 double WaterfallImage::FrequencyAt(double x, int y) const {

@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QPainter>
 #include <chrono>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <vector>
@@ -24,7 +25,7 @@ struct WaterfallRow {
 class WaterfallImage {
  public:
   /// Device pixels. What is held is laid out again: columns by the nearest one, rows as they are, those that
-  /// no longer fit are forgotten. Memory is taken here and nowhere else: eight bytes a pixel and 48 a row.
+  /// no longer fit are forgotten. Memory is taken here and nowhere else: ten bytes a pixel and 48 a row.
   void Resize(int width, int height);
   /// Colour where no line has been yet.
   void SetEmptyColour(QRgb colour);
@@ -55,13 +56,24 @@ class WaterfallImage {
  private:
   [[nodiscard]] int SlotAt(int y) const;
   [[nodiscard]] std::span<const float> LevelsOf(int slot) const;
-  [[nodiscard]] int SourceColumn(const WaterfallRow& row, int x) const;
+  /// Which of a row's own columns are shown where: column Start + x * Step, for x from First up to End. In
+  /// 32.32 fixed point: a retuning dial maps every pixel of the picture anew.
+  struct RowMap {
+    std::int64_t Start = 0;
+    std::int64_t Step = 0;
+    int First = 0;
+    int End = 0;
+    [[nodiscard]] int Source(int x) const { return static_cast<int>((Start + x * Step) >> 32); }
+  };
+  [[nodiscard]] RowMap MapOf(const WaterfallRow& row) const;
+  void ColourSlot(int slot);
   void PaintSlot(int slot);
   void PaintAll();
 
   QImage picture_;  ///< a ring of rows: the newest at head_, older ones below it, then from row 0 on
-  std::vector<float> levels_;       ///< the same ring, Width() levels a row
-  std::vector<WaterfallRow> rows_;  ///< the same ring
+  std::vector<float> levels_;           ///< the same ring, Width() levels a row
+  std::vector<std::uint16_t> colours_;  ///< the same ring: index of each level's colour
+  std::vector<WaterfallRow> rows_;      ///< the same ring
   int head_ = 0;
   int count_ = 0;
   QRgb emptyColour_ = 0xFF000000U;

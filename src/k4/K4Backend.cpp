@@ -10,6 +10,7 @@ namespace {
 
 constexpr double kSMeterZeroDb = 127;  // six units an S unit: 54 is S9
 constexpr double kStepMHz = 0.05;
+constexpr std::chrono::milliseconds kOwnCount{400};
 constexpr int kBandButtonsBegin = 1;
 constexpr int kBandButtonsEnd = 12;
 
@@ -81,7 +82,12 @@ void K4Backend::ChangeBandwidth(Vfo receiver, int deltaHz) {
 // "IS" | "$" | audio frequency of the filter's middle in tens of hertz, four digits; then the question
 void K4Backend::ShiftPassband(Vfo receiver, int deltaHz) {
   int& shiftHz = receiver == Vfo::B ? state_.IfShiftSubHz : state_.IfShiftMainHz;
-  shiftHz = std::max(0, shiftHz + deltaHz);
+  OwnShift& own = ownShift_[receiver == Vfo::B ? 1 : 0];
+  const auto now = clock_.Now();
+  const int fromHz =
+      own.Sent.time_since_epoch().count() != 0 && now - own.Sent < kOwnCount ? own.Hz : shiftHz;
+  shiftHz = std::max(0, fromHz + deltaHz);
+  own = {shiftHz, now};
   const std::string suffix(SuffixOf(receiver));
   sender_.SendK4("IS" + suffix + Digits(shiftHz / 10, 4));
   sender_.SendK4("IS" + suffix);

@@ -2,10 +2,14 @@
 // Its spectrum, and connecting to it, are K4Link's.
 #pragma once
 
+#include <array>
+#include <chrono>
+
 #include "bandplan/BandMemory.h"
 #include "k4/K4Commands.h"
 #include "k4/K4Sender.h"
 #include "k4/K4State.h"
+#include "platform/Clock.h"
 #include "rig/RigBackend.h"
 #include "settings/SettingsStore.h"
 
@@ -17,8 +21,9 @@ void TellRadioState(const K4State& state, RadioState& radio);
 class K4Backend final : public RigBackend {
  public:
   /// All outlive it.
-  K4Backend(K4State& state, K4Sender& sender, K4Commands& commands, SettingsStore& store, BandMemory& memory)
-      : state_(state), sender_(sender), commands_(commands), store_(store), memory_(memory) {}
+  K4Backend(K4State& state, K4Sender& sender, K4Commands& commands, SettingsStore& store, BandMemory& memory,
+            const Clock& clock)
+      : state_(state), sender_(sender), commands_(commands), store_(store), memory_(memory), clock_(clock) {}
 
   /// The sessions are opened and closed with the spectrum.
   bool Open() override { return state_.K4Connected; }
@@ -43,6 +48,13 @@ class K4Backend final : public RigBackend {
   K4Commands& commands_;
   SettingsStore& store_;
   BandMemory& memory_;
+  const Clock& clock_;
+  /// Where a turning wheel got to by itself, by receiver: the radio still answers its earlier notches.
+  struct OwnShift {
+    int Hz = 0;
+    std::chrono::steady_clock::time_point Sent{};
+  };
+  std::array<OwnShift, 2> ownShift_;
 };
 
 }  // namespace spectrino

@@ -73,6 +73,7 @@ class RunCycle {
   [[nodiscard]] const SpectrumLine& Line() const { return line_; }
   /// The back-end that this run asks for frequencies; null where there is none.
   [[nodiscard]] RigBackend* Backend() const;
+  [[nodiscard]] CatControl Control() const { return control_; }
   /// Brings the scale to the sink after anything that it depends on changed.
   void UpdateScale();
   /// Command1 and Command18, Command3 and Command2. No effect on radios with a scale of their own.
@@ -148,6 +149,7 @@ class RunCycle {
   bool stopRequested_ = false;
   bool hostOpen_ = false;
   bool spotRequested_ = false;
+  bool reopening_ = false;  // by a zoom that changes the rate
 };
 
 }  // namespace spectrino

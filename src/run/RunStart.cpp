@@ -20,6 +20,9 @@ bool RunCycle::Start() {
   if (running_ || starting_) return false;
   starting_ = true;
   stopRequested_ = false;
+  // What another radio told is not known of this one.
+  const bool another = runSource_ != session_.Settings.SourceName || control_ != session_.Settings.Control;
+  if (another && !runSource_.empty()) session_.Radio = RadioState{};
   runSource_ = session_.Settings.SourceName;
   control_ = session_.Settings.Control;
   if (RunningChanged) RunningChanged();
@@ -127,7 +130,7 @@ bool RunCycle::BeginRun() {
   lastLeftMHz_ = lastRightMHz_ = 0;
   spotRequested_ = false;
   lastRadioMode_ = session_.Radio.RadioMode;
-  parts_.Sink.ClearFrames();
+  if (!reopening_) parts_.Sink.ClearFrames();
   if (control_ == CatControl::IcomViaHost && session_.Radio.IcomActive) {
     SetupSection(parts_.Store).Write(key::kIcomScope, true);
   }
@@ -172,7 +175,7 @@ std::chrono::steady_clock::duration RunCycle::TimeInRuns() const {
 void RunCycle::SetZoom(int zoomIndex) {
   if (zoomIndex == session_.Settings.Zoom) return;
   session_.Settings.Zoom = zoomIndex;
-  session_.PanPoints = 0;
+  if (zoomIndex == 0) session_.PanPoints = 0;
   SetupSection setup(parts_.Store);
   SaveZoom(setup, zoomIndex);
   const ZoomPlan next = PlanFor(session_.Settings);
@@ -183,8 +186,15 @@ void RunCycle::SetZoom(int zoomIndex) {
     UpdateScale();
     return;
   }
+  // The same band at another rate: the waterfall goes on, and the window where it was panned to.
+  const int pan = session_.PanPoints;
+  reopening_ = true;
   Stop();
   Start();
+  reopening_ = false;
+  if (!running_) return;
+  session_.PanPoints = pan;
+  UpdateScale();
 }
 
 }  // namespace spectrino

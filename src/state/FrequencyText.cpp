@@ -8,6 +8,10 @@
 
 namespace spectrino {
 
+namespace {
+constexpr double kHighestTypedMHz = 1300;  // 23 cm; "14074.5" is meant in kHz
+}
+
 std::string FrequencyText(double mhz) {
   if (!(mhz >= 0.00001) || mhz > 1e6) return "---------";
   const long long hz = std::llround(mhz * 1e6);
@@ -38,7 +42,7 @@ double TypedMHz(std::string_view text) {
   if (dots.size() == 2 && dots[1] != dots[0] + 3) return 0;
   const std::size_t whole = dots.empty() ? digits.size() : dots[0];
   const double value = Val(digits.substr(0, whole) + "." + digits.substr(whole));
-  if (!dots.empty() || value < 1e3) return value;
+  if (dots.size() == 2 || value < (dots.empty() ? 1e3 : kHighestTypedMHz)) return value;
   return value < 1e6 ? value / 1e3 : value / 1e6;
 }
 

@@ -18,8 +18,8 @@ namespace spectrino {
 /// "+5.0K", "+.5K".
 [[nodiscard]] std::string GridOffsetText(double offsetHz);
 
-/// MHz from what an operator typed: "14.074", "14,074", "14.074.000" (MHz, kHz, Hz), or digits alone, which
-/// are MHz below 1000, kHz below a million, else Hz. 0 for anything else.
+/// MHz from what an operator typed: "14.074", "14,074", "14.074.000" (MHz, kHz, Hz), "14074.5" (kHz, from
+/// 1300 on), or digits alone, which are MHz below 1000, kHz below a million, else Hz. 0 for anything else.
 [[nodiscard]] double TypedMHz(std::string_view text);
 
 }  // namespace spectrino

@@ -31,7 +31,7 @@ void Tuner::Scope_MouseDown(ClickButton button, double freqMHz, bool inRightStri
       backend->ChangeBandwidth(ReceiverOf(PassbandDragMode_), right ? kBandwidthStepHz : -kBandwidthStepHz);
     return;
   }
-  if (ClickChoosesWheel(parts_.Settings.Control)) wheel_.WheelVfo = right ? Vfo::B : Vfo::A;
+  if (ClickChoosesWheel(parts_.Control())) wheel_.WheelVfo = right ? Vfo::B : Vfo::A;
   if (freqMHz != 0) {
     Tune(right ? Vfo::B : Vfo::A, freqMHz);
     return;
@@ -49,7 +49,7 @@ void Tuner::Tune(Vfo vfo, double freqMHz) {
   PreviousFreqMHz_ = parts_.Radio.MainFreqMHz;
   PreviousSubFreqMHz_ = parts_.Radio.SubFreqMHz;
   clicked_ = backend->HasVfoB() ? vfo : Vfo::A;
-  wheel_.Forget();
+  wheel_.Forget(clicked_);
   backend->SetFrequency(vfo, freqMHz);
   parts_.Window.RestartTraces();
 }
@@ -63,10 +63,12 @@ void Tuner::EnterFrequency(Vfo vfo, double freqMHz) {
 
 void Tuner::WheelMoved(int eighthsOfDegree, bool tenfold) {
   if (!parts_.Running()) return;
-  if (PassbandDragMode_ == PassbandDragMode::None)
+  if (PassbandDragMode_ == PassbandDragMode::None) {
     wheel_.AddDelta(eighthsOfDegree, tenfold);
-  else if (eighthsOfDegree != 0)
-    WheelStep(eighthsOfDegree > 0 ? 1 : -1, tenfold);
+    return;
+  }
+  const int notches = shiftNotches_.Add(eighthsOfDegree, parts_.Time.Now());
+  if (notches != 0) WheelStep(notches, tenfold);
 }
 
 void Tuner::WheelStep(int direction, bool tenfold) {
@@ -76,6 +78,16 @@ void Tuner::WheelStep(int direction, bool tenfold) {
     wheel_.Turn(direction, tenfold);
   else
     backend->ShiftPassband(ReceiverOf(PassbandDragMode_), direction * kShiftStepHz);
+}
+
+void Tuner::KeyStep(int direction, bool tenfold) {
+  if (Backend() != nullptr) wheel_.Turn(direction, tenfold);
+}
+
+void Tuner::RunEnded() {
+  wheel_.ForgetAll();
+  PassbandDragMode_ = PassbandDragMode::None;
+  PreviousFreqMHz_ = PreviousSubFreqMHz_ = 0;
 }
 
 bool Tuner::KeyPress(char character) {
@@ -120,15 +132,16 @@ void Tuner::cmdUndo_Click() {
   RigBackend* backend = Backend();
   const double freqMHz = clicked_ == Vfo::A ? PreviousFreqMHz_ : PreviousSubFreqMHz_;
   if (backend == nullptr || !(freqMHz > 0)) return;
-  wheel_.Forget();
+  wheel_.Forget(clicked_);
   backend->SetFrequency(clicked_, freqMHz);
 }
 
 void Tuner::cmdUpDn_Click(int index, double centreMHz) {
   RigBackend* backend = Backend();
-  if (backend == nullptr) return;
-  wheel_.Forget();
-  backend->StepFrequency(index % 2 == 0 ? +1 : -1, centreMHz);
+  const double fromMHz = centreMHz > 0 ? centreMHz : parts_.Radio.MainFreqMHz;
+  if (backend == nullptr || !(fromMHz > 0)) return;
+  wheel_.Forget(Vfo::A);
+  backend->StepFrequency(index % 2 == 0 ? +1 : -1, fromMHz);
 }
 
 }  // namespace spectrino

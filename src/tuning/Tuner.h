@@ -40,6 +40,7 @@ class Tuner {
     TuningWindow& Window;
     std::function<RigBackend*()> Backend;  ///< in use in this run; null where there is none
     std::function<bool()> Running;
+    std::function<CatControl()> Control;  ///< of this run
   };
   explicit Tuner(const Parts& parts);
 
@@ -49,8 +50,10 @@ class Tuner {
   void SetPassbandDrag(PassbandDragMode mode) { PassbandDragMode_ = mode; }
   /// A wheel's or touchpad's movement, in eighths of a degree. Ignored while stopped.
   void WheelMoved(int eighthsOfDegree, bool tenfold);
-  /// One notch up or down, as a key does it.
+  /// One notch up or down.
   void WheelStep(int direction, bool tenfold);
+  /// The same by key: tunes wherever the pointer rests.
+  void KeyStep(int direction, bool tenfold);
   /// A character typed in the window; false when it means nothing here. K4: whether the spectrum is its own.
   bool KeyPress(char character);
   void cmdSpot_Click() { parts_.Window.RequestSpot(); }
@@ -66,9 +69,12 @@ class Tuner {
   void Pump() { wheel_.Pump(); }
   /// After each refresh of the radio's state.
   void Refreshed() { wheel_.Hold(); }
-  void RunEnded() { wheel_.Forget(); }
+  void RunEnded();
+  /// A band or a macro takes the radio elsewhere.
+  void Retuning() { wheel_.Forget(Vfo::A); }
 
-  [[nodiscard]] Vfo WheelVfo() const { return wheel_.WheelVfo; }
+  /// The VFO that the wheel tunes; A where the radio has no other.
+  [[nodiscard]] Vfo WheelVfo() const { return wheel_.Tuned(); }
   [[nodiscard]] bool WheelFast() const { return wheel_.WheelFast; }
 
  private:
@@ -77,6 +83,7 @@ class Tuner {
 
   Parts parts_;
   Wheel wheel_;
+  NotchCounter shiftNotches_;
   PassbandDragMode PassbandDragMode_ = PassbandDragMode::None;
   double PreviousFreqMHz_ = 0;
   double PreviousSubFreqMHz_ = 0;

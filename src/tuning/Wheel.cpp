@@ -10,7 +10,6 @@ namespace {
 
 constexpr double kHighestMHz = 1e6;
 constexpr int kFastFactor = 10;
-constexpr std::chrono::milliseconds kRest{500};
 
 }  // namespace
 
@@ -45,13 +44,7 @@ double& Wheel::FreqOf(Vfo vfo) {
 }
 
 void Wheel::AddDelta(int eighthsOfDegree, bool tenfold) {
-  const Time now = clock_.Now();
-  const bool turned = (eighthsOfDegree > 0) != (fraction_ > 0);
-  if (turned || now - lastDelta_ > kRest) fraction_ = 0;
-  lastDelta_ = now;
-  fraction_ += std::clamp(eighthsOfDegree, -100 * kNotch, 100 * kNotch);
-  const int notches = fraction_ / kNotch;
-  fraction_ -= notches * kNotch;
+  const int notches = notches_.Add(eighthsOfDegree, clock_.Now());
   if (notches != 0) Turn(notches, tenfold);
 }
 
@@ -62,10 +55,7 @@ void Wheel::Turn(int notches, bool tenfold) {
   const double stepHz = WheelStepHz(settings_, radioMode) * (WheelFast || tenfold ? kFastFactor : 1);
   if (stepHz <= 0) return;
   const Time now = clock_.Now();
-  if (target_ && target_->Of != vfo) {
-    if (pending_) Send();
-    target_.reset();
-  }
+  if (target_ && target_->Of != vfo) Forget(vfo);
   const bool counting = target_ && now - lastTurn_ < kOwnCount;
   const double fromMHz = counting ? target_->FreqMHz : FreqOf(vfo);
   if (!(fromMHz > 0)) return;
@@ -88,7 +78,7 @@ void Wheel::Pump() {
 void Wheel::Send() {
   RigBackend* backend = backend_();
   if (backend == nullptr) {
-    Forget();
+    ForgetAll();
     return;
   }
   // A back-end that turns the event loop may bring the next notch: it waits in the target.
@@ -105,10 +95,16 @@ void Wheel::Hold() {
     FreqOf(target_->Of) = target_->FreqMHz;
 }
 
-void Wheel::Forget() {
+void Wheel::Forget(Vfo vfo) {
+  if (pending_ && target_->Of != vfo) Send();
   target_.reset();
   pending_ = false;
-  fraction_ = 0;
+}
+
+void Wheel::ForgetAll() {
+  target_.reset();
+  pending_ = false;
+  notches_.Clear();
 }
 
 }  // namespace spectrino

@@ -10,6 +10,7 @@
 #include "rig/RigBackend.h"
 #include "settings/PanSettings.h"
 #include "state/RadioState.h"
+#include "tuning/NotchCounter.h"
 
 namespace spectrino {
 
@@ -19,7 +20,6 @@ namespace spectrino {
 class Wheel {
  public:
   using Time = std::chrono::steady_clock::time_point;
-  static constexpr int kNotch = 120;  ///< eighths of a degree
   /// Requests leave no closer than this; notches in between add up.
   static constexpr std::chrono::milliseconds kSendPace{30};
   /// So long after a notch the wheel counts on from where it got to itself: reports of its earlier notches
@@ -42,8 +42,10 @@ class Wheel {
   /// Puts where the wheel got to in place of what the radio reported of its earlier notches. After each
   /// refresh, and only where the lines tell their own frequencies.
   void Hold();
-  /// Something else tuned this VFO, or the run ended: nothing is pending.
-  void Forget();
+  /// Something else tunes this VFO: nothing of it is pending. What the other one still has leaves at once.
+  void Forget(Vfo vfo);
+  /// The run ended.
+  void ForgetAll();
 
   /// The VFO that the wheel tunes: A where the radio has no other.
   [[nodiscard]] Vfo Tuned() const;
@@ -70,8 +72,7 @@ class Wheel {
   bool WheelBusy_ = false;
   Time lastTurn_{};
   std::optional<Time> lastSend_;
-  int fraction_ = 0;
-  Time lastDelta_{};
+  NotchCounter notches_;
 };
 
 }  // namespace spectrino

@@ -111,7 +111,7 @@ class DesktopTest(unittest.TestCase):
         self.reaches(radio, (round(sub / 25) - 1) * 25, 25, "FB")
         self.xdotool("type", "7.0301")
         self.xdotool("key", "Return")
-        self.reaches(radio, 7030100, 0)
+        self.reaches(radio, 7030100, 0, "FB")  # the VFO that the wheel tunes
 
 
 if __name__ == "__main__":

@@ -9,26 +9,24 @@
 namespace spectrino {
 namespace {
 
-constexpr int kPoints = 8192;
-constexpr int kRate = 48000;
-constexpr double kBinMHz = kRate / 1e6 / kPoints;
-constexpr double kAboveDialHz = 400;  // in view at 32X
+constexpr double kBinMHz = 48000 / 1e6 / 8192;  // the widest
+constexpr double kAboveDialHz = 400;            // in view at 32X
 constexpr double kTwoPixelsAndABin = 2.0;
 
 struct Receiver {
   const char* Name;
   CatControl Control;
   double DialMHz;
-  double ZeroMHz[7];  // what arrives at 0 Hz, by mode below
+  double ZeroMHz[8];  // what arrives at 0 Hz, by mode below
 };
-constexpr int kModes[] = {mode::kLsb, mode::kUsb,         mode::kCw,  mode::kCwReverse,
-                          mode::kAm,  mode::kDataReverse, mode::kData};
+constexpr int kModes[] = {mode::kLsb, mode::kUsb,         mode::kCw,   mode::kCwReverse,
+                          mode::kAm,  mode::kDataReverse, mode::kData, mode::kFm};
 // Offsets 1..5 kHz for CW, USB, LSB, AM, FSK; fixed centres 7.010, 7.015, 7.020, 7.025; global -6, of the
 // link -2.
 const Receiver kReceivers[] = {
-    {"radio's IF", CatControl::HostIf, 7.015, {7.012, 7.013, 7.014, 7.014, 7.011, 7.010, 7.010}},
-    {"fixed", CatControl::FixedLo, 7.0155, {7.020, 7.015, 7.010, 7.010, 7.025, 7.020, 7.020}},
-    {"K3's IF", CatControl::HostK3If, 7.015, {7.023, 7.023, 7.023, 7.023, 7.023, 7.023, 7.023}}};
+    {"radio's IF", CatControl::HostIf, 7.015, {7.012, 7.013, 7.014, 7.014, 7.011, 7.010, 7.010, 7.011}},
+    {"fixed", CatControl::FixedLo, 7.0155, {7.020, 7.015, 7.010, 7.010, 7.025, 7.020, 7.020, 7.025}},
+    {"K3's IF", CatControl::HostK3If, 7.015, {7.023, 7.023, 7.023, 7.023, 7.023, 7.023, 7.023, 7.023}}};
 
 struct MappedRun {
   MappedRun() {
@@ -45,7 +43,8 @@ struct MappedRun {
     Display.Resize({1200, 500}, 1);
   }
   void Show(double hz) {
-    Bench.Input.Shared->Blocks.push_back(RunBench::Tone(kPoints, kRate, hz));
+    const ZoomPlan& plan = Cycle.Plan();
+    Bench.Input.Shared->Blocks.push_back(RunBench::Tone(1 << plan.FftBits, plan.SampleRate, hz));
     Cycle.Step();
   }
   /// Where a click on the strongest column tunes to.
@@ -72,8 +71,11 @@ struct MappedRun {
                   RigRouter({.Host = &Bench.Host, .K4 = &Bench.K4Rig, .K4Link = &Bench.K4})}};
 };
 
-TEST(Mapping, ASoundCardsSignalStandsWhereItIsInEveryModeAndZoom) {
+class Zooming : public testing::TestWithParam<bool> {};
+TEST_P(Zooming, ASoundCardsSignalStandsWhereItIsInEveryMode) {
   for (const Receiver& receiver : kReceivers) {
+    // A lower rate does not reach the others' signal.
+    if (GetParam() && receiver.Control != CatControl::HostIf) continue;
     for (std::size_t m = 0; m < std::size(kModes); ++m) {
       for (const bool inverted : {false, true}) {
         MappedRun run;
@@ -81,6 +83,7 @@ TEST(Mapping, ASoundCardsSignalStandsWhereItIsInEveryModeAndZoom) {
         run.Bench.Host.Mode = kModes[m];
         run.Bench.State.Settings.Control = receiver.Control;
         run.Bench.State.Settings.Iq = inverted;
+        run.Bench.State.Settings.TypZoom = GetParam();
         ASSERT_TRUE(run.Cycle.Start());
         const double signalMHz = receiver.DialMHz + kAboveDialHz / 1e6;
         const double hz = (signalMHz - receiver.ZeroMHz[m]) * 1e6 * (inverted ? -1 : 1);
@@ -108,6 +111,8 @@ TEST(Mapping, ASoundCardsSignalStandsWhereItIsInEveryModeAndZoom) {
   }
 }
 
+INSTANTIATE_TEST_SUITE_P(HighResolution, Zooming, testing::Bool());
+
 TEST(Mapping, ARetuneLeavesOlderRowsAtTheirFrequencies) {
   MappedRun run;
   run.Bench.State.Settings.Control = CatControl::HostK3If;
@@ -130,7 +135,7 @@ TEST(Mapping, ARetuneLeavesOlderRowsAtTheirFrequencies) {
 TEST(Mapping, ARadiosOwnLineStandsAtItsOwnEdges) {
   MappedRun run;
   run.Bench.State.Settings.SourceName = "K4";
-  run.Bench.K4Rig.FreqMHz = 14.05;
+  run.Bench.K4Rig.FreqMHz = 14.049;
   ASSERT_TRUE(run.Cycle.Start());
   run.Cycle.Step();
   // Fixed mode: the dial is not in the middle. Then the edges move while the dial stays.
@@ -141,9 +146,11 @@ TEST(Mapping, ARadiosOwnLineStandsAtItsOwnEdges) {
     run.Bench.K4.Next = line;
     run.Bench.K4.Ready = true;
     run.Cycle.Step();
-    EXPECT_NEAR(run.SignalMHz(100), low + 0.75 * (high - low), (high - low) / 399 * 1.5);
-    const double x = run.Display.Geometry().FrequencyToPixel(14.05);
-    EXPECT_NEAR(run.Display.Geometry().FrequencyAt(x), 14.05, 1e-9);
+    const double signalMHz = low + 0.75 * (high - low);
+    EXPECT_NEAR(run.SignalMHz(100), signalMHz, (high - low) / 399 * 1.5);
+    EXPECT_NEAR(run.SignalMHz(run.Display.Layout().WaterfallTop), signalMHz, (high - low) / 399 * 1.5);
+    const double x = (14.049 - low) / (high - low) * run.Display.Layout().PlotWidth;
+    EXPECT_NEAR(run.Display.TuneFreqMHz(QPointF(x, 100)), 14.049, 1e-9) << "a click on the marker";
   }
 }
 

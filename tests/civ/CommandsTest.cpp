@@ -55,6 +55,7 @@ TEST_F(Commands, EachControlSendsItsFrame) {
       {"94", [](C& c) { c.SetIcomRefLevel(-300); }, "271900200001 | 271900?"},
       {"96", [](C& c) { c.SetIcomFrequency(1296.1); }, "050000109612 | status"},
       {"94", [](C& c) { c.SetIcomFrequency(0); }, ""},
+      {"94", [](C& c) { c.SetIcomFrequency(10014.074); }, ""},  // more digits than a frame has
       {"94", [](C& c) { c.SetIcomMode(2, true, 3); }, "060703 | status"},
       {"94", [](C& c) { c.SetIcomMode(8, false, 1); }, "061701 | status"},
       {"94", [](C& c) { c.SetIcomMode(9, false, 0); }, ""},

@@ -7,6 +7,23 @@
 namespace spectrino {
 namespace {
 
+TEST(StartStop, WhatOneRadioToldIsNotKnownOfTheNext) {
+  RunBench bench;
+  bench.State.Settings.SourceName = "K4";
+  bench.K4Rig.FreqMHz = 14.05;
+  ASSERT_TRUE(bench.Cycle.Start());
+  bench.Step();
+  bench.State.Radio.Transmitting = true;
+  bench.State.Radio.MainNotchHz = 900;
+  bench.Cycle.Stop();
+  EXPECT_EQ(bench.State.Radio.MainFreqMHz, 14.05) << "still shown";
+  bench.State.Settings.SourceName = "Card";
+  ASSERT_TRUE(bench.Cycle.Start());
+  EXPECT_EQ(bench.State.Radio.MainFreqMHz, 0);
+  EXPECT_FALSE(bench.State.Radio.Transmitting);
+  EXPECT_FALSE(bench.State.Radio.MainNotchHz);
+}
+
 TEST(Start, OpensTheChosenInputAtTheChosenRateAndSize) {
   RunBench bench;
   ASSERT_TRUE(bench.Cycle.Start());

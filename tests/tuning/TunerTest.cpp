@@ -48,8 +48,8 @@ class Tuning : public testing::Test, public TuningWindow {
   bool HasRig = true;
   bool Running = true;
   int Restarts = 0;
-  Tuner Tune{
-      {Radio, Settings, Time, *this, [this] { return HasRig ? &Rig : nullptr; }, [this] { return Running; }}};
+  Tuner Tune{{Radio, Settings, Time, *this, [this] { return HasRig ? &Rig : nullptr; },
+              [this] { return Running; }, [this] { return Settings.Control; }}};
 };
 
 TEST_F(Tuning, ClicksTuneTheirVfoAndUndoGoesBack) {
@@ -94,7 +94,11 @@ TEST_F(Tuning, OverAPassbandButtonsAndWheelChangeTheFilter) {
   Tune.SetPassbandDrag(PassbandDragMode::Sub);
   Tune.Scope_MouseDown(ClickButton::Left, 14.25, false);
   Tune.WheelStep(-1, false);
-  EXPECT_THAT(Asked(), ElementsAre("bandwidth A 50", "shift A 10", "bandwidth B -50", "shift B -10"));
+  for (int i = 0; i < 9; ++i) Tune.WheelMoved(30, false);
+  EXPECT_THAT(Asked(), ElementsAre("bandwidth A 50", "shift A 10", "bandwidth B -50", "shift B -10",
+                                   "shift B 10", "shift B 10"));
+  Tune.KeyStep(1, false);
+  EXPECT_THAT(Asked(), ElementsAre("A 14.200325")) << "keys tune wherever the pointer rests";
   EXPECT_EQ(Restarts, 0);
 }
 
@@ -201,6 +205,20 @@ TEST_F(Tuning, ChangingTheVfoSendsWhatWaited) {
   Tune.WheelStep(1, false);
   Tune.RunEnded();
   EXPECT_EQ(Asked().size(), 1U) << "what waited when the run ended is dropped";
+}
+
+TEST_F(Tuning, AClickOnOneVfoLeavesTheOthersLastNotchOnTheWay) {
+  Tune.KeyPress('b');
+  Tune.WheelStep(1, false);
+  Tune.WheelStep(1, false);
+  Tune.Scope_MouseDown(ClickButton::Left, 14.25, false);
+  EXPECT_THAT(Asked(), ElementsAre("B 14.300010", "B 14.300020", "A 14.250000"));
+  Tune.KeyPress('a');
+  Tune.WheelStep(1, false);
+  Tune.Retuning();
+  Radio.MainFreqMHz = 7.1;
+  Tune.WheelStep(1, false);
+  EXPECT_EQ(Asked().back(), "A 7.100025") << "the new band counts at once";
 }
 
 TEST_F(Tuning, ATouchpadsFineMovementsAddUpToNotches) {

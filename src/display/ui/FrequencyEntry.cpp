@@ -9,9 +9,7 @@ constexpr int kMostCharacters = 16;
 
 FrequencyEntry::FrequencyEntry(QWidget* parent) : QLineEdit(parent) {
   setMaxLength(kMostCharacters);
-  setPlaceholderText(tr("MHz"));
   setToolTip(tr("Frequency in MHz, kHz or Hz; Enter tunes, Esc leaves"));
-  setAccessibleName(tr("Frequency to tune to"));
   hide();
 }
 

@@ -134,9 +134,11 @@ void HeaderPanel::ShowFrequency(const QString& frequencyText, const QString& mod
 }
 
 void HeaderPanel::BeginEntry(int vfo, const QString& typed) {
-  const QLabel* label = vfo == 0 ? lblFreqA_ : lblFreqB_;
-  if (!label->isVisible()) return;
+  // A narrow window has no room for VFO B; the entry has.
+  const QLabel* label = vfo == 1 && lblFreqB_->isVisible() ? lblFreqB_ : lblFreqA_;
   entryVfo_ = vfo;
+  txtFrequency_->setPlaceholderText(vfo == 0 ? tr("A, MHz") : tr("B, MHz"));
+  txtFrequency_->setAccessibleName(vfo == 0 ? tr("Frequency for VFO A") : tr("Frequency for VFO B"));
   txtFrequency_->Begin(*label, typed);
 }
 

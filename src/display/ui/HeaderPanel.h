@@ -37,7 +37,7 @@ class HeaderPanel final : public QWidget {
   void ShowRunning(bool running, bool starting);
   /// frequencyText as "14.074.000" or "---------"; an empty mode hides its badge.
   void ShowFrequency(const QString& frequencyText, const QString& modeText);
-  /// Opens the entry of VFO A or B with what was typed already; nothing while that VFO is not shown.
+  /// Opens the entry of VFO A (0) or B (1) with what was typed already.
   void BeginEntry(int vfo, const QString& typed);
   /// An empty text hides VFO B.
   void ShowSubFrequency(const QString& frequencyText);

@@ -149,9 +149,10 @@ void ScopeWidget::mouseReleaseEvent(QMouseEvent*) {
 void ScopeWidget::wheelEvent(QWheelEvent* event) {
   // What a touchpad coasts on after the fingers left is not the operator's wish.
   if (event->phase() == Qt::ScrollMomentum) return;
-  // Some systems turn the wheel sideways while a modifier is held.
+  // Some systems turn the wheel sideways while a modifier is held; without one, sideways is no tuning.
   const QPoint delta = event->angleDelta();
-  emit WheelTurned(event->position(), delta.y() != 0 ? delta.y() : delta.x(), event->modifiers());
+  const int turned = delta.y() != 0 || event->modifiers() == Qt::NoModifier ? delta.y() : delta.x();
+  if (turned != 0) emit WheelTurned(event->position(), turned, event->modifiers());
   event->accept();
 }
 
@@ -170,6 +171,7 @@ void ScopeWidget::focusInEvent(QFocusEvent* event) {
 
 void ScopeWidget::focusOutEvent(QFocusEvent*) {
   focusShown_ = false;
+  EndAnnouncement();
   update();
 }
 
@@ -177,6 +179,11 @@ void ScopeWidget::Announce(const QString& text) {
   // A changed name of the focused widget is what screen readers speak.
   setAccessibleName(text);
   setAccessibleDescription(tr("Spectrum and waterfall"));
+}
+
+void ScopeWidget::EndAnnouncement() {
+  setAccessibleName(tr("Spectrum and waterfall"));
+  setAccessibleDescription({});
 }
 
 }  // namespace spectrino

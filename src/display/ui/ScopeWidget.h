@@ -24,6 +24,8 @@ class ScopeWidget final : public QWidget {
   void ShowStatus(const QString& text);
   /// Tells a screen reader, which has no pointer to hover with.
   void Announce(const QString& text);
+  /// What was announced is no longer so.
+  void EndAnnouncement();
   [[nodiscard]] QSize sizeHint() const override { return {600, 200}; }
 
  signals:
