@@ -1,6 +1,7 @@
 #include "app/Deck.h"
 
 #include <QVBoxLayout>
+#include <utility>
 
 #include "macros/ui/frmRemFunction.h"
 
@@ -72,7 +73,7 @@ void Deck::ShowSource() {
   cmdFoldDeck_->setVisible(!settings.BandMode);
   // Where no radio answers them the rows only take room, until they are asked for.
   const bool radioSource = k4 || settings.Icom;
-  if (settings.BandMode || radioSource != std::exchange(radioSource_, radioSource) || isHidden())
+  if (settings.BandMode || std::exchange(radioSource_, radioSource) != radioSource)
     FoldRows(!settings.BandMode && !radioSource);
 }
 

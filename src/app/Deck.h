@@ -4,6 +4,7 @@
 
 #include <QToolButton>
 #include <QWidget>
+#include <optional>
 
 #include "bands/BandModes.h"
 #include "bands/ui/BandModePanel.h"
@@ -60,7 +61,7 @@ class Deck final : public QWidget {
   K4Panel* k4Panel_;
   IcomPanel* icomPanel_;
   DeckLayout layout_;
-  bool radioSource_ = false;
+  std::optional<bool> radioSource_;  ///< as it was shown last
   bool folded_ = false;
 };
 

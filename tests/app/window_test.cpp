@@ -9,6 +9,7 @@
 #include <QSlider>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolButton>
 
 #include "app/Theme.h"
 #include "app/WindowBench.h"
@@ -148,6 +149,15 @@ TEST_F(Window, ADemoIcomIsShownWithItsFrequencyAndAReadingThatCanBe) {
   const QString reading = Find<QLabel>("lblSMeter")->text();
   EXPECT_FALSE(reading.isEmpty());
   EXPECT_LE(QString(reading).remove('+').toDouble(), 60) << qPrintable(reading);
+}
+
+TEST_F(Window, BandAndModeRowsFoldWhereNoRadioAnswersThem) {
+  EXPECT_FALSE(Find("cmdBand5")->isVisible());
+  QTest::mouseClick(Find<QToolButton>("cmdFoldDeck"), Qt::LeftButton);
+  EXPECT_TRUE(Find("cmdBand5")->isVisible());
+  EXPECT_TRUE(Find("cmdMacro8")->isVisible());
+  Reload({"spectrino", "--demo=icom"});
+  EXPECT_TRUE(Find("cmdBand5")->isVisible());
 }
 
 TEST_F(Window, ADemoK4IsShownWorkedAndFollowed) {
