@@ -53,8 +53,11 @@ class IcomRig final : private IcomPanelView {
   void SetSpanLabel(const std::string& text) override;
   void ShowSpanList(bool list) override;
   void SetFixedMode(bool fixed) override;
+  void SetFunction(int index, bool on) override;
 
   void ConnectPanel();
+  void ConnectSlider(void (IcomPanel::*changed)(int), void (IcomCommands::*handler)(int));
+  void AskPanelState();
 
   Parts parts_;
   CivState state_;
@@ -68,6 +71,7 @@ class IcomRig final : private IcomPanelView {
   std::optional<ScanCommands> scan_;
   WindowSide window_{};
   bool autoRef_ = true;
+  int asked_ = 0;
 };
 
 }  // namespace spectrino

@@ -22,8 +22,10 @@ QString ModeText(int radioMode) {
       return "CW-R";
     case mode::kDataReverse:
       return "DATA-R";
-    default:
+    case mode::kUnknown:
       return {};
+    default:
+      return "?";
   }
 }
 

@@ -37,12 +37,13 @@ Program::Program(const CommandLine& line)
   ChooseForThisRun(line);
   // A newcomer has chosen nothing yet: show what the program is about.
   session_.FirstRun = settingsFile_.Stamp(std::string(kOwnApplication)) == 0;
-  bands_ = LoadBandMemory(store_);
+  k4Bands_ = icomBands_ = LoadBandMemory(store_);
   if (line.Demo == DemoKind::K4 || line.Demo == DemoKind::K4D) StartK4Demo(line.Demo == DemoKind::K4D);
   if (line.Demo == DemoKind::Icom) StartIcomDemo();
-  k4_ = std::make_unique<K4Rig>(K4Rig::Parts{
-      store_, user_, pump_, clock_, [this] { return cycle_->StopRequested(); }, bands_, NobodyWatches(line)});
-  icom_ = std::make_unique<IcomRig>(IcomRig::Parts{store_, user_, pump_, clock_, bands_});
+  k4_ = std::make_unique<K4Rig>(K4Rig::Parts{store_, user_, pump_, clock_,
+                                             [this] { return cycle_->StopRequested(); }, k4Bands_,
+                                             NobodyWatches(line)});
+  icom_ = std::make_unique<IcomRig>(IcomRig::Parts{store_, user_, pump_, clock_, icomBands_});
   RigBackends backends;
   backends.K4 = &k4_->Backend();
   backends.K4Link = &k4_->Link();

@@ -66,7 +66,8 @@ class Program {
   std::vector<std::unique_ptr<IqFileInput>> iqFiles_;
   QString iqFileError_;
   std::unique_ptr<DeviceList> devices_;
-  BandMemory bands_;
+  BandMemory k4Bands_;  // modes are a K4's codes here and an Icom's indices there
+  BandMemory icomBands_;
   PanDisplay display_;
   std::unique_ptr<K4SimServer> k4Sim_;
   std::unique_ptr<K4Rig> k4_;

@@ -189,7 +189,11 @@ void frmPan::closeEvent(QCloseEvent* event) {
 void frmPan::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   if (event->type() != QEvent::WindowStateChange) return;
-  parts_.State.WindowMinimized = isMinimized();
+  if (std::exchange(parts_.State.WindowMinimized, isMinimized()) != isMinimized()) {
+    // Nobody looks: the scope's lines stay off the bus.
+    parts_.Icom.Link().BeforeLayout();
+    parts_.Icom.Link().AfterLayout(isMinimized());
+  }
   ShowFullScreen();
 }
 

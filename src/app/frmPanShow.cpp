@@ -42,10 +42,13 @@ void frmPan::ShowHeader() {
                                                  : QString());
   const Readings& meter = parts_.Cycle.Meter();
   const bool known = parts_.Cycle.Running() && meter.SMeterKnown;
+  // Heights of an Icom's scope are no calibrated levels.
+  const QString approximate = radio.IcomActive ? "~" : "";
   const auto dbm = static_cast<std::int16_t>(qBound(-500, qRound(meter.SMeterDbm), 500));
   header_->ShowMeter(
       meter.SMeterDbm, meter.SMeterHeldDbm, known,
-      known ? QString::fromStdString(SMeterText(dbm, parts_.State.Settings.DisplayDesign)) : QString());
+      known ? approximate + QString::fromStdString(SMeterText(dbm, parts_.State.Settings.DisplayDesign))
+            : QString());
 }
 
 // A run shows it with its next frame; a stopped window has none.

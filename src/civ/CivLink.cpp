@@ -1,12 +1,18 @@
 #include "civ/CivLink.h"
 
 #include <array>
+#include <thread>
+#include <utility>
 
 #include "civ/CivParser.h"
 #include "civ/HexText.h"
 #include "state/BusyGuard.h"
 
 namespace spectrino {
+
+namespace {
+constexpr std::size_t kMostAtClose = 8;  // a tenth of a second at most
+}
 
 CivLink::CivLink(SerialPort& port, CivState& state, IcomPanelView& panel, const Clock& clock,
                  Notifier& notifier)
@@ -28,8 +34,13 @@ std::string CivLink::Open(const std::string& path) {
 }
 
 void CivLink::Close() {
-  for (const Frame& frame : unsent_) {
-    if (frame.kind != Kind::Read) port_.Write(frame.bytes);
+  std::erase_if(unsent_, [](const Frame& frame) { return frame.kind == Kind::Read; });
+  // The radio would lose what follows too closely, and the last frame is the one that silences its scope.
+  const std::size_t skipped = unsent_.size() > kMostAtClose ? unsent_.size() - kMostAtClose : 0;
+  bool first = clock_.Now() >= nextWrite_;
+  for (std::size_t i = skipped; i < unsent_.size(); ++i) {
+    if (!std::exchange(first, false)) std::this_thread::sleep_for(kWritePace);
+    port_.Write(unsent_[i].bytes);
   }
   unsent_.clear();
   ReceiveCiv();

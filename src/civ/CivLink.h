@@ -32,7 +32,8 @@ class CivLink final : public CivSender {
 
   /// Empty when the port is open now, otherwise the reason. Forgets what an earlier session left.
   [[nodiscard]] std::string Open(const std::string& path);
-  /// Writes at once what has not left yet, reads excepted: nobody would hear the answers. Then closes.
+  /// Writes the newest of what has not left yet at its pace, reads excepted: nobody would hear the answers.
+  /// Then closes. Takes a tenth of a second at most.
   void Close();
   [[nodiscard]] bool IsOpen() const { return port_.IsOpen(); }
 

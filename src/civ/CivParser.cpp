@@ -39,6 +39,12 @@ void StoreByte(std::string_view data, CivState& state, IcomPanelView&) {
   if (const auto value = BcdNumber(data.substr(0, 2))) state.*Field = *value;
 }
 
+// A function of the panel, on unless its byte is 00; an attenuator tells its decibels.
+template <int Index>
+void TellFunction(std::string_view data, CivState&, IcomPanelView& panel) {
+  if (BcdNumber(data.substr(0, 2))) panel.SetFunction(Index, data.substr(0, 2) != "00");
+}
+
 void StoreIdentity(std::string_view data, CivState& state, IcomPanelView&) {
   const std::string_view id = data.substr(2, 2);
   state.RadioId = id;
@@ -89,10 +95,17 @@ constexpr auto kCivRows = std::to_array<CivRow>({
     {"01", 2, StoreMode},
     {"03", 10, StoreFrequency},
     {"04", 2, StoreMode},
+    {"11", 2, TellFunction<4>},
     {"1401", 4, StoreLevel<&CivState::AfLevel, &IcomPanelView::SetAfSlider>},
     {"1403", 4, StoreLevel<&CivState::SqlLevel, &IcomPanelView::SetSquelchSlider>},
+    {"1602", 2, TellFunction<0>},
     {"1612", 2, StoreByte<&CivState::AgcSetting>},
+    {"1622", 2, TellFunction<1>},
+    {"1640", 2, TellFunction<2>},
+    {"1641", 2, TellFunction<3>},
+    {"1665", 2, TellFunction<5>},
     {"19", 4, StoreIdentity},
+    {"1A07", 2, TellFunction<5>},
     {"2700", 6, TakeWave},
     {"271400", 2, StoreByte<&CivState::ScopeFixedMode>},
     {"271500", 10, StoreSpan},

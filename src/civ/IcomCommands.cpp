@@ -142,6 +142,23 @@ void IcomCommands::chkFunc_Click(int index, bool checked) {
   if (!function.Command.empty()) sender_.SendCiv(function.Command, function.SubCommand, OnOff(checked));
 }
 
+void IcomCommands::AskPanelState(int index) {
+  const Function ipPlus = IpPlus(state_.RadioId);
+  const std::array<Function, kPanelStates> asked{{kFunctions[0],
+                                                  kFunctions[1],
+                                                  kFunctions[2],
+                                                  kFunctions[3],
+                                                  {"11", ""},
+                                                  ipPlus,
+                                                  {"16", "12"},
+                                                  {"14", "01"},
+                                                  {"14", "03"},
+                                                  {"27", "1900"},
+                                                  {"27", "1A00"}}};
+  const Function& one = asked[static_cast<std::size_t>(index % kPanelStates)];
+  if (!one.Command.empty()) sender_.SendCiv(one.Command, one.SubCommand, "?");
+}
+
 void IcomCommands::chkMEM_Click(bool checked) {
   sender_.SendCiv(checked ? "08" : "07", "", "");
 }
@@ -187,7 +204,10 @@ void IcomCommands::cmdUpDn_Click(int index, double centreMHz) {
 }
 
 void IcomCommands::cboSpan_Click(int entry) {
-  if (!state_.CivParserBusy) SetIcomSpan(entry);
+  if (state_.CivParserBusy) return;
+  // A radio that has no such span keeps its own: its next line puts the list right.
+  state_.ScopeShownSpan = 0;
+  SetIcomSpan(entry);
 }
 
 void IcomCommands::sldVol_Change(int value) {

@@ -38,6 +38,10 @@ class IcomCommands {
   /// index: 0 preamplifier, 1 noise blanker, 2 noise reduction, 3 automatic notch, 4 attenuator, 5 IP+.
   void chkFunc_Click(int index, bool checked);
   /// Memory mode, or VFO mode.
+  /// How many states of the panel the radio can be asked for, one at a time: functions, AGC, levels, sweep.
+  static constexpr int kPanelStates = 11;
+  /// index: counts on through them. What a model does not have is not asked for.
+  void AskPanelState(int index);
   void chkMEM_Click(bool checked);
   /// The next of fast, middle, slow. A radio does not report it, so AgcSetting is what was sent last.
   void cmdAGC_Click();

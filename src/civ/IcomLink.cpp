@@ -14,6 +14,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto kIdentityWait = 150ms;
+constexpr int kSilentTicks = 2;
 
 // The radio's addresses stand in upper case in the text that frames are compared by.
 std::string Address(const SetupSection& setup, const TextKey& key) {
@@ -40,9 +41,15 @@ bool IcomLink::Open(RadioState&) {
                             Severity::Exclamation);
     return false;
   }
+  // What an earlier radio told is not known of this one.
+  state.RadioFreqMHz = 0;
+  state.RadioModeIndex = state.AgcSetting = 0;
+  state.IcomModeText.clear();
   state.ControllerAddress = Address(setup, key::kControllerAddress);
+  if (state.ControllerAddress.size() != 2) state.ControllerAddress = "E0";
   state.RadioAddress = Address(setup, key::kIcAddress);
   if (state.RadioAddress.size() != 2) {
+    parts_.User.ShowStatus("Enter the radio's CI-V address, for example 94, in Setup.");
     parts_.User.ShowMessage("Spectrino", "COM/ICOM ERROR", Severity::Critical);
     return false;
   }
@@ -67,6 +74,28 @@ void IcomLink::DetectIcomModel() {
   link_.SendCiv("19", "00", "?");
   if (link_.IsOpen()) parts_.Pump.Wait(kIdentityWait);
   link_.ReceiveCiv();
+  answered_ = !state.RadioId.empty();
+  silentTicks_ = 0;
+  SwitchScopeOn();
+}
+
+void IcomLink::tmrAnswer_Timer() {
+  const CivState& state = parts_.State;
+  if (answered_ || !link_.IsOpen()) return;
+  if (state.RadioId.empty()) {
+    link_.SendCiv("19", "00", "?");
+    if (++silentTicks_ == kSilentTicks)
+      parts_.User.ShowStatus("No answer from CI-V address " + state.RadioAddress +
+                             ": check address, cable and 115200 baud at the radio.");
+    return;
+  }
+  answered_ = true;
+  parts_.User.ShowStatus("");
+  SwitchScopeOn();
+}
+
+void IcomLink::SwitchScopeOn() {
+  CivState& state = parts_.State;
   state.ScopeLevels.resize(static_cast<std::size_t>(std::max(0, state.SpectrumPoints)) + 1);
   link_.SendCiv("27", "10", "01");    // scope on
   link_.SendCiv("27", "11", "01");    // its data to us
@@ -112,7 +141,8 @@ void IcomLink::BeforeLayout() {
 }
 
 void IcomLink::AfterLayout(bool windowMinimized) {
-  if (parts_.State.IcomActive && !windowMinimized) link_.SendCiv("27", "11", "01");
+  if (parts_.State.IcomActive && !windowMinimized && !parts_.State.ScanDialogOpen)
+    link_.SendCiv("27", "11", "01");
   parts_.State.ResizeInProgress = false;
 }
 

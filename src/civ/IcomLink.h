@@ -43,16 +43,23 @@ class IcomLink final : public RadioLink, public SpectrumSource {
   void BeforeLayout();
   void AfterLayout(bool windowMinimized);
 
+  /// Every second of a run: asks a radio that has not told what it is again, says so, and switches its scope
+  /// on when it answers at last.
+  void tmrAnswer_Timer();
+
   [[nodiscard]] CivSender& Sender() { return link_; }
   /// Sends what is due. Each pass of a run does so by itself.
   void Pump() { link_.Pump(); }
 
  private:
   void DetectIcomModel();
+  void SwitchScopeOn();
 
   IcomParts parts_;
   CivLink link_;
   std::uint64_t polledSerial_ = 0;
+  bool answered_ = false;
+  int silentTicks_ = 0;
 };
 
 }  // namespace spectrino

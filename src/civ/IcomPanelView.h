@@ -16,6 +16,7 @@ class IcomPanelView {
   virtual void SetSpanLabel(const std::string& text) = 0;  ///< lblSpan
   virtual void ShowSpanList(bool list) = 0;   ///< cboSpan shown and lblSpan hidden, or the other way round
   virtual void SetFixedMode(bool fixed) = 0;  ///< chkFIX
+  virtual void SetFunction(int index, bool on) = 0;  ///< chkFunc 0..5
 };
 
 }  // namespace spectrino

@@ -7,8 +7,10 @@ namespace spectrino {
 RigBackend* RigRouter::Backend(CatControl control, const RadioState& radio) const {
   switch (control) {
     case CatControl::HostIf:
+      // A radio that delivers the spectrum tells its own frequency.
+      if (radio.K4Active) return backends_.K4;
+      return radio.IcomActive ? backends_.Icom : backends_.Host;
     case CatControl::IcomViaHost:
-      // A K4 that delivers the spectrum tells its own frequency.
       return radio.K4Active ? backends_.K4 : backends_.Host;
     case CatControl::FixedLo:
     case CatControl::HostK3If:

@@ -53,6 +53,9 @@ class RecordingPanel final : public IcomPanelView {
   void SelectSpan(int entry) override { Told += "span " + std::to_string(entry) + "; "; }
   void SetSpanLabel(const std::string& text) override { Told += text + "; "; }
   void ShowSpanList(bool list) override { Told += list ? "list; " : "label; "; }
+  void SetFunction(int index, bool on) override {
+    Told += "function " + std::to_string(index) + (on ? " on; " : " off; ");
+  }
   void SetFixedMode(bool fixed) override { Told += fixed ? "fixed; " : "centre; "; }
 
   std::string Told;

@@ -196,6 +196,27 @@ TEST_F(IcomLinkTest, APortThatIsNotToBeHadOrGoesAwayIsToldAndStaysClosed) {
   EXPECT_EQ(Link.Poll({}, Line), PollResult::Pending);
 }
 
+TEST_F(IcomLinkTest, ARadioThatIsSwitchedOnLaterIsSetUpThen) {
+  State.RadioFreqMHz = 7.1;
+  ASSERT_TRUE(Link.Open(Radio));
+  EXPECT_EQ(State.RadioFreqMHz, 0) << "what an earlier radio told";
+  Sent(Link, 300ms);
+  for (int tick = 0; tick < 3; ++tick) {
+    Link.tmrAnswer_Timer();
+    EXPECT_THAT(Sent(Link, 100ms), ElementsAre("FEFEA4E01900FD"));
+  }
+  EXPECT_THAT(User.Statuses, ElementsAre(HasSubstr("No answer from CI-V address A4")));
+  Port.DataArrival(Bytes("FE FE E0 A4 19 00 A4 FD"));
+  Link.tmrAnswer_Timer();
+  EXPECT_EQ(User.Statuses.back(), "");
+  const std::vector<std::string> sent = Sent(Link, 300ms);
+  ASSERT_EQ(sent.size(), 12U);
+  EXPECT_EQ(sent[1], "FEFEA4E0271101FD");
+  EXPECT_EQ(State.ScopeLevels.size(), 476U);
+  Link.tmrAnswer_Timer();
+  EXPECT_THAT(Sent(Link, 100ms), IsEmpty());
+}
+
 TEST_F(IcomLinkTest, EachLineIsPolledOnceWithItsOwnEdges) {
   ASSERT_TRUE(Link.Open(Radio));
   Port.DataArrival(Bytes("FE FE E0 A4 19 00 A4 FD FE FE E0 A4 03 00 40 07 14 00 FD FE FE E0 A4 04 03 01 FD"));

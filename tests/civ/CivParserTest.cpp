@@ -58,6 +58,12 @@ TEST(ParseCivFrame, ChangesWhatTheReplySaysAndNothingElse) {
       {"04 09 01", "mode 09; "},
       {"14 01 01 28", "af 128; af 128; "},
       {"14 03 02 55", "squelch 255; squelch 255; "},
+      {"11 20", "function 4 on; "},
+      {"16 02 00", "function 0 off; "},
+      {"16 02 02", "function 0 on; "},  // the second preamplifier
+      {"16 41 01", "function 3 on; "},
+      {"1A 07 01", "function 5 on; "},
+      {"16 65 00", "function 5 off; "},
       {"16 12 03", "agc 3; "},
       {"19 00 6A", "id 6A; max 200; name IC-7850; points 689; scope 689; "},
       {"19 00 94", "id 94; max 160; name IC-7300; points 475; scope 475; "},
@@ -77,6 +83,8 @@ TEST(ParseCivFrame, ChangesWhatTheReplySaysAndNothingElse) {
                                  "1C 00 01",
                                  "14 02 01 28",  // no news, or none of ours
                                  "27 14 01 01",
+                                 "16 02",
+                                 "16 22 0A",
                                  "27 19 01 10 50 01",
                                  "27 00 01 01 01",  // the sub scope's
                                  "03",

@@ -1,6 +1,7 @@
 #include "civ/ui/IcomPanel.h"
 
 #include <QResizeEvent>
+#include <QSignalBlocker>
 
 namespace spectrino {
 namespace {
@@ -38,6 +39,7 @@ IcomPanel::IcomPanel(QWidget* parent)
     auto* box =
         AddButton(functions_, QString("chkFunc%1").arg(i), control.Caption, tr(control.ToolTip), true);
     connect(box, &QPushButton::toggled, this, [this, i](bool on) { emit chkFunc_Click(i, on); });
+    chkFunc_[static_cast<std::size_t>(i)] = box;
   }
   auto* chkMEM = AddButton(functions_, "chkMEM", "m/v", tr("Memory mode, or VFO mode"), true);
   connect(chkMEM, &QPushButton::toggled, this, &IcomPanel::chkMEM_Click);
@@ -130,6 +132,11 @@ void IcomPanel::SetSpanLabel(const std::string& text) {
 void IcomPanel::ShowSpanList(bool list) {
   cboSpan_->setVisible(list);
   lblSpan_->setVisible(!list);
+}
+void IcomPanel::SetFunction(int index, bool on) {
+  QPushButton* box = chkFunc_[static_cast<std::size_t>(index)];
+  const QSignalBlocker silent(box);
+  box->setChecked(on);
 }
 void IcomPanel::SetFixedMode(bool fixed) {
   chkFIX_->setChecked(fixed);

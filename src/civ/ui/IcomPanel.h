@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QSlider>
 #include <QWidget>
+#include <array>
 
 #include "civ/IcomPanelView.h"
 
@@ -30,6 +31,7 @@ class IcomPanel final : public QWidget, public IcomPanelView {
   void SetSpanLabel(const std::string& text) override;
   void ShowSpanList(bool list) override;
   void SetFixedMode(bool fixed) override;
+  void SetFunction(int index, bool on) override;
 
   /// chkScan_Click fires when the box was checked.
   void ClearScanCheck() { chkScan_->setChecked(false); }
@@ -59,6 +61,7 @@ class IcomPanel final : public QWidget, public IcomPanelView {
   QBoxLayout* body_;  ///< the two halves beside each other, or one over the other in a narrow window
   QHBoxLayout* functions_;
   QHBoxLayout* levels_;
+  std::array<QPushButton*, 6> chkFunc_{};
   QPushButton* chkScan_;
   QPushButton* chkFIX_;
   QComboBox* cboSpan_;
