@@ -30,6 +30,7 @@ class NoPanel final : public IcomPanelView {
   void SetSpanLabel(const std::string&) override {}
   void ShowSpanList(bool) override {}
   void SetFixedMode(bool) override {}
+  void SetFunction(int, bool) override {}
 };
 
 class NoUser final : public Notifier {
