@@ -1,6 +1,6 @@
 // What a frame costs to draw: our pictures against the plain way of drawing the same frame with QPainter.
 // Prints "ratio draw <size> <ours / plain>", medians of frames drawn in turn in one process; fails over the
-// budget.
+// budget. With --once it draws two frames each and judges nothing.
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
@@ -12,6 +12,8 @@
 #include <cstdio>
 #include <random>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "display/Colours.h"
@@ -103,9 +105,9 @@ class PlainDisplay {
     polygon.reserve(kPoints + 2);
     polygon << QPointF(0, layout_.PlotBottom());
     for (int i = 0; i < kPoints; ++i) {
-      polygon << QPointF(geometry.PointX(i),
-                         LevelToY(levels[static_cast<std::size_t>(i)], kScale.BottomLevel, kScale.TopLevel,
-                                  layout_.PlotBottom(), layout_.PlotHeight));
+      const double share =
+          (levels[static_cast<std::size_t>(i)] - kScale.BottomLevel) / (kScale.TopLevel - kScale.BottomLevel);
+      polygon << QPointF(geometry.PointX(i), layout_.PlotBottom() - share * layout_.PlotHeight);
     }
     polygon << QPointF(layout_.PlotWidth, layout_.PlotBottom());
     painter.setRenderHint(QPainter::Antialiasing);
@@ -121,7 +123,9 @@ class PlainDisplay {
     for (int x = 0; x < layout_.PlotWidth; ++x) {
       const auto point = static_cast<std::size_t>(static_cast<long>(x) * kPoints / layout_.PlotWidth);
       const float share = (levels[point] - kScale.BottomLevel) / (kScale.TopLevel - kScale.BottomLevel);
-      painter.fillRect(x, layout_.WaterfallTop, 1, 1, QColor(WaterfallColour(static_cast<int>(share * 256))));
+      const int index = std::clamp(static_cast<int>(share * 256), 0, kWaterfallColours - 1);
+      const QRgb colour = WaterfallPalette()[static_cast<std::size_t>(index)];
+      painter.fillRect(x, layout_.WaterfallTop, 1, 1, QColor(colour));
     }
   }
 
@@ -137,8 +141,9 @@ double Compare(QSize size, int frames) {
   display.Resize(size, 1);
   const double plotWidth = display.PlotWidth();
   display.DrawScale(BandScale(plotWidth));
-  display.SetMarkers(
-      std::vector<PlotMarker>{{kCentreMHz, 14.0742, 14.0769, 4, 7, "A"}, {14.08, 0, 0, 8, 8, "B"}});
+  display.SetMarkers(std::vector<PlotMarker>{
+      {.FreqMHz = kCentreMHz, .PassbandLowMHz = 14.0742, .PassbandHighMHz = 14.0769, .Label = "A"},
+      {.FreqMHz = 14.08, .ColourIndex = 8, .FilterColourIndex = 8, .Label = "B"}});
   display.SetInfoText("Span 48 kHz   8192 points   M.Wheel VFO-A Normal");
   display.SetHover(QPointF(plotWidth * 0.7, 60));
   QImage image(size, QImage::Format_RGB32);
@@ -182,11 +187,12 @@ double Compare(QSize size, int frames) {
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QGuiApplication application(argc, argv);
+  const bool once = argc > 1 && std::string_view(argv[1]) == "--once";
   bool within = true;
   for (const auto& [size, frames] : {std::pair{QSize(1280, 720), 101}, std::pair{QSize(3840, 2160), 21}}) {
-    const double ratio = spectrino::Compare(size, frames);
+    const double ratio = spectrino::Compare(size, once ? 2 : frames);
     std::printf("ratio draw %dx%d %.4f\n", size.width(), size.height(), ratio);
     within = within && ratio <= spectrino::kBudget;
   }
-  return within ? 0 : 1;
+  return within || once ? 0 : 1;
 }

@@ -6,39 +6,14 @@
 #include <span>
 #include <string>
 
+#include "civ/CivDoubles.h"
 #include "civ/CivLink.h"
-#include "platform/Clock.h"
+#include "fakes/FakeClock.h"
+#include "fakes/Recorders.h"
 
 namespace {
 
 using namespace spectrino;
-
-class LoosePort final : public SerialPort {
- public:
-  std::string Open(const std::string&) override { return {}; }
-  void Close() override {}
-  [[nodiscard]] bool IsOpen() const override { return true; }
-  void Write(std::span<const std::uint8_t>) override {}
-};
-
-class NoPanel final : public IcomPanelView {
- public:
-  void SetAfSlider(int) override {}
-  void SetSquelchSlider(int) override {}
-  void SetRefLevelSlider(int) override {}
-  void SelectSpan(int) override {}
-  void SetSpanLabel(const std::string&) override {}
-  void ShowSpanList(bool) override {}
-  void SetFixedMode(bool) override {}
-  void SetFunction(int, bool) override {}
-};
-
-class NoUser final : public Notifier {
- public:
-  void ShowMessage(std::string_view, std::string_view, Severity) override {}
-  void ShowStatus(std::string_view) override {}
-  void Log(LogArea, std::string_view) override {}
-};
 
 void Require(bool holds) {
   if (!holds) std::abort();
@@ -52,10 +27,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::size_t piece = data[0] + std::size_t{1};
   std::span<const std::uint8_t> rest(data + 1, size - 1);
 
-  LoosePort port;
-  NoPanel panel;
-  NoUser user;
-  const SystemClock clock;
+  test::FakeSerialPort port;
+  test::RecordingPanel panel;
+  RecordingNotifier user;
+  const FakeClock clock;
   CivState state;
   state.RadioAddress = "94";
   state.ControllerAddress = "E0";
@@ -63,6 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   state.ScopeMaxLevel = 160;
   state.SpectrumPoints = state.ScopePoints = 475;
   CivLink link(port, state, panel, clock, user);
+  Require(link.Open("/dev/radio").empty());
   while (!rest.empty()) {
     const std::size_t length = std::min(piece, rest.size());
     port.DataArrival(rest.first(length));

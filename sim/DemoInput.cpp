@@ -32,7 +32,7 @@ DemoInput::DemoInput(const Clock& clock, std::function<double()> radioFreqMHz, s
     : clock_(clock), radioFreqMHz_(std::move(radioFreqMHz)), seed_(seed) {}
 
 std::vector<SoundDevice> DemoInput::Devices() {
-  return {{"Demo signal (no hardware)", kDemoId}};
+  return {{"Demo signal (no hardware)", kDemoId, true, 0, SourceKind::Demo}};
 }
 
 std::unique_ptr<SoundStream> DemoInput::Open(const SoundDevice& device, int rateHz, int blockFrames,

@@ -36,7 +36,8 @@ class IqFileStream final : public PacedStream {
 
 IqFileInput::IqFileInput(const Clock& clock, std::string path, IqFile file)
     : clock_(clock),
-      device_{std::filesystem::path(path).filename().string(), "file:" + path, true, file.RateHz},
+      device_{std::filesystem::path(path).filename().string(), "file:" + path, true, file.RateHz,
+              SourceKind::Recording},
       file_(std::make_shared<const IqFile>(std::move(file))) {
   assert(file_->Samples.size() >= 2 && file_->Samples.size() % 2 == 0);
 }

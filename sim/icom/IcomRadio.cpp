@@ -54,8 +54,8 @@ void IcomRadio::Obey(SimByteView frame, SimTime now) {
 SimBytes IcomRadio::Transmit(SimTime now) {
   if (setup_.Operator) TurnKnob(now);
   SimBytes sent = line_.Sent(now);
-  const bool wanted =
-      control_.State().PowerOn && control_.Setting({0x27, 0x10}) == 1 && control_.Setting({0x27, 0x11}) == 1;
+  const bool wanted = control_.State().PowerOn && control_.Settings().Value({0x27, 0x10}) == 1 &&
+                      control_.Settings().Value({0x27, 0x11}) == 1;
   if (!wanted) line_.DropScope();
   if (wanted && !scopeRuns_) nextLineAt_ = now;
   scopeRuns_ = wanted;
@@ -70,7 +70,7 @@ SimBytes IcomRadio::Transmit(SimTime now) {
 
 std::chrono::nanoseconds IcomRadio::LineTime() const {
   constexpr std::array<double, 3> kSlower{1, 2, 5};
-  const double slower = kSlower[static_cast<std::size_t>(control_.Setting({0x27, 0x1A, 0x00}))];
+  const double slower = kSlower[static_cast<std::size_t>(control_.Settings().Value({0x27, 0x1A, 0x00}))];
   return std::chrono::nanoseconds(static_cast<std::int64_t>(1e9 * slower / setup_.LinesPerSecond));
 }
 

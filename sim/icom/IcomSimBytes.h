@@ -1,5 +1,5 @@
 // Bytes on a simulated CI-V bus: BCD fields, and the cutting of a stream into frames.
-// No meaning: what a command does is in IcomSimCommands.
+// No meaning: what a command does is in IcomSimControl.
 #pragma once
 
 #include <cstddef>

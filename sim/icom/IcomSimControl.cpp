@@ -3,8 +3,6 @@
 
 #include <cmath>
 
-#include "sim/icom/IcomSimTables.h"
-
 namespace spectrino {
 
 namespace {
@@ -20,20 +18,31 @@ std::uint64_t MeterReading(double dBm) {
 
 }  // namespace
 
-std::span<const IcomSimControl::HandlerRow> IcomSimControl::Handlers() {
+SimBytes IcomSimControl::Execute(SimByteView command, double seconds) {
+  if (command.empty()) return {};
+  seconds_ = seconds;
+  // Switched off, it hears the command that switches it on and no other.
+  if (!state_.PowerOn && command[0] != 0x18) return {};
+  const SimAnswer answer = Dispatch(command);
+  // 00 and 01 are what radios tell each other; nobody acknowledges them.
+  if (command[0] <= 0x01) return {};
+  if (!answer.Ok) return {kCivBad};
+  if (answer.Data.empty()) return {kCivGood};
+  SimBytes reply(command.begin(), command.begin() + static_cast<std::ptrdiff_t>(answer.Head.Size));
+  reply.insert(reply.end(), answer.Data.begin(), answer.Data.end());
+  return reply;
+}
+
+SimAnswer IcomSimControl::Dispatch(SimByteView command) {
+  if (const auto answer = vfo_.Execute(command)) return *answer;
+  if (const auto answer = scope_.Execute(command)) return *answer;
+  if (const auto answer = ExecuteOwn(command)) return *answer;
+  return settings_.Execute(command).value_or(SimAnswer{});
+}
+
+std::optional<SimAnswer> IcomSimControl::ExecuteOwn(SimByteView command) {
   using C = IcomSimControl;
-  static constexpr auto kRows = std::to_array<HandlerRow>({
-      {{0x00}, &C::SetFrequency},
-      {{0x01}, &C::SetMode},
-      {{0x02}, &C::BandEdges},
-      {{0x03}, &C::ReadFrequency},
-      {{0x04}, &C::ReadMode},
-      {{0x05}, &C::SetFrequency},
-      {{0x06}, &C::SetMode},
-      {{0x07}, &C::SelectVfo},
-      {{0x08}, &C::SelectMemory},
-      {{0x09}, &C::WriteMemory},
-      {{0x0A}, &C::MemoryToVfo},
+  static constexpr auto kRows = std::to_array<SimCommandRow<C>>({
       {{0x0E}, &C::Scan},
       {{0x11}, &C::Attenuator},
       {{0x13}, &C::Accept},  // speech
@@ -48,54 +57,11 @@ std::span<const IcomSimControl::HandlerRow> IcomSimControl::Handlers() {
       {{0x18}, &C::Power},
       {{0x19, 0x00}, &C::Identify},
       {{0x1A, 0x05}, &C::MenuItem},
-      {{0x1A, 0x06}, &C::DataMode},
-      {{0x1C, 0x03}, &C::TransmitFrequency},
-      {{0x25}, &C::VfoFrequency},
-      {{0x26}, &C::VfoMode},
-      {{0x27, 0x15, 0x00}, &C::ScopeSpan},
-      {{0x27, 0x19, 0x00}, &C::ScopeReference},
-      {{0x27, 0x1E}, &C::ScopeEdges},
   });
-  return kRows;
+  return RunSimCommand<C>(kRows, *this, command);
 }
 
-IcomSimControl::IcomSimControl(const IcomSimModel& model, const IcomSimBand& band)
-    : model_(model), band_(band) {
-  for (SimVfo& vfo : state_.Vfos) vfo.Hz = model.StartHz;
-  state_.Recalled = ChannelContent(state_.MemoryChannel);
-}
-
-SimBytes IcomSimControl::Execute(SimByteView command, double seconds) {
-  if (command.empty()) return {};
-  seconds_ = seconds;
-  // Switched off, it hears the command that switches it on and no other.
-  if (!state_.PowerOn && command[0] != 0x18) return {};
-  std::size_t headBytes = 0;
-  const Answer answer = Dispatch(command, headBytes);
-  // 00 and 01 are what radios tell each other; nobody acknowledges them.
-  if (command[0] <= 0x01) return {};
-  if (!answer.Ok) return {kCivBad};
-  if (answer.Data.empty()) return {kCivGood};
-  SimBytes reply(command.begin(), command.begin() + static_cast<std::ptrdiff_t>(headBytes));
-  reply.insert(reply.end(), answer.Data.begin(), answer.Data.end());
-  return reply;
-}
-
-IcomSimControl::Answer IcomSimControl::Dispatch(SimByteView command, std::size_t& headBytes) {
-  for (const HandlerRow& row : Handlers()) {
-    if (!row.Head.Begins(command)) continue;
-    headBytes = row.Head.Size;
-    return (this->*row.Run)(command.subspan(headBytes));
-  }
-  for (const SettingRow& row : Settings()) {
-    if (!row.Head.Begins(command) || (row.Models & ModelBit()) == 0) continue;
-    headBytes = row.Head.Size;
-    return ReadOrStore(row, command.subspan(headBytes));
-  }
-  return {};
-}
-
-IcomSimControl::Answer IcomSimControl::Scan(SimByteView data) {
+SimAnswer IcomSimControl::Scan(SimByteView data) {
   if (data.size() != 1) return {};
   const std::uint8_t code = data[0];
   // Auto memory write, mode select and priority scan belong to receivers that are not simulated.
@@ -112,7 +78,7 @@ IcomSimControl::Answer IcomSimControl::Scan(SimByteView data) {
   return {true};
 }
 
-IcomSimControl::Answer IcomSimControl::Attenuator(SimByteView data) {
+SimAnswer IcomSimControl::Attenuator(SimByteView data) {
   if (data.empty()) return {true, {state_.Attenuator}};
   const auto dB = BcdHigh(data);
   if (data.size() != 1 || !dB) return {};
@@ -122,39 +88,39 @@ IcomSimControl::Answer IcomSimControl::Attenuator(SimByteView data) {
   return {true};
 }
 
-IcomSimControl::Answer IcomSimControl::Accept(SimByteView) {
+SimAnswer IcomSimControl::Accept(SimByteView) {
   return {true};
 }
 
-IcomSimControl::Answer IcomSimControl::SquelchOpen(SimByteView data) {
+SimAnswer IcomSimControl::SquelchOpen(SimByteView data) {
   return {data.empty(), {0x01}};
 }
 
-IcomSimControl::Answer IcomSimControl::SignalMeter(SimByteView data) {
-  Answer answer{data.empty()};
+SimAnswer IcomSimControl::SignalMeter(SimByteView data) {
+  SimAnswer answer{data.empty()};
   const double lost = static_cast<double>(BcdHigh(SimByteView(&state_.Attenuator, 1)).value_or(0));
   const double dBm = band_.PowerAt(static_cast<double>(state_.Active().Hz), seconds_) - lost;
   PutBcdHigh(answer.Data, MeterReading(dBm), 2);
   return answer;
 }
 
-IcomSimControl::Answer IcomSimControl::QuietMeter(SimByteView data) {
+SimAnswer IcomSimControl::QuietMeter(SimByteView data) {
   return {data.empty(), {0x00, 0x00}};
 }
 
-IcomSimControl::Answer IcomSimControl::Power(SimByteView data) {
+SimAnswer IcomSimControl::Power(SimByteView data) {
   if (data.empty()) return {true, {static_cast<std::uint8_t>(state_.PowerOn ? 1 : 0)}};
   if (data.size() != 1 || data[0] > 1) return {};
   state_.PowerOn = data[0] == 1;
   return {true};
 }
 
-IcomSimControl::Answer IcomSimControl::Identify(SimByteView data) {
+SimAnswer IcomSimControl::Identify(SimByteView data) {
   return {data.empty(), {model_.Address}};
 }
 
 /// number (2 BCD) | value, as long as the item has it: items are kept, but mean nothing.
-IcomSimControl::Answer IcomSimControl::MenuItem(SimByteView data) {
+SimAnswer IcomSimControl::MenuItem(SimByteView data) {
   if (data.size() < kMenuNumberBytes || !BcdHigh(data.first(kMenuNumberBytes))) return {};
   const std::uint32_t key = 0x1A050000U | static_cast<std::uint32_t>(data[0]) << 8U | data[1];
   SimBytes& value = state_.Settings.try_emplace(key, SimBytes{0x00}).first->second;
@@ -162,7 +128,7 @@ IcomSimControl::Answer IcomSimControl::MenuItem(SimByteView data) {
     value.assign(data.begin() + kMenuNumberBytes, data.end());
     return {true};
   }
-  Answer answer{true, {data[0], data[1]}};
+  SimAnswer answer{true, {data[0], data[1]}};
   answer.Data.insert(answer.Data.end(), value.begin(), value.end());
   return answer;
 }

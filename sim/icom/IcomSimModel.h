@@ -1,5 +1,5 @@
 // The transceivers that can be simulated: address, reception, scope geometry.
-// Not what they do with a command: see IcomSimCommands.
+// Not what they do with a command: see IcomSimControl.
 #pragma once
 
 #include <array>

@@ -26,7 +26,7 @@ std::size_t PointsOfDivision(std::size_t points, std::size_t divisions, std::siz
 SimScopeView ScopeViewOf(const IcomSimControl& control) {
   SimScopeView view;
   const std::int64_t hz = control.State().Active().Hz;
-  view.Fixed = control.Setting({0x27, 0x14, 0x00}) == 1;
+  view.Fixed = control.Settings().Value({0x27, 0x14, 0x00}) == 1;
   view.RefDb = control.State().RefHalfDb / 2.0;
   if (view.Fixed) {
     const SimHzRange edges = control.FixedEdges();

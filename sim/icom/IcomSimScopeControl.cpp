@@ -1,24 +1,32 @@
-// The commands for what the scope shows; those that are a plain number are in IcomSimSettings.
+#include "sim/icom/IcomSimScopeControl.h"
 
 #include <cstdlib>
 
-#include "sim/icom/IcomSimTables.h"
-
 namespace spectrino {
 
-SimHzRange IcomSimControl::FixedEdges() const {
-  return EdgesOf(SimScopeRangeAt(state_.Active().Hz).Number, Setting({0x27, 0x16, 0x00}));
+std::optional<SimAnswer> IcomSimScopeControl::Execute(SimByteView command) {
+  using C = IcomSimScopeControl;
+  static constexpr auto kRows = std::to_array<SimCommandRow<C>>({
+      {{0x27, 0x15, 0x00}, &C::ScopeSpan},
+      {{0x27, 0x19, 0x00}, &C::ScopeReference},
+      {{0x27, 0x1E}, &C::ScopeEdges},
+  });
+  return RunSimCommand<C>(kRows, *this, command);
 }
 
-SimHzRange IcomSimControl::EdgesOf(int range, int set) const {
+SimHzRange IcomSimScopeControl::FixedEdges() const {
+  return EdgesOf(SimScopeRangeAt(state_.Active().Hz).Number, settings_.Value({0x27, 0x16, 0x00}));
+}
+
+SimHzRange IcomSimScopeControl::EdgesOf(int range, int set) const {
   const auto changed = state_.EdgeSets.find({range, set});
   return changed == state_.EdgeSets.end() ? SimDefaultEdges(range, set) : changed->second;
 }
 
 /// 27 15 00 | half span (5 BCD)
-IcomSimControl::Answer IcomSimControl::ScopeSpan(SimByteView data) {
+SimAnswer IcomSimScopeControl::ScopeSpan(SimByteView data) {
   if (data.empty()) {
-    Answer answer{true};
+    SimAnswer answer{true};
     PutBcdLow(answer.Data, static_cast<std::uint64_t>(state_.HalfSpanHz));
     return answer;
   }
@@ -32,9 +40,9 @@ IcomSimControl::Answer IcomSimControl::ScopeSpan(SimByteView data) {
 }
 
 /// 27 19 00 | dB, two decimals (2 BCD, high byte first) | 00 plus, 01 minus: -10.5 dB is 10 50 01
-IcomSimControl::Answer IcomSimControl::ScopeReference(SimByteView data) {
+SimAnswer IcomSimScopeControl::ScopeReference(SimByteView data) {
   if (data.empty()) {
-    Answer answer{true};
+    SimAnswer answer{true};
     PutBcdHigh(answer.Data, static_cast<std::uint64_t>(std::abs(state_.RefHalfDb) * 50), 2);
     answer.Data.push_back(state_.RefHalfDb < 0 ? 1 : 0);
     return answer;
@@ -48,7 +56,7 @@ IcomSimControl::Answer IcomSimControl::ScopeReference(SimByteView data) {
 }
 
 /// 27 1E | range | edge set | low edge (5 BCD) | high edge (5 BCD)
-IcomSimControl::Answer IcomSimControl::ScopeEdges(SimByteView data) {
+SimAnswer IcomSimScopeControl::ScopeEdges(SimByteView data) {
   if (data.size() != 2 && data.size() != 2 + 2 * kBcdHzBytes) return {};
   const int range = static_cast<int>(BcdHigh(data.first(1)).value_or(0));
   const int set = static_cast<int>(BcdHigh(data.subspan(1, 1)).value_or(0));
@@ -61,7 +69,7 @@ IcomSimControl::Answer IcomSimControl::ScopeEdges(SimByteView data) {
     return {true};
   }
   const SimHzRange edges = EdgesOf(range, set);
-  Answer answer{true, {data[0], data[1]}};
+  SimAnswer answer{true, {data[0], data[1]}};
   PutBcdLow(answer.Data, static_cast<std::uint64_t>(edges.LowHz));
   PutBcdLow(answer.Data, static_cast<std::uint64_t>(edges.HighHz));
   return answer;

@@ -1,8 +1,6 @@
-// The commands for frequency, mode, VFOs and memories.
+#include "sim/icom/IcomSimVfo.h"
 
 #include <utility>
-
-#include "sim/icom/IcomSimTables.h"
 
 namespace spectrino {
 
@@ -12,13 +10,41 @@ constexpr int kMemoryChannels = 99;
 
 }  // namespace
 
-bool IcomSimControl::TuneTo(std::int64_t hz) {
+IcomSimVfo::IcomSimVfo(const IcomSimModel& model, IcomSimState& state, const IcomSimSettings& settings)
+    : model_(model), state_(state), settings_(settings) {
+  for (SimVfo& vfo : state_.Vfos) vfo.Hz = model.StartHz;
+  state_.Recalled = ChannelContent(state_.MemoryChannel);
+}
+
+std::optional<SimAnswer> IcomSimVfo::Execute(SimByteView command) {
+  using C = IcomSimVfo;
+  static constexpr auto kRows = std::to_array<SimCommandRow<C>>({
+      {{0x00}, &C::SetFrequency},
+      {{0x01}, &C::SetMode},
+      {{0x02}, &C::BandEdges},
+      {{0x03}, &C::ReadFrequency},
+      {{0x04}, &C::ReadMode},
+      {{0x05}, &C::SetFrequency},
+      {{0x06}, &C::SetMode},
+      {{0x07}, &C::SelectVfo},
+      {{0x08}, &C::SelectMemory},
+      {{0x09}, &C::WriteMemory},
+      {{0x0A}, &C::MemoryToVfo},
+      {{0x1A, 0x06}, &C::DataMode},
+      {{0x1C, 0x03}, &C::TransmitFrequency},
+      {{0x25}, &C::VfoFrequency},
+      {{0x26}, &C::VfoMode},
+  });
+  return RunSimCommand<C>(kRows, *this, command);
+}
+
+bool IcomSimVfo::TuneTo(std::int64_t hz) {
   if (!model_.Receives(hz)) return false;
   state_.Active().Hz = hz;
   return true;
 }
 
-bool IcomSimControl::HasMode(std::uint8_t mode) const {
+bool IcomSimVfo::HasMode(std::uint8_t mode) const {
   switch (mode) {
     case 0x06:  // WFM
       return model_.Kind == IcomSimKind::Ic705;
@@ -34,20 +60,20 @@ bool IcomSimControl::HasMode(std::uint8_t mode) const {
   }
 }
 
-SimVfo IcomSimControl::ChannelContent(int channel) const {
+SimVfo IcomSimVfo::ChannelContent(int channel) const {
   const auto written = state_.Memories.find(channel);
   if (written != state_.Memories.end()) return written->second;
   return {model_.StartHz + 1'000 * channel, 0x01, 0, 1};
 }
 
-IcomSimControl::Answer IcomSimControl::SetFrequency(SimByteView data) {
+SimAnswer IcomSimVfo::SetFrequency(SimByteView data) {
   const auto hz = BcdLow(data);
   if (data.size() != kBcdHzBytes || !hz) return {};
   return {TuneTo(static_cast<std::int64_t>(*hz))};
 }
 
 /// mode [filter]: the filter stays the radio's own choice when it is left out.
-IcomSimControl::Answer IcomSimControl::SetMode(SimByteView data) {
+SimAnswer IcomSimVfo::SetMode(SimByteView data) {
   if (data.empty() || data.size() > 2 || !HasMode(data[0])) return {};
   const std::uint8_t filter = data.size() == 2 ? data[1] : 1;
   if (filter < 1 || filter > 3) return {};
@@ -58,19 +84,19 @@ IcomSimControl::Answer IcomSimControl::SetMode(SimByteView data) {
   return {true};
 }
 
-IcomSimControl::Answer IcomSimControl::ReadFrequency(SimByteView data) {
-  Answer answer{data.empty()};
+SimAnswer IcomSimVfo::ReadFrequency(SimByteView data) {
+  SimAnswer answer{data.empty()};
   PutBcdLow(answer.Data, static_cast<std::uint64_t>(state_.Active().Hz));
   return answer;
 }
 
-IcomSimControl::Answer IcomSimControl::ReadMode(SimByteView data) {
+SimAnswer IcomSimVfo::ReadMode(SimByteView data) {
   return {data.empty(), {state_.Active().Mode, state_.Active().Filter}};
 }
 
 /// low edge (5 BCD) | 2D | high edge (5 BCD)
-IcomSimControl::Answer IcomSimControl::BandEdges(SimByteView data) {
-  Answer answer{data.empty()};
+SimAnswer IcomSimVfo::BandEdges(SimByteView data) {
+  SimAnswer answer{data.empty()};
   for (const SimHzRange& range : model_.Coverage) {
     if (!range.Holds(state_.Active().Hz)) continue;
     PutBcdLow(answer.Data, static_cast<std::uint64_t>(range.LowHz));
@@ -80,7 +106,7 @@ IcomSimControl::Answer IcomSimControl::BandEdges(SimByteView data) {
   return answer;
 }
 
-IcomSimControl::Answer IcomSimControl::SelectVfo(SimByteView data) {
+SimAnswer IcomSimVfo::SelectVfo(SimByteView data) {
   if (data.empty()) {
     state_.MemoryMode = false;
     return {true};
@@ -114,7 +140,7 @@ IcomSimControl::Answer IcomSimControl::SelectVfo(SimByteView data) {
 }
 
 /// [channel (2 BCD)]: without a channel the memory mode as it was left.
-IcomSimControl::Answer IcomSimControl::SelectMemory(SimByteView data) {
+SimAnswer IcomSimVfo::SelectMemory(SimByteView data) {
   if (!data.empty()) {
     const auto channel = BcdHigh(data);
     if (data.size() != 2 || !channel || *channel < 1 || *channel > kMemoryChannels) return {};
@@ -125,24 +151,24 @@ IcomSimControl::Answer IcomSimControl::SelectMemory(SimByteView data) {
   return {true};
 }
 
-IcomSimControl::Answer IcomSimControl::WriteMemory(SimByteView data) {
+SimAnswer IcomSimVfo::WriteMemory(SimByteView data) {
   if (!data.empty()) return {};
   state_.Memories[state_.MemoryChannel] = state_.Active();
   return {true};
 }
 
-IcomSimControl::Answer IcomSimControl::MemoryToVfo(SimByteView data) {
+SimAnswer IcomSimVfo::MemoryToVfo(SimByteView data) {
   if (!data.empty()) return {};
   state_.Vfos[state_.Selected] = ChannelContent(state_.MemoryChannel);
   return {true};
 }
 
 /// 25 | 00 selected, 01 the other | frequency (5 BCD)
-IcomSimControl::Answer IcomSimControl::VfoFrequency(SimByteView data) {
+SimAnswer IcomSimVfo::VfoFrequency(SimByteView data) {
   if (data.empty() || data[0] > 1) return {};
   SimVfo& vfo = data[0] == 0 ? state_.Active() : state_.Vfos[1 - state_.Selected];
   if (data.size() == 1) {
-    Answer answer{true, {data[0]}};
+    SimAnswer answer{true, {data[0]}};
     PutBcdLow(answer.Data, static_cast<std::uint64_t>(vfo.Hz));
     return answer;
   }
@@ -153,7 +179,7 @@ IcomSimControl::Answer IcomSimControl::VfoFrequency(SimByteView data) {
 }
 
 /// 26 | 00 selected, 01 the other | mode | data mode | filter
-IcomSimControl::Answer IcomSimControl::VfoMode(SimByteView data) {
+SimAnswer IcomSimVfo::VfoMode(SimByteView data) {
   if (data.empty() || data[0] > 1) return {};
   SimVfo& vfo = data[0] == 0 ? state_.Active() : state_.Vfos[1 - state_.Selected];
   if (data.size() == 1) return {true, {data[0], vfo.Mode, vfo.Data, vfo.Filter}};
@@ -168,7 +194,7 @@ IcomSimControl::Answer IcomSimControl::VfoMode(SimByteView data) {
 }
 
 /// 1A 06 | data mode | filter, 00 with data mode off
-IcomSimControl::Answer IcomSimControl::DataMode(SimByteView data) {
+SimAnswer IcomSimVfo::DataMode(SimByteView data) {
   SimVfo& vfo = state_.Active();
   if (data.empty()) return {true, {vfo.Data, vfo.Data == 0 ? std::uint8_t{0} : vfo.Filter}};
   if (data.size() != 2 || data[0] > MostDataMode() || data[1] > 3) return {};
@@ -177,9 +203,9 @@ IcomSimControl::Answer IcomSimControl::DataMode(SimByteView data) {
   return {true};
 }
 
-IcomSimControl::Answer IcomSimControl::TransmitFrequency(SimByteView data) {
-  Answer answer{data.empty()};
-  const SimVfo& vfo = Setting({0x0F}) == 1 ? state_.Vfos[1 - state_.Selected] : state_.Active();
+SimAnswer IcomSimVfo::TransmitFrequency(SimByteView data) {
+  SimAnswer answer{data.empty()};
+  const SimVfo& vfo = settings_.Value({0x0F}) == 1 ? state_.Vfos[1 - state_.Selected] : state_.Active();
   PutBcdLow(answer.Data, static_cast<std::uint64_t>(vfo.Hz));
   return answer;
 }

@@ -108,7 +108,8 @@ QString HelpText() {
          "  --list-devices     print the inputs and end\n"
          "  --version, --help  print that and end\n"
          "\n"
-         "Exit status: 0; 2 for a wrong option; 3 when no device can be had.\n";
+         "Exit status: 0; 1 when a file of --screenshot or --stats cannot be written; 2 for a wrong option;\n"
+         "3 when no device can be had, or what an unattended --start asked for is not there.\n";
 }
 
 }  // namespace spectrino

@@ -9,18 +9,42 @@ namespace spectrino {
 
 namespace {
 constexpr int kHandleHeight = 10;
-}
+constexpr int kMacroStretch = BandModePanel::kButtonStretch * 5 / 4;
+}  // namespace
 
 Deck::Deck(const Parts& parts, QWidget* parent)
     : QWidget(parent),
       parts_(parts),
       bandModes_({.Backend = [this] { return parts_.Cycle.Backend(); },
+                  .Traits = [this] { return ChosenWay().Traits; },
                   .Radio = parts.State.Radio,
                   .Settings = parts.State.Settings,
                   .Store = parts.Store}),
-      macros_({.Store = parts.Store, .Settings = parts.State.Settings, .Backend = [this] {
-                 return parts_.Cycle.Backend();
-               }}) {
+      macros_({.Store = parts.Store,
+               .Backend = [this] { return parts_.Cycle.Backend(); },
+               .Traits =
+                   [this] {
+                     const Route way = ChosenWay();
+                     return way.Source != nullptr ? way.Source->Traits() : RadioTraits{};
+                   }}) {
+  Compose();
+  Connect();
+  ConnectCalibration();
+}
+
+Deck::~Deck() {
+  for (RadioKit* kit : parts_.Router.Kits()) {
+    if (QWidget* panel = kit->Panel()) panel->setParent(nullptr);
+  }
+}
+
+// By the settings, so that the texts are right before Start.
+Route Deck::ChosenWay() const {
+  const PanSettings& settings = parts_.State.Settings;
+  return parts_.Router.RouteOf(settings.Source.Id, settings.Control);
+}
+
+void Deck::Compose() {
   setObjectName("Deck");
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(0, 0, 0, 0);
@@ -33,15 +57,15 @@ Deck::Deck(const Parts& parts, QWidget* parent)
   cmdFoldDeck_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   bandPanel_ = new BandModePanel(this);
   macroPanel_ = new MacroPanel(bandPanel_);
-  bandPanel_->AddToModeRow(macroPanel_, kMacroCount);
+  // Names of modes are short, and what users write is not.
+  bandPanel_->AddToModeRow(macroPanel_, kMacroCount * kMacroStretch);
   calibration_ = new CalibrationPanel(this);
-  k4Panel_ = new K4Panel(this);
-  icomPanel_ = new IcomPanel(this);
-  for (QWidget* row :
-       std::initializer_list<QWidget*>{cmdFoldDeck_, bandPanel_, calibration_, k4Panel_, icomPanel_})
+  calibration_->hide();
+  for (QWidget* row : std::initializer_list<QWidget*>{cmdFoldDeck_, bandPanel_, calibration_})
     rows->addWidget(row);
-  for (QWidget* row : std::initializer_list<QWidget*>{calibration_, k4Panel_, icomPanel_}) row->hide();
-  Connect();
+  for (RadioKit* kit : parts_.Router.Kits()) {
+    if (QWidget* panel = kit->Panel()) rows->addWidget(panel);
+  }
 }
 
 void Deck::Connect() {
@@ -62,17 +86,33 @@ void Deck::Connect() {
           [this](int n) { ShowMacroEditor(macros_, n, *macroPanel_, window(), parts_.Window); });
 }
 
+void Deck::ConnectCalibration() {
+  PanSettings& settings = parts_.State.Settings;
+  connect(calibration_, &CalibrationPanel::sldAmplitude_Change, this,
+          [&settings](int value) { settings.DeAmp = value; });
+  connect(calibration_, &CalibrationPanel::sldPhase_Change, this,
+          [&settings](int value) { settings.DePhase = value; });
+  connect(calibration_, &CalibrationPanel::slddbm_Change, this,
+          [&settings](int value) { settings.BandLevelDb = value; });
+}
+
+void Deck::LoadCalibration() {
+  const PanSettings& settings = parts_.State.Settings;
+  calibration_->Show(settings.DeAmp, settings.DePhase, settings.BandLevelDb);
+}
+
 void Deck::ShowSource() {
   const PanSettings& settings = parts_.State.Settings;
-  const bool k4 = settings.K4 || settings.K4D;
-  k4Panel_->setVisible(k4);
-  icomPanel_->setVisible(settings.Icom);
+  const RadioKit* source = ChosenWay().Source;
+  for (RadioKit* kit : parts_.Router.Kits()) {
+    if (QWidget* panel = kit->Panel()) panel->setVisible(kit == source);
+  }
   layout_ = bandModes_.Layout();
   bandPanel_->Show(layout_);
   macroPanel_->SetupMacroButtons(macros_.LoadAll());
   cmdFoldDeck_->setVisible(!settings.BandMode);
   // Where no radio answers them the rows only take room, until they are asked for.
-  const bool radioSource = k4 || settings.Icom;
+  const bool radioSource = source != nullptr;
   if (settings.BandMode || std::exchange(radioSource_, radioSource) != radioSource)
     FoldRows(!settings.BandMode && !radioSource);
 }

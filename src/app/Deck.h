@@ -1,4 +1,4 @@
-// The rows below the plot: bands, modes and macros, calibration, and the panel of the radio in use.
+// The rows below the plot: bands, modes and macros, calibration, and the panels of the radios.
 // Composes and wires; what a press does is decided in bands/, macros/ and the radios' rooms.
 #pragma once
 
@@ -9,8 +9,6 @@
 #include "bands/BandModes.h"
 #include "bands/ui/BandModePanel.h"
 #include "capture/ui/CalibrationPanel.h"
-#include "civ/ui/IcomPanel.h"
-#include "k4/ui/K4Panel.h"
 #include "macros/Macros.h"
 #include "macros/ui/MacroPanel.h"
 #include "platform/WindowCommands.h"
@@ -28,9 +26,12 @@ class Deck final : public QWidget {
     Session& State;
     SettingsStore& Store;
     RunCycle& Cycle;
+    const RigRouter& Router;
     WindowCommands& Window;
   };
   Deck(const Parts& parts, QWidget* parent);
+  /// Gives the kits' panels back.
+  ~Deck() override;
 
   /// The rows of the chosen source, with its bands, modes and macros; after settings were loaded and when
   /// another source was chosen.
@@ -39,17 +40,19 @@ class Deck final : public QWidget {
   /// Which band and mode are in use. radioMode: of the receiver that the mode buttons address.
   void ShowCurrent(int radioMode);
 
-  [[nodiscard]] CalibrationPanel* Calibration() const { return calibration_; }
-  [[nodiscard]] K4Panel* K4() const { return k4Panel_; }
-  [[nodiscard]] IcomPanel* Icom() const { return icomPanel_; }
+  /// The sliders where the settings have them.
+  void LoadCalibration();
 
  signals:
   /// A band or a macro was pressed; before it goes to the radio.
   void Retuning();
 
  private:
+  void Compose();
   void Connect();
+  void ConnectCalibration();
   void FoldRows(bool folded);
+  [[nodiscard]] Route ChosenWay() const;
 
   Parts parts_;
   BandModes bandModes_;
@@ -58,8 +61,6 @@ class Deck final : public QWidget {
   BandModePanel* bandPanel_;
   MacroPanel* macroPanel_;
   CalibrationPanel* calibration_;
-  K4Panel* k4Panel_;
-  IcomPanel* icomPanel_;
   DeckLayout layout_;
   std::optional<bool> radioSource_;  ///< as it was shown last
   bool folded_ = false;

@@ -19,6 +19,12 @@ extern "C" void TellEventLoop(int) {
 
 constexpr int kEndSignals[] = {SIGTERM, SIGINT, SIGHUP};
 
+/// nohup, or a shell without job control: whoever started the program wants it to go on.
+bool IsIgnored(int signal) {
+  struct sigaction now = {};
+  return ::sigaction(signal, nullptr, &now) == 0 && now.sa_handler == SIG_IGN;
+}
+
 }  // namespace
 
 EndSignals::EndSignals(QObject* parent) : QObject(parent) {
@@ -31,11 +37,13 @@ EndSignals::EndSignals(QObject* parent) : QObject(parent) {
   struct sigaction action = {};
   action.sa_handler = TellEventLoop;
   action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
-  for (const int signal : kEndSignals) ::sigaction(signal, &action, nullptr);
+  for (const int signal : kEndSignals)
+    if (!IsIgnored(signal)) ::sigaction(signal, &action, nullptr);
 }
 
 EndSignals::~EndSignals() {
-  for (const int signal : kEndSignals) std::signal(signal, SIG_DFL);
+  for (const int signal : kEndSignals)
+    if (!IsIgnored(signal)) std::signal(signal, SIG_DFL);
   ::close(wakeUp[0]);
   ::close(wakeUp[1]);
 }

@@ -8,7 +8,8 @@ namespace spectrino {
 class EndSignals final : public QObject {
   Q_OBJECT
  public:
-  /// One per program. The first signal is told; a second one ends the program at once.
+  /// One per program. Signals that are ignored stay so. The first signal is told; a second one ends the
+  /// program at once.
   explicit EndSignals(QObject* parent = nullptr);
   ~EndSignals() override;
 

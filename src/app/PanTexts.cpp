@@ -29,14 +29,38 @@ QString ModeText(int radioMode) {
   }
 }
 
-std::string InfoText(const Session& session, const RunCycle& cycle, const std::string& radioModel) {
-  const double spanKHz = cycle.Scale().Geometry.ShownSpanHz() / 1000;
-  QString text = QString("Span %1 kHz").arg(spanKHz, 0, 'g', 5);
-  if (RadioSourceActive(session.Radio)) {
-    text += "   " + QString::fromStdString(radioModel);
+namespace {
+
+/// What is wrong with a link; nothing while it is as it should be.
+QString HealthText(LinkState state) {
+  switch (state) {
+    case LinkState::Connecting:
+      return " (connecting)";
+    case LinkState::Silent:
+      return " (silent)";
+    case LinkState::Lost:
+      return " (lost)";
+    case LinkState::Closed:
+    case LinkState::Live:
+      return {};
+  }
+  return {};
+}
+
+}  // namespace
+
+std::string InfoText(const Session& session, RunCycle& cycle) {
+  const FrameGeometry& geometry = cycle.Scale().State().Geometry;
+  QString text;
+  if (geometry.Valid()) text = QString("Span %1 kHz   ").arg(geometry.ShownSpanHz() / 1000, 0, 'g', 5);
+  if (session.Radio.OwnSpectrum) {
+    const RadioKit* source = cycle.View().Way.Source;
+    const std::string model = source != nullptr ? source->Model() : std::string();
+    text += QString::fromStdString(model.empty() ? cycle.View().SourceName : model);
+    if (source != nullptr) text += HealthText(source->Health().State);
   } else {
-    const ZoomPlan& plan = cycle.Plan();
-    text += QString("   Range %1 dB   FFT %2 (%3 Hz)")
+    const ZoomPlan& plan = cycle.View().Plan;
+    text += QString("Range %1 dB   FFT %2 (%3 Hz)")
                 .arg(RangeDb(session.Settings.RangeDivisor))
                 .arg(1 << plan.FftBits)
                 .arg(static_cast<double>(plan.SampleRate) / (1 << plan.FftBits), 0, 'f', 1);

@@ -13,7 +13,7 @@ namespace spectrino {
 [[nodiscard]] QString ModeText(int radioMode);
 
 /// Span, range, FFT length and resolution, or the radio's model: the line at the top of the plot.
-[[nodiscard]] std::string InfoText(const Session& session, const RunCycle& cycle,
-                                   const std::string& radioModel);
+/// While a radio's first line is awaited its span is not known, and not told.
+[[nodiscard]] std::string InfoText(const Session& session, RunCycle& cycle);
 
 }  // namespace spectrino

@@ -2,17 +2,20 @@
 
 #include <QGuiApplication>
 #include <QMessageBox>
+#include <utility>
 
 #include "run/SetupChecks.h"
 #include "settings/Keys.h"
-#include "settings/SerialAlias.h"
-#include "settings/SetupSection.h"
 
 namespace spectrino {
 namespace {
 
+using namespace std::chrono_literals;
+
 constexpr std::uint32_t kDemoSeed = 7;
-constexpr int kIcomSimMs = 3;
+/// The thread that writes tries again: the end of the program must not wait long for one try.
+constexpr auto kLockTry = 100ms;
+constexpr auto kLastSaving = 2s;
 
 bool NobodyWatches(const CommandLine& line) {
   return line.QuitAfterSeconds.has_value() || QGuiApplication::platformName() == "offscreen";
@@ -22,44 +25,62 @@ bool NobodyWatches(const CommandLine& line) {
 
 Program::Program(const CommandLine& line)
     : user_(NobodyWatches(line)),
-      settingsFile_(line.Demo == DemoKind::None ? DefaultSettingsFolder() : demoFolder_.path().toStdString()),
+      settingsFile_(SettingsFolder(demoFolder_, line.Demo), kLockTry),
       store_(settingsFile_, user_),
       times_(std::make_unique<StageTimes>()),
       pulse_(user_),
       demo_(
           clock_, [this] { return cycle_->ZeroFreqMHz(); }, kDemoSeed) {
+  store_.WriteInBackground([this] {
+    QMetaObject::invokeMethod(
+        &user_, [this] { store_.Collect(); }, Qt::QueuedConnection);
+  });
   session_.SearchHost = line.Demo == DemoKind::None;
+  // A newcomer has chosen nothing yet: show what the program is about.
+  session_.FirstRun = settingsFile_.Stamp(std::string(kOwnApplication)) == 0;
+  radios_ = std::make_unique<Radios>(KitParts{.Store = store_,
+                                              .Settings = session_.Settings,
+                                              .User = user_,
+                                              .Pump = pump_,
+                                              .Time = clock_,
+                                              .Abandoned = [this] { return cycle_->StopRequested(); },
+                                              .Unattended = NobodyWatches(line)});
+  demoRadio_ = std::make_unique<DemoRadio>(line.Demo, radios_->Sources(), store_, user_);
   LoadIqFiles(line.IqFiles);
   std::vector<SoundInput*> inputs{&pulse_, &demo_};
   for (const auto& file : iqFiles_) inputs.push_back(file.get());
-  devices_ = std::make_unique<DeviceList>(std::move(inputs));
+  devices_ = std::make_unique<DeviceList>(std::move(inputs), radios_->Sources());
   devices_->InitDevices();
   ChooseForThisRun(line);
-  // A newcomer has chosen nothing yet: show what the program is about.
-  session_.FirstRun = settingsFile_.Stamp(std::string(kOwnApplication)) == 0;
-  k4Bands_ = icomBands_ = LoadBandMemory(store_);
-  if (line.Demo == DemoKind::K4 || line.Demo == DemoKind::K4D) StartK4Demo(line.Demo == DemoKind::K4D);
-  if (line.Demo == DemoKind::Icom) StartIcomDemo();
-  k4_ = std::make_unique<K4Rig>(K4Rig::Parts{store_, user_, pump_, clock_,
-                                             [this] { return cycle_->StopRequested(); }, k4Bands_,
-                                             NobodyWatches(line)});
-  icom_ = std::make_unique<IcomRig>(IcomRig::Parts{store_, user_, pump_, clock_, icomBands_});
-  RigBackends backends;
-  backends.K4 = &k4_->Backend();
-  backends.K4Link = &k4_->Link();
-  backends.Icom = &icom_->Backend();
-  backends.IcomLink = &icom_->Link();
-  const RigRouter router(backends);
   cycle_ = std::make_unique<RunCycle>(
-      session_, RunParts{*devices_, display_, store_, user_, pump_, clock_, *times_, router});
+      session_, RunParts{*devices_, display_, store_, user_, pump_, clock_, *times_, radios_->Router()});
   window_ = std::make_unique<frmPan>(frmPan::Parts{session_, *devices_, store_, user_, display_, *cycle_,
-                                                   *times_, clock_, ports_, *k4_, *icom_});
+                                                   *times_, clock_, ports_, radios_->Router()});
   window_->SettingsLoaded = [this](const PanSettings& settings) {
     pulse_.SetRealTimePriority(settings.Priority);
   };
 }
 
-Program::~Program() = default;
+Program::~Program() {
+  static_cast<void>(FinishSaving());
+}
+
+std::string Program::SettingsFolder(std::optional<DemoFolder>& demo, DemoKind kind) {
+  return kind == DemoKind::None ? DefaultSettingsFolder() : demo.emplace().Path().toStdString();
+}
+
+std::string Program::FinishSaving() {
+  // Whoever was told once that it does not work need not wait again.
+  std::string unsaved = store_.Finish(gaveUp_ ? 0ms : kLastSaving);
+  gaveUp_ = !unsaved.empty();
+  return unsaved;
+}
+
+bool Program::FailedToRun() const {
+  const RadioKit* source = cycle_->View().Way.Source;
+  const bool missing = source != nullptr && times_->Lines == 0 && source->Health().State == LinkState::Lost;
+  return cycle_->StartFailed() || missing;
+}
 
 void Program::LoadIqFiles(const QStringList& paths) {
   for (const QString& path : paths) {
@@ -75,55 +96,10 @@ void Program::LoadIqFiles(const QStringList& paths) {
 
 // A demo and a recording are chosen for this run alone; what is stored stays as it is.
 void Program::ChooseForThisRun(const CommandLine& line) {
-  SoundInput* wanted = !iqFiles_.empty()           ? static_cast<SoundInput*>(iqFiles_.front().get())
-                       : line.Demo == DemoKind::Iq ? static_cast<SoundInput*>(&demo_)
-                                                   : nullptr;
-  if (wanted == nullptr) return;
-  for (const DeviceList::Entry& entry : devices_->Entries()) {
-    if (entry.Input == wanted) session_.ForcedDeviceId = entry.Device.StableId;
-  }
-}
-
-// The simulated radio answers on ports of its own; the settings that lead to it live as long as the demo.
-void Program::StartK4Demo(bool isK4D) {
-  k4Sim_ = std::make_unique<K4SimServer>(K4SimServer::Options{
-      .IsK4D = isK4D, .RateHz = 24, .CatPort = 0, .PanPort = 0, .Operator = false, .Faults = {}});
-  if (!k4Sim_->Start()) {
-    user_.ShowMessage("Spectrino", "The simulated K4 found no free port on this machine.",
-                      Severity::Critical);
-    return;
-  }
-  SetupSection setup(store_);
-  SetupBatch(setup)
-      .Put(key::kK4, !isK4D)
-      .Put(key::kK4D, isK4D)
-      .Put(key::kCatControl, static_cast<int>(CatControl::RadioDirect))
-      .Put(key::kK4Address, "127.0.0.1")
-      .Put(key::kK4CatPort, k4Sim_->CatPort())
-      .Put(key::kK4PanPort, k4Sim_->PanPort())
-      .Save();
-}
-
-// The simulated radio sits behind a pseudo-terminal, opened as a real radio's port is.
-void Program::StartIcomDemo() {
-  icomSim_ = std::make_unique<IcomSimPort>(IcomSimSetup{}, "", std::chrono::steady_clock::now());
-  std::string reason;
-  if (!icomSim_->Open(reason)) {
-    user_.ShowMessage("Spectrino", "The simulated Icom found no terminal: " + reason, Severity::Critical);
-    return;
-  }
-  QObject::connect(&icomSimTimer_, &QTimer::timeout,
-                   [this] { icomSim_->Process(std::chrono::steady_clock::now()); });
-  icomSimTimer_.setTimerType(Qt::PreciseTimer);
-  icomSimTimer_.start(kIcomSimMs);
-  SetupSection setup(store_);
-  SetupBatch(setup)
-      .Put(key::kIcom, true)
-      .Put(key::kCatControl, static_cast<int>(CatControl::RadioDirect))
-      .Put(key::kPort, 1)
-      .Put(key::kIcAddress, "94")
-      .Save();
-  SaveSerialAlias(store_, 1, icomSim_->TerminalPath());
+  const SourceList& sources = devices_->Sources();
+  session_.ForcedSource = sources.First(SourceKind::Recording);
+  if (!session_.ForcedSource && line.Demo == DemoKind::Iq)
+    session_.ForcedSource = sources.First(SourceKind::Demo);
 }
 
 void Program::TellNoDevices() {

@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "display/Overlays.h"
 #include "state/FrequencyText.h"
@@ -17,6 +18,20 @@ namespace {
 
 constexpr int kLastZoom = 5;
 constexpr double kSameDialMHz = 2e-6;
+constexpr double kDragBegins = 3;  // logical pixels
+
+PassbandGrip GripOf(MiniPanPart part) {
+  switch (part) {
+    case MiniPanPart::LowEdge:
+      return PassbandGrip::LowEdge;
+    case MiniPanPart::HighEdge:
+      return PassbandGrip::HighEdge;
+    case MiniPanPart::Passband:
+      return PassbandGrip::Middle;
+    default:
+      return PassbandGrip::None;
+  }
+}
 
 // Letters typed there choose or edit.
 bool TakesLetters(const QWidget* widget) {
@@ -35,31 +50,43 @@ TuningInput::TuningInput(const Parts& parts)
               .Time = parts.Time,
               .Window = *this,
               .Backend = [this] { return parts_.Cycle.Backend(); },
-              .Running = [this] { return parts_.Cycle.Running(); },
-              .Control = [this] { return parts_.Cycle.Control(); }}) {
+              .Traits = [this] { return parts_.Cycle.View().Way.Traits; },
+              .SpanOwner = [this] { return parts_.Cycle.SpanOwner(); },
+              .Running = [this] { return parts_.Cycle.Running(); }}) {
   ScopeWidget* scope = parts.Scope;
   connect(scope, &ScopeWidget::MouseDown, this, &TuningInput::MouseDown);
   connect(scope, &ScopeWidget::HoverMoved, this, &TuningInput::Hover);
-  connect(scope, &ScopeWidget::Dragged, this, [this](QPointF, QPointF at) { Pan(at); });
-  connect(scope, &ScopeWidget::DragEnded, this, [this] { panFromX_.reset(); });
+  connect(scope, &ScopeWidget::Dragged, this, [this](QPointF from, QPointF at) {
+    Pan(at);
+    DragPassband(from, at);
+  });
+  connect(scope, &ScopeWidget::DragEnded, this, &TuningInput::ReleaseButton);
   connect(scope, &ScopeWidget::WheelTurned, this, &TuningInput::Wheel);
   RangePanel* strip = parts.Strip;
   connect(strip, &RangePanel::cmdSpot_Click, this, [this] { tuner_.cmdSpot_Click(); });
   connect(strip, &RangePanel::cmdUndo_Click, this, [this] { tuner_.cmdUndo_Click(); });
   connect(strip, &RangePanel::cmdUpDn_Click, this,
-          [this](int index) { tuner_.cmdUpDn_Click(index, parts_.Cycle.Scale().LabelCentreMHz); });
+          [this](int index) { tuner_.cmdUpDn_Click(index, parts_.Cycle.Scale().State().LabelCentreMHz); });
   connect(parts.Header, &HeaderPanel::FrequencyTyped, this, [this](int vfo, const QString& text) {
     tuner_.EnterFrequency(vfo == 0 ? Vfo::A : Vfo::B, TypedMHz(text.toStdString()));
   });
-  parts_.Cycle.SpotFrame = [this](const SpectrumLine& line) {
+  parts_.Cycle.Frames().SpotFrame = [this](const SpectrumLine& line) {
     const RadioState& radio = parts_.State.Radio;
     if (const auto dial = SpotFrequency(line, MainPassband(radio), radio.MainFreqMHz, radio.RadioMode))
       tuner_.TuneTo(*dial);
+    else
+      TellNoSpot();
   };
 }
 
+void TuningInput::TellNoSpot() {
+  const QString text = QObject::tr("Spot: no signal in or beside the passband");
+  parts_.Scope->ShowPassing(text);
+  parts_.Scope->Announce(text);
+}
+
 TuningInput::~TuningInput() {
-  parts_.Cycle.SpotFrame = nullptr;
+  parts_.Cycle.Frames().SpotFrame = nullptr;
 }
 
 void TuningInput::MouseDown(QPointF at, Qt::MouseButton button, Qt::KeyboardModifiers modifiers) {
@@ -69,21 +96,53 @@ void TuningInput::MouseDown(QPointF at, Qt::MouseButton button, Qt::KeyboardModi
     return;
   }
   peak_.reset();
+  held_.reset();
   Hover(at);
-  tuner_.Scope_MouseDown(button == Qt::LeftButton ? ClickButton::Left : ClickButton::Right,
-                         parts_.Display.TuneFreqMHz(at), parts_.Display.InRightStrip(at));
+  const ClickButton click = button == Qt::LeftButton ? ClickButton::Left : ClickButton::Right;
+  const PlotPointer under = parts_.Display.At(at);
+  const MiniPanHit hit = under.MiniPan();
+  if (const PassbandGrip grip = GripOf(hit.Part); grip != PassbandGrip::None) {
+    held_ = {hit, click};
+    tuner_.GripPassband(grip, hit.Sub ? Vfo::B : Vfo::A);
+    return;
+  }
+  // A mini-pan is its receiver's, whichever button.
+  const bool sub = hit.Part != MiniPanPart::None ? hit.Sub : click == ClickButton::Right;
+  tuner_.Scope_MouseDown(sub ? ClickButton::Right : ClickButton::Left, under.TuneFreqMHz(),
+                         under.InRightStrip());
 }
 
 // A filter is dragged in the mini-pans alone: near the dial every click would change it.
 void TuningInput::Hover(QPointF at) {
+  if (held_) return;
+  const MiniPanHit under = parts_.Display.At(at).MiniPan();
+  const PassbandGrip grip = GripOf(under.Part);
   PassbandDragMode mode = PassbandDragMode::None;
-  if (parts_.State.Radio.K4Active) {
-    const MiniPanPassband under = parts_.Display.MiniPanPassbandAt(at);
-    if (under == MiniPanPassband::Main) mode = PassbandDragMode::Main;
-    if (under == MiniPanPassband::Sub) mode = PassbandDragMode::Sub;
-  }
+  if (grip != PassbandGrip::None) mode = under.Sub ? PassbandDragMode::Sub : PassbandDragMode::Main;
   tuner_.SetPassbandDrag(mode);
-  parts_.Scope->setCursor(mode == PassbandDragMode::None ? Qt::CrossCursor : Qt::SizeHorCursor);
+  Qt::CursorShape shape = grip == PassbandGrip::None ? Qt::CrossCursor : Qt::SizeHorCursor;
+  if (grip == PassbandGrip::Middle) shape = Qt::OpenHandCursor;
+  if (parts_.Scope->cursor().shape() != shape) parts_.Scope->setCursor(shape);
+}
+
+void TuningInput::DragPassband(QPointF from, QPointF at) {
+  if (!held_) return;
+  const double moved = at.x() - from.x();
+  if (!held_->Moved && std::abs(moved) < kDragBegins) return;
+  if (!held_->Moved && held_->Hit.Part == MiniPanPart::Passband)
+    parts_.Scope->setCursor(Qt::ClosedHandCursor);
+  held_->Moved = true;
+  tuner_.DragPassband(moved * parts_.Display.Layout().Scale * held_->Hit.HzPerPixel);
+}
+
+// Pressed and let go in one place it was a click.
+void TuningInput::ReleaseButton() {
+  panFromX_.reset();
+  tuner_.LetPassbandGo();
+  if (!held_) return;
+  const HeldPassband held = *std::exchange(held_, std::nullopt);
+  if (!held.Moved) tuner_.Scope_MouseDown(held.Button, held.Hit.FreqMHz, false);
+  if (held.Moved) parts_.Scope->setCursor(Qt::CrossCursor);
 }
 
 double TuningInput::PlotShare(double logicalX) const {
@@ -94,7 +153,7 @@ double TuningInput::PlotShare(double logicalX) const {
 void TuningInput::Pan(QPointF at) {
   if (!panFromX_) return;
   const double wanted = PlotShare(*panFromX_ - at.x());
-  const double moved = parts_.Cycle.PanBy(wanted);
+  const double moved = parts_.Cycle.Scale().PanBy(wanted);
   if (moved == 0) return;
   // What is less than a point waits for the next movement.
   *panFromX_ += (at.x() - *panFromX_) * moved / wanted;
@@ -114,10 +173,10 @@ void TuningInput::Wheel(QPointF at, int delta, Qt::KeyboardModifiers modifiers) 
 void TuningInput::ZoomWheel(QPointF at, int delta) {
   const int notches = zoomNotches_.Add(delta, parts_.Time.Now());
   if (notches == 0) return;
-  if (RadioSourceActive(parts_.State.Radio)) {
+  if (parts_.State.Radio.OwnSpectrum) {
     // Closer is narrower. A radio without span steps shows what it shows.
-    if (RigBackend* backend = parts_.Cycle.Backend()) {
-      for (int i = 0; i < std::abs(notches); ++i) (void)backend->StepSpan(notches > 0 ? -1 : 1);
+    if (RigBackend* owner = parts_.Cycle.SpanOwner()) {
+      for (int i = 0; i < std::abs(notches); ++i) owner->StepSpan(notches > 0 ? -1 : 1);
     }
     return;
   }
@@ -194,18 +253,19 @@ bool TuningInput::TuneToPeak() {
 void TuningInput::ShowPeak(int direction) {
   if (!parts_.Cycle.Running()) return;
   const double dialMHz = parts_.State.Radio.MainFreqMHz;
-  const auto peak = FindPeak(parts_.Cycle.Line(), PeakStands() ? peak_->FreqMHz : dialMHz, direction);
+  const auto peak = FindPeak(parts_.Cycle.View().Line, PeakStands() ? peak_->FreqMHz : dialMHz, direction);
   if (!peak) {
     parts_.Scope->Announce(direction > 0 ? QObject::tr("No signal above") : QObject::tr("No signal below"));
     return;
   }
   peak_ = {peak->FreqMHz, dialMHz};
-  const FrameGeometry& shown = parts_.Cycle.Scale().Geometry;
+  PlotScale& plot = parts_.Cycle.Scale();
+  const FrameGeometry& shown = plot.State().Geometry;
   // In a zoomed window it may stand outside.
   const double middleMHz = (shown.LeftMHz + shown.RightMHz) / 2;
   if (peak->FreqMHz < shown.LeftMHz || peak->FreqMHz > shown.RightMHz)
-    parts_.Cycle.PanBy((peak->FreqMHz - middleMHz) / (shown.RightMHz - shown.LeftMHz));
-  const ScaleState& scale = parts_.Cycle.Scale();
+    plot.PanBy((peak->FreqMHz - middleMHz) / (shown.RightMHz - shown.LeftMHz));
+  const ScaleState& scale = plot.State();
   const PlotLayout& layout = parts_.Display.Layout();
   const double x = scale.Geometry.FrequencyToPixel(peak->FreqMHz) / layout.Scale;
   parts_.Display.SetHover(QPointF(x, (layout.TopMargin + layout.PlotHeight / 2.0) / layout.Scale));
@@ -225,11 +285,14 @@ void TuningInput::AfterPass() {
 
 void TuningInput::RunChanged(bool running) {
   if (running) {
-    parts_.Strip->SetUpDnStep(parts_.State.Radio.K4Active ? "50kHz" : "100kHz");
+    const Route& way = parts_.Cycle.View().Way;
+    const std::string_view step = (way.Source != nullptr ? way.Source->Traits() : way.Traits).StepText;
+    parts_.Strip->SetUpDnStep(QString::fromUtf8(step.data(), static_cast<qsizetype>(step.size())));
     return;
   }
   tuner_.RunEnded();
   peak_.reset();
+  held_.reset();
   parts_.Scope->EndAnnouncement();
 }
 

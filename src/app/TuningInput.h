@@ -52,11 +52,14 @@ class TuningInput final : public QObject, private TuningWindow {
   void ToggleFullScreen() override { parts_.Window.ToggleFullScreen(); }
   void StepZoom(int direction, bool wraps) override;
   void ZoomOff() override;
-  void RestartTraces() override { parts_.Cycle.RestartTraces(); }
-  void RequestSpot() override { parts_.Cycle.RequestSpot(); }
+  void RestartTraces() override { parts_.Cycle.Frames().RestartTraces(); }
+  void RequestSpot() override { parts_.Cycle.Frames().RequestSpot(); }
 
   void MouseDown(QPointF at, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
   void Hover(QPointF at);
+  void DragPassband(QPointF from, QPointF at);
+  void ReleaseButton();
+  void TellNoSpot();
   void Pan(QPointF at);
   void Wheel(QPointF at, int delta, Qt::KeyboardModifiers modifiers);
   void ZoomWheel(QPointF at, int delta);
@@ -70,6 +73,12 @@ class TuningInput final : public QObject, private TuningWindow {
   Tuner tuner_;
   bool wheelAllowed_ = true;
   std::optional<double> panFromX_;  ///< logical; while the plot is being dragged
+  struct HeldPassband {
+    MiniPanHit Hit;
+    ClickButton Button = ClickButton::Left;
+    bool Moved = false;  ///< far enough to be no click
+  };
+  std::optional<HeldPassband> held_;  ///< while a button is down on it
   NotchCounter zoomNotches_;
   struct ChosenPeak {
     double FreqMHz = 0;

@@ -1,56 +1,66 @@
 #include "app/frmPan.h"
 
+#include <QApplication>
 #include <QCloseEvent>
-#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QShortcut>
 #include <QVBoxLayout>
 #include <utility>
 
 #include "app/Manual.h"
+#include "app/WindowPlace.h"
+#include "settings/SetupSection.h"
+#include "settings/ui/frmSetupPan.h"
 
 namespace spectrino {
 
 namespace {
-constexpr int kStoreRangeMs = 700;
-constexpr int kIdleShowMs = 100;  // how old header and markers may get without a new frame
-}  // namespace
+constexpr int kFirstRunWaterfall = 3;  // half the picture
+}
 
-frmPan::frmPan(const Parts& parts) : parts_(parts) {
+frmPan::frmPan(const Parts& parts)
+    : parts_(parts), range_(parts.State, parts.Store), sources_(parts.State, parts.Devices, parts.Store) {
   setObjectName("frmPan");
   setWindowTitle(QString("Spectrino V%1").arg(QCoreApplication::applicationVersion()));
   setMinimumSize(727, 345);
   Compose();
   ConnectHeader();
   ConnectStrip();
-  ConnectCalibration();
-  tuning_ = std::make_unique<TuningInput>(TuningInput::Parts{.State = parts_.State,
-                                                             .Cycle = parts_.Cycle,
-                                                             .Display = parts_.Display,
-                                                             .Time = parts_.Time,
-                                                             .Window = *this,
-                                                             .Scope = scope_,
-                                                             .Strip = range_,
-                                                             .Header = header_,
-                                                             .ZoomChanged = [this] { ShowScaleChange(); }});
+  tuning_ =
+      std::make_unique<TuningInput>(TuningInput::Parts{.State = parts_.State,
+                                                       .Cycle = parts_.Cycle,
+                                                       .Display = parts_.Display,
+                                                       .Time = parts_.Time,
+                                                       .Window = *this,
+                                                       .Scope = scope_,
+                                                       .Strip = strip_,
+                                                       .Header = header_,
+                                                       .ZoomChanged = [this] { view_->ShowScaleChange(); }});
+  view_ = std::make_unique<PanView>(PanView::Parts{.State = parts_.State,
+                                                   .Cycle = parts_.Cycle,
+                                                   .Display = parts_.Display,
+                                                   .Times = parts_.Times,
+                                                   .Time = parts_.Time,
+                                                   .Tuning = *tuning_,
+                                                   .Header = header_,
+                                                   .Scope = scope_,
+                                                   .Strip = strip_,
+                                                   .Rows = deck_});
   connect(deck_, &Deck::Retuning, this, [this] { tuning_->Retuning(); });
   passTimer_.setSingleShot(true);
   passTimer_.setTimerType(Qt::PreciseTimer);
   connect(&passTimer_, &QTimer::timeout, this, &frmPan::RunPass);
-  rangeTimer_.setSingleShot(true);
-  rangeTimer_.setInterval(kStoreRangeMs);
-  connect(&rangeTimer_, &QTimer::timeout, this, &frmPan::StoreRange);
-  parts_.Cycle.RunningChanged = [this] { ShowRunState(); };
+  parts_.Cycle.RunningChanged = [this] { RunningChanged(); };
   parts_.User.SetWindow(this);
-  parts_.K4.Attach(deck_->K4(), this, [this](bool allow) { AllowOnTop(allow); });
-  parts_.Icom.Attach({.Panel = deck_->Icom(), .Window = this, .Commands = this});
+  for (RadioKit* kit : parts_.Router.Kits()) kit->SetWindow(this);
   connect(&parts_.User, &QtNotifier::StatusChanged, scope_, &ScopeWidget::ShowStatus);
 }
 
 frmPan::~frmPan() {
+  parts_.Cycle.RunningChanged = nullptr;
+  for (RadioKit* kit : parts_.Router.Kits()) kit->SetWindow(nullptr);
+  view_.reset();
   tuning_.reset();
-  parts_.K4.Detach();
-  parts_.Icom.Detach();
 }
 
 void frmPan::Compose() {
@@ -70,27 +80,37 @@ void frmPan::Compose() {
   cmdFold_->setAccessibleName(tr("Fold the controls away"));
   cmdFold_->setFixedWidth(10);
   cmdFold_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
-  range_ = new RangePanel(body);
+  strip_ = new RangePanel(body);
   middle->addWidget(scope_, 1);
   middle->addWidget(cmdFold_);
-  middle->addWidget(range_);
+  middle->addWidget(strip_);
   rows->addLayout(middle, 1);
 
-  deck_ =
-      new Deck({.State = parts_.State, .Store = parts_.Store, .Cycle = parts_.Cycle, .Window = *this}, body);
+  deck_ = new Deck({.State = parts_.State,
+                    .Store = parts_.Store,
+                    .Cycle = parts_.Cycle,
+                    .Router = parts_.Router,
+                    .Window = *this},
+                   body);
   rows->addWidget(deck_);
   setCentralWidget(body);
 
   connect(cmdFold_, &QToolButton::clicked, this, [this] { FoldStrip(!stripFolded_); });
   connect(scope_, &ScopeWidget::ResizeBegun, this, [this] {
-    if (!std::exchange(parts_.State.ResizeInProgress, true)) parts_.Icom.Link().BeforeLayout();
+    if (!std::exchange(parts_.State.ResizeInProgress, true)) PauseLines(true);
   });
   connect(scope_, &ScopeWidget::Resized, this, [this] {
-    if (std::exchange(parts_.State.ResizeInProgress, false)) parts_.Icom.Link().AfterLayout(isMinimized());
+    if (std::exchange(parts_.State.ResizeInProgress, false)) PauseLines(false);
     parts_.Cycle.UpdateScale();
   });
   auto* escape = new QShortcut(Qt::Key_Escape, this);
-  connect(escape, &QShortcut::activated, this, &frmPan::ToggleFullScreen);
+  connect(escape, &QShortcut::activated, this, [this] {
+    // An open list or menu is what Esc closes first.
+    if (QWidget* popup = QApplication::activePopupWidget())
+      popup->close();
+    else
+      ToggleFullScreen();
+  });
   FoldStrip(false);
 }
 
@@ -113,40 +133,100 @@ void frmPan::ConnectHeader() {
 
 void frmPan::ConnectStrip() {
   RunCycle& cycle = parts_.Cycle;
-  const auto thenShow = [this](void (RunCycle::*action)()) {
-    return [this, action] {
-      (parts_.Cycle.*action)();
-      RangeChanged();
-      ShowScaleChange();
-    };
+  const auto change = [this](auto signal, void (PlotScale::*action)()) {
+    connect(strip_, signal, this, [this, action] {
+      (parts_.Cycle.Scale().*action)();
+      range_.Changed();
+      view_->ShowScaleChange();
+    });
   };
-  connect(range_, &RangePanel::Command1_Click, this, thenShow(&RunCycle::ReferenceUp));
-  connect(range_, &RangePanel::Command18_Click, this, thenShow(&RunCycle::ReferenceDown));
-  connect(range_, &RangePanel::Command3_Click, this, thenShow(&RunCycle::RangeUp));
-  connect(range_, &RangePanel::Command2_Click, this, thenShow(&RunCycle::RangeDown));
-  connect(range_, &RangePanel::optDisp_Click, this, [&cycle](int index) { cycle.SetDisplayMode(index); });
-  connect(range_, &RangePanel::optZoom_Click, this, [this, &cycle](int index) {
+  change(&RangePanel::Command1_Click, &PlotScale::ReferenceUp);
+  change(&RangePanel::Command18_Click, &PlotScale::ReferenceDown);
+  change(&RangePanel::Command3_Click, &PlotScale::RangeUp);
+  change(&RangePanel::Command2_Click, &PlotScale::RangeDown);
+  connect(strip_, &RangePanel::optDisp_Click, this,
+          [&cycle](int index) { cycle.Frames().SetDisplayMode(index); });
+  connect(strip_, &RangePanel::optZoom_Click, this, [this, &cycle](int index) {
     cycle.SetZoom(index);
-    ShowScaleChange();
+    view_->ShowScaleChange();
   });
-  connect(range_, &RangePanel::optWaterfall_Click, this, [this](int index) {
+  connect(strip_, &RangePanel::optWaterfall_Click, this, [this](int index) {
     parts_.State.Settings.WaterfallSel = index;
-    ApplyDisplayOptions();
+    view_->ApplyOptions();
+    parts_.Cycle.UpdateScale();
+    scope_->update();
   });
-  connect(range_, &RangePanel::chkBPH_Click, this,
+  connect(strip_, &RangePanel::chkBPH_Click, this,
           [this](bool on) { parts_.State.Settings.BackgroundPeakHold = on; });
-  connect(range_, &RangePanel::cmdIQ_Click, deck_, &Deck::ShowCalibration);
+  connect(strip_, &RangePanel::cmdIQ_Click, deck_, &Deck::ShowCalibration);
 }
 
-void frmPan::ConnectCalibration() {
+void frmPan::LoadWindow() {
+  LoadStartup(SetupSection(parts_.Store), parts_.State.Settings);
+  if (parts_.State.FirstRun) parts_.State.Settings.WaterfallSel = kFirstRunWaterfall;
+  RestorePlace(*this, parts_.Store);
+  LoadSettings();
+  deck_->LoadCalibration();
+  const PanSettings& settings = parts_.State.Settings;
+  header_->ShowOnTop(settings.OnTop);
+  tuning_->AllowWheel(settings.Mouse);
+  if (settings.OnTop) AlwaysOnTop(true);
+}
+
+void frmPan::LoadSettings() {
   PanSettings& settings = parts_.State.Settings;
-  CalibrationPanel* calibration = deck_->Calibration();
-  connect(calibration, &CalibrationPanel::sldAmplitude_Change, this,
-          [&settings](int value) { settings.DeAmp = value; });
-  connect(calibration, &CalibrationPanel::sldPhase_Change, this,
-          [&settings](int value) { settings.DePhase = value; });
-  connect(calibration, &CalibrationPanel::slddbm_Change, this,
-          [&settings](int value) { settings.BandLevelDb = value; });
+  spectrino::LoadSettings(SetupSection(parts_.Store), settings, parts_.Devices.Sources().Radios());
+  sources_.Loaded();
+  if (SettingsLoaded) SettingsLoaded(settings);
+  ShowDevices();
+  view_->ApplyOptions();
+  parts_.Cycle.UpdateScale();
+  view_->ShowAll();
+}
+
+void frmPan::cmdSetup_Click() {
+  range_.StoreWaiting();
+  SetupWorld world{.Store = parts_.Store,
+                   .Ports = &parts_.Ports,
+                   .Running = parts_.Cycle.Running() || parts_.Cycle.Starting()};
+  world.ListSources = [this] {
+    parts_.Devices.InitDevices();
+    return parts_.Devices.Sources();
+  };
+  world.OpenManual = OpenManual;
+  if (parts_.User.Unattended()) {
+    world.ShowMessage = [this](const QString& text) {
+      parts_.User.ShowMessage("Spectrino", text.toStdString(), Severity::Information);
+    };
+    world.AskOkCancel = [show = world.ShowMessage](const QString& text) {
+      show(text);
+      return false;
+    };
+  }
+  auto* dialog = new frmSetupPan(std::move(world), this);
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  // The input of a demo or a recording stays for this run unless another source was chosen.
+  connect(dialog, &QDialog::finished, this, [this, dialog](int result) {
+    if (result == QDialog::Accepted && dialog->SourceChanged()) sources_.Stored();
+    LoadSettings();
+  });
+  // Not exec: the run goes on behind it, and closing the window closes it.
+  dialog->open();
+}
+
+void frmPan::ShowDevices() {
+  deck_->ShowSource();
+  const SourceList::Shown shown = sources_.Show();
+  QStringList names;
+  for (const std::string& name : shown.Names) names.append(QString::fromStdString(name));
+  header_->ShowDevices(names, shown.Current);
+}
+
+void frmPan::DevicesBox_Click(int index) {
+  if (parts_.Cycle.Running() || parts_.Cycle.Starting() || !sources_.Choose(index)) return;
+  ShowDevices();
+  parts_.Cycle.UpdateScale();
+  view_->ShowAll();
 }
 
 void frmPan::StartButton_Click() {
@@ -156,7 +236,7 @@ void frmPan::StartButton_Click() {
 
 void frmPan::StopButton_Click() {
   parts_.Cycle.Stop();
-  ShowRunState();
+  RunningChanged();
 }
 
 void frmPan::RunPass() {
@@ -164,25 +244,33 @@ void frmPan::RunPass() {
   tuning_->AfterPass();
   // The pass may have ended the run, or a nested Start may have armed the timer already.
   if (parts_.Cycle.Running()) passTimer_.start(wait);
-  // Most passes only look for a block; what they leave unchanged is not put together again.
-  const bool newFrame = parts_.Times.Frames != shownFrames_;
-  if (!newFrame && sinceShown_.isValid() && sinceShown_.elapsed() < kIdleShowMs) return;
-  shownFrames_ = parts_.Times.Frames;
-  ShowRadioPanel();
-  sinceShown_.restart();
-  ShowHeader();
-  ShowOverlays();
-  ShowWarning();
-  // A band change brings the band's own reference and range.
-  const PanSettings& settings = parts_.State.Settings;
-  if (std::pair(settings.RefLevel, settings.RangeDivisor) != shownRange_) ShowStrip();
-  scope_->ShowNew(parts_.Cycle.LastArrival());
+  view_->AfterPass();
+}
+
+void frmPan::RunningChanged() {
+  const bool running = parts_.Cycle.Running();
+  const RadioKit* source = parts_.Cycle.View().Way.Source;
+  for (RadioKit* kit : parts_.Router.Kits()) kit->RunChanged(running && kit == source);
+  tuning_->RunChanged(running);
+  if (running && !passTimer_.isActive()) passTimer_.start(0);
+  view_->ShowRunState();
+}
+
+// While nobody can look at them lines stay off the radio's bus.
+void frmPan::PauseLines(bool pause) {
+  for (RadioKit* kit : parts_.Router.Kits()) {
+    RadioLink* link = kit->Link();
+    if (link != nullptr && pause) link->BeforeLayout();
+    if (link != nullptr && !pause) link->AfterLayout(isMinimized());
+  }
 }
 
 void frmPan::closeEvent(QCloseEvent* event) {
   parts_.Cycle.Stop();
   passTimer_.stop();
-  SaveWindow();
+  SavePlace(*this, parts_.Store);
+  SetupSection setup(parts_.Store);
+  SaveMainKeys(setup, parts_.State.Settings, CurrentRefBand(parts_.State));
   event->accept();
 }
 
@@ -190,9 +278,8 @@ void frmPan::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   if (event->type() != QEvent::WindowStateChange) return;
   if (std::exchange(parts_.State.WindowMinimized, isMinimized()) != isMinimized()) {
-    // Nobody looks: the scope's lines stay off the bus.
-    parts_.Icom.Link().BeforeLayout();
-    parts_.Icom.Link().AfterLayout(isMinimized());
+    PauseLines(true);
+    PauseLines(false);
   }
   ShowFullScreen();
 }
@@ -213,7 +300,7 @@ void frmPan::ToggleFullScreen() {
 // Full screen may be left by the window manager as well.
 void frmPan::ShowFullScreen() {
   const bool full = isFullScreen();
-  range_->setVisible(!full && !stripFolded_);
+  strip_->setVisible(!full && !stripFolded_);
   cmdFold_->setVisible(!full);
   header_->ShowFullScreen(full);
 }
@@ -234,7 +321,7 @@ void frmPan::AlwaysOnTop(bool on) {
 
 void frmPan::FoldStrip(bool folded) {
   stripFolded_ = folded;
-  range_->setVisible(!folded);
+  strip_->setVisible(!folded);
   cmdFold_->setText(QString::fromUtf8(folded ? "\u25C2" : "\u25B8"));
 }
 

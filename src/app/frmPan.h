@@ -2,7 +2,6 @@
 // No radio logic, no drawing: handlers forward, panels show.
 #pragma once
 
-#include <QElapsedTimer>
 #include <QMainWindow>
 #include <QTimer>
 #include <QToolButton>
@@ -10,9 +9,11 @@
 #include <memory>
 #include <string>
 
+#include "adapters/qt/QtNotifier.h"
 #include "app/Deck.h"
-#include "app/IcomRig.h"
-#include "app/K4Rig.h"
+#include "app/PanView.h"
+#include "app/RangeKeeper.h"
+#include "app/SourceBox.h"
 #include "app/TuningInput.h"
 #include "display/PanDisplay.h"
 #include "display/ui/HeaderPanel.h"
@@ -20,7 +21,6 @@
 #include "display/ui/ScopeWidget.h"
 #include "platform/SerialPorts.h"
 #include "platform/WindowCommands.h"
-#include "platform/qt/QtNotifier.h"
 #include "run/RunCycle.h"
 #include "run/Session.h"
 #include "settings/SettingsStore.h"
@@ -40,8 +40,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
     StageTimes& Times;
     const Clock& Time;
     const SerialPorts& Ports;
-    K4Rig& K4;
-    IcomRig& Icom;
+    const RigRouter& Router;
   };
 
   explicit frmPan(const Parts& parts);
@@ -63,10 +62,6 @@ class frmPan final : public QMainWindow, public WindowCommands {
   /// Called whenever settings were read, before anything is opened with them.
   std::function<void(const PanSettings&)> SettingsLoaded;
 
- signals:
-  /// The setup dialog was closed: whether its CAT control needs the bridge.
-  void BridgeWanted(bool wanted);
-
  protected:
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
@@ -76,42 +71,25 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void Compose();
   void ConnectHeader();
   void ConnectStrip();
-  void ConnectCalibration();
   void DevicesBox_Click(int index);
   void RunPass();
-  void ScheduleFirstPass();
-  void ShowRunState();
-  void ShowWarning();
-  void ShowHeader();
-  void ShowStrip();
-  void ShowScaleChange();
-  void ShowRadioPanel();
+  void RunningChanged();
+  void PauseLines(bool pause);
   void ShowFullScreen();
-  void ShowOverlays();
-  void ApplyDisplayOptions();
   void FoldStrip(bool folded);
-  void RangeChanged();
-  void StoreRange();
-  void RestoreGeometry();
-  void SaveWindow();
 
   Parts parts_;
   std::unique_ptr<TuningInput> tuning_;
+  std::unique_ptr<PanView> view_;
+  RangeKeeper range_;
+  SourceBox sources_;
   HeaderPanel* header_;
   ScopeWidget* scope_;
-  RangePanel* range_;
+  RangePanel* strip_;
   Deck* deck_;
   QToolButton* cmdFold_;
   QTimer passTimer_;
-  QTimer rangeTimer_;             ///< reference and range are stored once the clicks have ended
-  std::optional<int> rangeBand_;  ///< the band they were changed in
   bool stripFolded_ = false;
-  std::string shownWarning_;
-  std::pair<int, int> shownRange_;  ///< reference and divisor that the strip tells
-  std::uint64_t shownFrames_ = 0;
-  QElapsedTimer sinceShown_;
-  QElapsedTimer sincePanel_;
-  QElapsedTimer sinceStatus_;
 };
 
 }  // namespace spectrino

@@ -1,12 +1,14 @@
 // Program start: options, the parts, the window.
 #include <QApplication>
-#include <QFile>
-#include <QFileInfo>
-#include <QTemporaryDir>
+#include <QBuffer>
+#include <QMessageBox>
 #include <cstdio>
+#include <string>
+#include <utility>
 
 #include "app/CommandLine.h"
 #include "app/EndSignals.h"
+#include "app/OutputFile.h"
 #include "app/Program.h"
 #include "app/RunStats.h"
 #include "app/Theme.h"
@@ -15,6 +17,7 @@ namespace {
 
 using namespace spectrino;
 
+constexpr int kNotWritten = 1;
 constexpr int kWrongOption = 2;
 constexpr int kNoDevice = 3;
 
@@ -23,43 +26,69 @@ int PrintDevices(Program& program) {
   return 0;
 }
 
-bool WriteFile(const QString& path, const QByteArray& content) {
-  QFile file(path);
-  const bool ok =
-      file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(content) == content.size();
-  if (!ok) std::fprintf(stderr, "cannot write %s: %s\n", qPrintable(path), qPrintable(file.errorString()));
-  return ok;
-}
+/// What is left behind at the end: picture and figures, then the last settings.
+class Ending {
+ public:
+  Ending(Program& program, const CommandLine& line) : program_(program), line_(line) {}
+
+  /// While the window still shows what it shows. The first call counts.
+  void Keep() {
+    if (std::exchange(kept_, true)) return;
+    neverRan_ = line_.Start && program_.Unattended() && program_.FailedToRun();
+    if (!line_.Screenshot.isEmpty()) {
+      QByteArray png;
+      QBuffer buffer(&png);
+      program_.Window().grab().save(&buffer, "PNG");
+      Write(line_.Screenshot, png);
+    }
+    if (!line_.Stats.isEmpty()) Write(line_.Stats, RunStatsJson(program_.Times(), program_.RunSeconds()));
+  }
+  /// After the window has closed. bySignal: the session may be ending, and nobody can answer.
+  void SaveSettings(bool bySignal) {
+    const std::string unsaved = program_.FinishSaving();
+    if (unsaved.empty()) return;
+    std::fprintf(stderr, "spectrino: %s", unsaved.c_str());
+    if (!bySignal && !program_.Unattended())
+      QMessageBox::warning(nullptr, "Spectrino", QString::fromStdString(unsaved));
+  }
+  [[nodiscard]] int Status() const { return neverRan_ ? kNoDevice : unwritten_ ? kNotWritten : 0; }
+
+ private:
+  void Write(const QString& path, const QByteArray& content) {
+    const QString reason = WriteOutput(path, content);
+    if (reason.isEmpty()) return;
+    unwritten_ = true;
+    std::fprintf(stderr, "spectrino: %s\n", qPrintable(reason));
+  }
+
+  Program& program_;
+  const CommandLine& line_;
+  bool kept_ = false, neverRan_ = false, unwritten_ = false;
+};
 
 int RunWindow(QApplication& application, Program& program, const CommandLine& line) {
-  bool finished = false;
-  const auto finish = [&] {
-    if (std::exchange(finished, true)) return;
-    if (!line.Screenshot.isEmpty() && !program.Window().grab().save(line.Screenshot, "PNG")) {
-      std::fprintf(stderr, "cannot write %s\n", qPrintable(line.Screenshot));
-    }
-    if (!line.Stats.isEmpty()) WriteFile(line.Stats, RunStatsJson(program.Times(), program.RunSeconds()));
+  Ending ending(program, line);
+  bool bySignal = false;
+  const auto end = [&] {
+    ending.Keep();
+    program.Window().close();
+    QApplication::quit();
   };
   const EndSignals endSignals;
   QObject::connect(&endSignals, &EndSignals::EndWanted, &application, [&] {
-    finish();
-    program.Window().close();
-    QApplication::quit();
+    bySignal = true;
+    end();
   });
   program.Window().show();
   if (line.Start) {
     QTimer::singleShot(0, &program.Window(), [&] { program.Window().StartButton_Click(); });
   }
-  if (line.QuitAfterSeconds) {
-    QTimer::singleShot(static_cast<int>(*line.QuitAfterSeconds * 1000), &application, [&] {
-      finish();
-      program.Window().close();
-      QApplication::quit();
-    });
-  }
+  if (line.QuitAfterSeconds)
+    QTimer::singleShot(static_cast<int>(*line.QuitAfterSeconds * 1000), &application, end);
   const int status = QApplication::exec();
-  finish();  // the window may have been closed before its time
-  return status != 0 || !line.Start || !program.FailedToRun() || !program.Unattended() ? status : kNoDevice;
+  ending.Keep();  // the window may have been closed before its time
+  ending.SaveSettings(bySignal);
+  return status != 0 ? status : ending.Status();
 }
 
 }  // namespace

@@ -80,7 +80,7 @@ const BandButtonTexts& BandTexts(BandLayout layout) {
       return kHostWhole;
     case BandLayout::HostSplit:
       return kHostSplit;
-    case BandLayout::K4:
+    case BandLayout::With60m:
       return kK4;
     case BandLayout::Designed:
       break;

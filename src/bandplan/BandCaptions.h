@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "bandplan/Bands.h"
+#include "state/DeckLayout.h"
 
 namespace spectrino {
 
@@ -14,13 +15,6 @@ struct BandButtonText {
   std::string_view ToolTip;
 };
 using BandButtonTexts = std::array<BandButtonText, kBandButtonCount>;
-
-enum class BandLayout {
-  Designed,   ///< no 60 m, 10 m in two halves
-  HostWhole,  ///< host program with 80 m in one button, 10 m in two
-  HostSplit,  ///< host program whose band decoder splits 80 m: 10 m is one button then
-  K4,         ///< with 60 m, 80 m and 10 m in one button each
-};
 
 [[nodiscard]] const BandButtonTexts& BandTexts(BandLayout layout);
 

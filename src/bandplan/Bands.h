@@ -20,7 +20,7 @@ inline constexpr int kBandButtonCount = 14;
 [[nodiscard]] int IcomBandNumber(double mhz);
 
 /// The band-memory record that band button 0..13 recalls. The buttons count 60 m and all of 10 m as one band
-/// each, like BandLayout::K4, and so differ from BandButton between 40 m and 10 m.
+/// each, like BandLayout::With60m, and so differ from BandButton between 40 m and 10 m.
 [[nodiscard]] int BandRecordOfButton(int button);
 
 }  // namespace spectrino

@@ -7,15 +7,13 @@ constexpr int kCwButton = 2;
 constexpr int kFskButton = 5;
 constexpr int kReverseButton = 9;
 
-/// Programs that tell the mode but do not take one.
-constexpr bool TakesNoMode(CatControl control) {
-  return control >= CatControl::BridgeIf && control <= CatControl::KetrelFixedLo;
-}
-
 }  // namespace
 
 DeckLayout BandModes::Layout() const {
-  return LayoutFor(parts_.Settings, ReadSplit80(parts_.Store));
+  DeckLayout layout = parts_.Traits().Deck;
+  if (layout.Bands == BandLayout::HostWhole && ReadSplit80(parts_.Store))
+    layout.Bands = BandLayout::HostSplit;
+  return layout;
 }
 
 void BandModes::cmdBand_Click(int index) {
@@ -36,7 +34,7 @@ void BandModes::cmdMode_Click(int index) {
                                     (*button == kFskButton && settings.FskReverse));
   RigBackend* backend = parts_.Backend();
   if (backend != nullptr && backend->SelectMode({*button, reverse})) return;
-  if (TakesNoMode(settings.Control)) parts_.Radio.RadioMode = *local;
+  if (!parts_.Traits().TakesMode) parts_.Radio.RadioMode = *local;
 }
 
 std::optional<int> BandModes::TurnReverse() {

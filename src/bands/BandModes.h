@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "bands/DeckLayout.h"
+#include "rig/RadioTraits.h"
 #include "rig/RigBackend.h"
 #include "settings/PanSettings.h"
 #include "state/RadioState.h"
@@ -15,13 +16,14 @@ class BandModes {
  public:
   struct Parts {
     std::function<RigBackend*()> Backend;  ///< the one in use now; null where there is none
+    std::function<RadioTraits()> Traits;   ///< of the radio in use, or of the one chosen
     RadioState& Radio;
     PanSettings& Settings;  ///< CwReverse and FskReverse are changed here; the window's owner stores them
     SettingsStore& Store;
   };
   explicit BandModes(Parts parts) : parts_(std::move(parts)) {}
 
-  /// The layout of the settings as they are now.
+  /// The layout of the radio, as its host program's band decoder divides the bands.
   [[nodiscard]] DeckLayout Layout() const;
 
   /// index: 0..13. Nothing without a back-end.

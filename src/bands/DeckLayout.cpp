@@ -76,47 +76,18 @@ int RecordButton(double mhz) {
 
 }  // namespace
 
-DeckLayout LayoutFor(const PanSettings& settings, bool split80) {
-  const bool k4 = settings.K4 || settings.K4D;
-  const DeckLayout host{split80 ? BandLayout::HostSplit : BandLayout::HostWhole, ModeLayout::Designed};
-  const DeckLayout elecraft{BandLayout::K4, ModeLayout::K4};
-  // The band commands of an Icom and of the bridge count the bands as a K4 does, 60 m among them.
-  const DeckLayout with60m{BandLayout::K4, ModeLayout::Designed};
-  switch (settings.Control) {
-    case CatControl::HostIf:
-      // A K4 that delivers the spectrum is asked directly.
-      return k4 ? elecraft : host;
-    case CatControl::FixedLo:
-    case CatControl::HostK3If:
-      return host;
-    case CatControl::BridgeIf:
-    case CatControl::BridgeFixedLo:
-      return k4 ? elecraft : with60m;
-    case CatControl::KetrelIf:
-    case CatControl::KetrelFixedLo:
-      return {};
-    case CatControl::RadioDirect:
-      if (k4) return elecraft;
-      return settings.Icom ? with60m : DeckLayout{};
-    case CatControl::IcomViaHost:
-      if (k4) return elecraft;
-      return settings.Icom ? with60m : host;
-  }
-  return {};
-}
-
 bool ReadSplit80(SettingsStore& store) {
   return Val(store.GetSetting("Bexmora", "BandDecoder", "Split80", "")) == 1;
 }
 
 const ModeButtonTexts& ModeTexts(ModeLayout layout) {
-  return layout == ModeLayout::K4 ? kK4Modes : kDesignedModes;
+  return layout == ModeLayout::WithReverse ? kK4Modes : kDesignedModes;
 }
 
 std::optional<int> BandButtonOf(BandLayout layout, double mhz) {
   if (mhz <= 0) return std::nullopt;
   switch (layout) {
-    case BandLayout::K4:
+    case BandLayout::With60m:
       return RecordButton(mhz);
     case BandLayout::HostSplit:
       return SplitButton(mhz);
@@ -128,7 +99,8 @@ std::optional<int> BandButtonOf(BandLayout layout, double mhz) {
 }
 
 std::optional<int> ModeButtonOf(ModeLayout layout, int radioMode) {
-  if (layout == ModeLayout::K4) return IndexIn(kK4Codes, [&](int code) { return code == radioMode; });
+  if (layout == ModeLayout::WithReverse)
+    return IndexIn(kK4Codes, [&](int code) { return code == radioMode; });
   return IndexIn(kDesignedCodes, [&](const ModeCodes& codes) {
     return codes.Normal == radioMode || codes.Reverse == radioMode;
   });
@@ -136,7 +108,7 @@ std::optional<int> ModeButtonOf(ModeLayout layout, int radioMode) {
 
 std::optional<int> ModeOfButton(ModeLayout layout, int button, bool cwReverse, bool fskReverse) {
   const auto index = static_cast<std::size_t>(button);
-  if (layout == ModeLayout::K4)
+  if (layout == ModeLayout::WithReverse)
     return index < kK4Codes.size() ? std::optional(kK4Codes[index]) : std::nullopt;
   if (index >= kDesignedCodes.size()) return std::nullopt;
   const ModeCodes& codes = kDesignedCodes[index];

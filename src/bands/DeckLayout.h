@@ -7,17 +7,12 @@
 #include <string_view>
 
 #include "bandplan/BandCaptions.h"
-#include "settings/PanSettings.h"
 #include "settings/SettingsStore.h"
+#include "state/DeckLayout.h"
 
 namespace spectrino {
 
 inline constexpr int kModeButtonCount = 10;
-
-enum class ModeLayout {
-  Designed,  ///< ten buttons, the last one reverses CW and FSK
-  K4,        ///< eight buttons, the reverse modes among them
-};
 
 struct ModeButtonText {
   std::string_view Caption;  ///< empty: the button is hidden
@@ -25,16 +20,6 @@ struct ModeButtonText {
 };
 using ModeButtonTexts = std::array<ModeButtonText, kModeButtonCount>;
 
-struct DeckLayout {
-  bool operator==(const DeckLayout&) const = default;
-
-  BandLayout Bands = BandLayout::Designed;
-  ModeLayout Modes = ModeLayout::Designed;
-};
-
-/// A button's caption is the band that the back-end in use tunes to when it is pressed. By the chosen source,
-/// so that the texts are right before Start. split80: see ReadSplit80.
-[[nodiscard]] DeckLayout LayoutFor(const PanSettings& settings, bool split80);
 /// Whether the host's band decoder gives 80 m two buttons and 10 m one.
 [[nodiscard]] bool ReadSplit80(SettingsStore& store);
 

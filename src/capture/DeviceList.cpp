@@ -1,34 +1,28 @@
 #include "capture/DeviceList.h"
 
-namespace spectrino {
+#include <algorithm>
 
-bool IsRadioSource(const std::string& name) {
-  return name == kIcomSource || name == kK4Source || name == kK4DSource;
-}
+namespace spectrino {
 
 void DeviceList::InitDevices() {
   entries_.clear();
+  std::vector<SoundDevice> devices;
   for (SoundInput* input : inputs_) {
     for (SoundDevice& device : input->Devices()) {
-      if (device.HasFormats) entries_.push_back({std::move(device), input});
+      if (!device.HasFormats) continue;
+      devices.push_back(device);
+      entries_.push_back({std::move(device), input});
     }
   }
+  sources_ = SourceList(devices, sources_.Radios());
 }
 
-std::vector<std::string> DeviceList::Names() const {
-  std::vector<std::string> names;
-  names.reserve(entries_.size() + 3);
-  for (const Entry& entry : entries_) names.push_back(entry.Device.Name);
-  names.insert(names.end(), {kIcomSource, kK4Source, kK4DSource});
-  return names;
-}
-
-std::optional<int> DeviceList::FindChosen(const PanSettings& settings) const {
-  std::vector<SoundDevice> devices;
-  devices.reserve(entries_.size());
-  for (const Entry& entry : entries_) devices.push_back(entry.Device);
-  const std::optional<std::size_t> found = FindChosenInput(settings, devices);
-  return found ? std::optional<int>(static_cast<int>(*found)) : std::nullopt;
+const DeviceList::Entry* DeviceList::Find(const ChosenSource& chosen) const {
+  if (IsRadio(chosen.Id.Kind) || !sources_.Find(chosen)) return nullptr;
+  const SourceId id = sources_.Current(chosen).Id;
+  const auto same = [&id](const Entry& entry) { return entry.Device.StableId == id.DeviceId; };
+  const auto entry = std::ranges::find_if(entries_, same);
+  return entry == entries_.end() ? nullptr : &*entry;
 }
 
 }  // namespace spectrino

@@ -9,12 +9,10 @@ int ModeFlip(int radioMode, bool iqCw, bool iqUsb) {
 }
 
 int BandFlip(int before, const RadioState& radio, CatControl control, const PanSettings& settings) {
-  const bool ifAdapter = control == CatControl::HostIf || control == CatControl::HostK3If ||
-                         control == CatControl::BridgeIf || control == CatControl::KetrelIf;
-  if (!ifAdapter) return before;
+  if (!UsesIfAdapter(control)) return before;
   const bool inRange =
       radio.MainFreqMHz >= settings.FlipFreqMHz && radio.MainFreqMHz <= settings.FlipFreq2MHz;
-  return settings.Flip6 && !RadioSourceActive(radio) && inRange ? -1 : 1;
+  return settings.Flip6 && !radio.OwnSpectrum && inRange ? -1 : 1;
 }
 
 }  // namespace spectrino

@@ -24,9 +24,11 @@ CivLink::CivLink(SerialPort& port, CivState& state, IcomPanelView& panel, const 
 CivLink::~CivLink() {
   port_.DataArrival = nullptr;
   port_.Lost = nullptr;
+  FinishClosing();
 }
 
 std::string CivLink::Open(const std::string& path) {
+  FinishClosing();
   unsent_.clear();
   received_.Clear();
   nextWrite_ = {};
@@ -35,16 +37,20 @@ std::string CivLink::Open(const std::string& path) {
 
 void CivLink::Close() {
   std::erase_if(unsent_, [](const Frame& frame) { return frame.kind == Kind::Read; });
-  // The radio would lose what follows too closely, and the last frame is the one that silences its scope.
-  const std::size_t skipped = unsent_.size() > kMostAtClose ? unsent_.size() - kMostAtClose : 0;
-  bool first = clock_.Now() >= nextWrite_;
-  for (std::size_t i = skipped; i < unsent_.size(); ++i) {
-    if (!std::exchange(first, false)) std::this_thread::sleep_for(kWritePace);
-    port_.Write(unsent_[i].bytes);
-  }
-  unsent_.clear();
+  // The last frame is the one that silences the scope.
+  while (unsent_.size() > kMostAtClose) unsent_.pop_front();
+  closing_ = port_.IsOpen();
   ReceiveCiv();
-  port_.Close();
+  Pump();
+}
+
+// The window has gone, or a new session waits for the port: now waiting is right.
+void CivLink::FinishClosing() {
+  while (closing_) {
+    std::this_thread::sleep_for(kWritePace);
+    nextWrite_ = {};
+    Pump();
+  }
 }
 
 void CivLink::SendCiv(std::string_view command, std::string_view subCommand, std::string_view data) {
@@ -59,7 +65,7 @@ void CivLink::SendFrequency(std::string_view bcd) {
 }
 
 void CivLink::Queue(Kind kind, std::string_view command, std::string_view subCommand, std::string_view data) {
-  if (!port_.IsOpen()) return;
+  if (!IsOpen()) return;
   if (BusyGuard busy{state_.CivSendBusy}; busy) {
     std::string text = "FEFE";
     text.append(state_.RadioAddress).append(state_.ControllerAddress);
@@ -80,11 +86,16 @@ void CivLink::Queue(Kind kind, std::string_view command, std::string_view subCom
 
 void CivLink::Pump() {
   const auto now = clock_.Now();
-  if (unsent_.empty() || now < nextWrite_) return;
-  const Frame frame = std::move(unsent_.front());
-  unsent_.pop_front();
-  nextWrite_ = now + kWritePace;
-  port_.Write(frame.bytes);
+  if (!unsent_.empty() && now >= nextWrite_) {
+    const Frame frame = std::move(unsent_.front());
+    unsent_.pop_front();
+    nextWrite_ = now + kWritePace;
+    port_.Write(frame.bytes);
+  }
+  if (closing_ && unsent_.empty()) {
+    closing_ = false;
+    port_.CloseWhenSent();
+  }
 }
 
 void CivLink::TakeBytes(std::span<const std::uint8_t> bytes) {
@@ -115,6 +126,7 @@ void CivLink::RequestIcomStatus() {
 void CivLink::HandleLost(const std::string& reason) {
   unsent_.clear();
   received_.Clear();
+  if (std::exchange(closing_, false)) return;
   notifier_.ShowStatus(reason + ". Press Stop and Start when the radio is back.");
   notifier_.Log(LogArea::Civ, reason);
 }

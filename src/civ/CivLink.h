@@ -32,10 +32,12 @@ class CivLink final : public CivSender {
 
   /// Empty when the port is open now, otherwise the reason. Forgets what an earlier session left.
   [[nodiscard]] std::string Open(const std::string& path);
-  /// Writes the newest of what has not left yet at its pace, reads excepted: nobody would hear the answers.
-  /// Then closes. Takes a tenth of a second at most.
+  /// Returns at once. The newest of what has not left yet leaves at its pace with the next Pumps, reads
+  /// excepted: nobody would hear the answers. Then the port closes, a tenth of a second later at most.
   void Close();
-  [[nodiscard]] bool IsOpen() const { return port_.IsOpen(); }
+  [[nodiscard]] bool IsOpen() const { return port_.IsOpen() && !closing_; }
+  /// Between Close and the last frame: Pump has to be called.
+  [[nodiscard]] bool Closing() const { return closing_; }
 
   /// A frame that may leave does so before SendCiv returns; the others wait for Pump. A read request that
   /// still waits moves behind the newer one.
@@ -60,6 +62,7 @@ class CivLink final : public CivSender {
   void Queue(Kind kind, std::string_view command, std::string_view subCommand, std::string_view data);
   void TakeBytes(std::span<const std::uint8_t> bytes);
   void HandleLost(const std::string& reason);
+  void FinishClosing();
 
   SerialPort& port_;
   CivState& state_;
@@ -67,6 +70,7 @@ class CivLink final : public CivSender {
   const Clock& clock_;
   Notifier& notifier_;
   std::deque<Frame> unsent_;
+  bool closing_ = false;
   std::chrono::steady_clock::time_point nextWrite_{};
   CivRxBuffer received_;
   std::string frame_;

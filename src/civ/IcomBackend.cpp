@@ -14,11 +14,10 @@ void IcomBackend::Refresh(RadioState& radio) {
   radio.MainFreqMHz = state_.RadioFreqMHz;
   radio.SubFreqMHz = 0;
   radio.SplitOn = 0;
-  radio.ScopeRefLevelDb = state_.ScopeRefLevel;
   radio.RadioMode = IcomModeCode(state_.RadioModeIndex);
 }
 
-void IcomBackend::SetFrequency(Vfo /*vfo*/, double freqMHz) {
+void IcomBackend::SetFrequency(Vfo /*vfo*/, double freqMHz, Aim /*aim*/) {
   commands_.SetIcomFrequency(freqMHz);
 }
 

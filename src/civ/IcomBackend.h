@@ -18,15 +18,11 @@ class IcomBackend final : public RigBackend {
               BandMemory& memory)
       : state_(state), link_(link), commands_(commands), store_(store), memory_(memory) {}
 
-  /// The line is opened and closed with its spectrum.
-  bool Open() override { return state_.IcomActive; }
-  void Close() override {}
   /// Also sends what is due.
   void Refresh(RadioState& radio) override;
 
   /// The scope shows one VFO, and CI-V sets the one in use: either request tunes it.
-  void SetFrequency(Vfo vfo, double freqMHz) override;
-  [[nodiscard]] bool HasVfoB() const override { return false; }
+  void SetFrequency(Vfo vfo, double freqMHz, Aim aim) override;
   /// SelectIcomBand: back to where the radio was on that band, scope in centre mode. Nothing on the band that
   /// it is on already.
   void SelectBand(int button) override;

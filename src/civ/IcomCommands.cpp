@@ -4,10 +4,11 @@
 #include <array>
 #include <chrono>
 #include <cmath>
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
+
+#include "civ/HexText.h"
 
 namespace spectrino {
 namespace {
@@ -28,8 +29,7 @@ constexpr std::array<ModeByte, 9> kModeBytes{{{"00", "00"},
                                               {"06", "06"},
                                               {"17", "17"}}};
 
-constexpr std::array<std::int64_t, 10> kHalfSpansHz{2500,    5000,    10'000,  25'000,    50'000,
-                                                    100'000, 250'000, 500'000, 1'000'000, 2'500'000};
+constexpr std::array<double, 10> kHalfSpansMHz{0.0025, 0.005, 0.01, 0.025, 0.05, 0.1, 0.25, 0.5, 1, 2.5};
 
 struct AttenuatorStep {
   std::string_view RadioId, Decibels;
@@ -67,16 +67,6 @@ std::string LevelText(int level) {
   return text;
 }
 
-/// Five BCD bytes, least significant first: 2500 is "0025000000".
-std::string HertzText(std::int64_t hertz) {
-  std::string text;
-  for (int byte = 0; byte < 5; ++byte, hertz /= 100) {
-    text += static_cast<char>('0' + hertz / 10 % 10);
-    text += static_cast<char>('0' + hertz % 10);
-  }
-  return text;
-}
-
 template <typename Table>
 bool InTable(const Table& table, int index) {
   return index >= 0 && index < static_cast<int>(std::size(table));
@@ -87,8 +77,7 @@ bool InTable(const Table& table, int index) {
 void IcomCommands::SetIcomFrequency(double freqMHz) {
   // Five BCD bytes hold no more.
   if (!(freqMHz > 0) || freqMHz >= 1e4) return;
-  // The tenth of a hertz lifts products such as 14.0740 * 1e6, which come out a hair below the integer.
-  sender_.SendFrequency(HertzText(static_cast<std::int64_t>(freqMHz * 1e6 + 0.1)));
+  sender_.SendFrequency(EncodeFreq(freqMHz));
   sender_.RequestIcomStatus();
 }
 
@@ -121,8 +110,8 @@ void IcomCommands::SetIcomRefLevel(double dB) {
 }
 
 void IcomCommands::SetIcomSpan(int entry) {
-  if (!InTable(kHalfSpansHz, entry)) return;
-  sender_.SendCiv("27", "1500", HertzText(kHalfSpansHz[static_cast<std::size_t>(entry)]));
+  if (!InTable(kHalfSpansMHz, entry)) return;
+  sender_.SendCiv("27", "1500", EncodeFreq(kHalfSpansMHz[static_cast<std::size_t>(entry)]));
 }
 
 void IcomCommands::chkFunc_Click(int index, bool checked) {

@@ -38,19 +38,15 @@ class IcomCommands {
   /// index: 0 preamplifier, 1 noise blanker, 2 noise reduction, 3 automatic notch, 4 attenuator, 5 IP+.
   void chkFunc_Click(int index, bool checked);
   /// Memory mode, or VFO mode.
-  /// How many states of the panel the radio can be asked for, one at a time: functions, AGC, levels, sweep.
-  static constexpr int kPanelStates = 11;
-  /// index: counts on through them. What a model does not have is not asked for.
-  void AskPanelState(int index);
   void chkMEM_Click(bool checked);
   /// The next of fast, middle, slow. A radio does not report it, so AgcSetting is what was sent last.
   void cmdAGC_Click();
-  /// Filter index + 1 in the mode that the radio is in. Waits 25 ms for the radio; a click meanwhile replaces
-  /// the filter on its way.
+  /// 0..2: filter 1..3 in the mode that the radio is in. Waits 25 ms for the radio; a click meanwhile
+  /// replaces the filter on its way.
   void cmdFil_Click(int index);
+  /// The next of fast, middle, slow sweep. Nothing while no Icom is the source of the spectrum.
   void cmdSpeed_Click();
   /// One third of the scope's span up (0, 2) or down (1, 3) from the display's centre, in centre mode.
-  /// For the CAT controls that reach the Icom; the caller knows which is in use.
   void cmdUpDn_Click(int index, double centreMHz);
   void cboSpan_Click(int entry);
   void sldVol_Change(int value);
@@ -59,6 +55,13 @@ class IcomCommands {
   void sldRFLevel_Change(int value);
   /// Fixed mode, or centre mode.
   void chkFIX_Click(bool checked);
+
+  // What the operator changed at the radio itself.
+
+  /// How many states of the panel the radio can be asked for, one at a time: functions, AGC, levels, sweep.
+  static constexpr int kPanelStates = 11;
+  /// index: counts on through them. What a model does not have is not asked for.
+  void AskPanelState(int index);
 
  private:
   CivState& state_;

@@ -53,10 +53,10 @@ bool IcomLink::Open(RadioState&) {
     parts_.User.ShowMessage("Spectrino", "COM/ICOM ERROR", Severity::Critical);
     return false;
   }
-  const std::string reason = link_.Open(SerialPath(parts_.Store, setup.Read(key::kPort)));
-  if (!reason.empty()) {
-    parts_.User.ShowStatus(reason);
-    parts_.User.Log(LogArea::Civ, reason);
+  trouble_ = link_.Open(SerialPath(parts_.Store, setup.Read(key::kPort)));
+  if (!trouble_.empty()) {
+    parts_.User.ShowStatus(trouble_);
+    parts_.User.Log(LogArea::Civ, trouble_);
   }
   state.IcomActive = true;
   polledSerial_ = state.ScopeSerial;
@@ -77,6 +77,13 @@ void IcomLink::DetectIcomModel() {
   answered_ = !state.RadioId.empty();
   silentTicks_ = 0;
   SwitchScopeOn();
+}
+
+LinkHealth IcomLink::Health() const {
+  if (!parts_.State.IcomActive) return {};
+  if (!link_.IsOpen())
+    return {.State = LinkState::Lost, .Why = trouble_.empty() ? "The port is gone" : trouble_};
+  return {.State = answered_ ? LinkState::Live : LinkState::Connecting};
 }
 
 void IcomLink::tmrAnswer_Timer() {
@@ -107,7 +114,7 @@ void IcomLink::SwitchScopeOn() {
   parts_.Panel.ShowSpanList(true);
 }
 
-void IcomLink::Close(RadioState&) {
+void IcomLink::Close() {
   link_.SendCiv("27", "11", "00");
   link_.Close();
   parts_.State.IcomActive = false;
@@ -135,14 +142,17 @@ PollResult IcomLink::Poll(const LineRequest&, SpectrumLine& line) {
   return PollResult::Line;
 }
 
+float IcomLink::AntennaDbm(float level) const {
+  return -133 + level / 2 - parts_.State.ScopeRefLevel;
+}
+
 void IcomLink::BeforeLayout() {
   parts_.State.ResizeInProgress = true;
   if (parts_.State.IcomActive) link_.SendCiv("27", "11", "00");
 }
 
-void IcomLink::AfterLayout(bool windowMinimized) {
-  if (parts_.State.IcomActive && !windowMinimized && !parts_.State.ScanDialogOpen)
-    link_.SendCiv("27", "11", "01");
+void IcomLink::AfterLayout(bool hidden) {
+  if (parts_.State.IcomActive && !hidden && !parts_.State.ScanDialogOpen) link_.SendCiv("27", "11", "01");
   parts_.State.ResizeInProgress = false;
 }
 

@@ -63,10 +63,6 @@ QRgb Mix(QRgb base, QRgb over, double alpha) {
               channel(qBlue(base), qBlue(over)));
 }
 
-QRgb WaterfallColour(int index) {
-  return kPalette[static_cast<std::size_t>(std::clamp(index, 0, kWaterfallColours - 1))];
-}
-
 const std::array<QRgb, kWaterfallColours>& WaterfallPalette() {
   return kPalette;
 }

@@ -32,9 +32,7 @@ inline constexpr QRgb kBright = 0xFFCFD8E3;
 [[nodiscard]] QRgb Mix(QRgb base, QRgb over, double alpha);
 
 /// Hue 256 - index degrees, full saturation, brightness min(3 * index, 100) %: black at 0, violet-blue, blue,
-/// cyan, green, yellow, red at 256. index is clamped to 0..256.
-[[nodiscard]] QRgb WaterfallColour(int index);
-/// All of them, by index.
+/// cyan, green, yellow, red at 256.
 [[nodiscard]] const std::array<QRgb, kWaterfallColours>& WaterfallPalette();
 
 }  // namespace spectrino

@@ -58,20 +58,23 @@ QRect HoverStrip(const PlotLayout& layout, int textHeight) {
   return {0, layout.TopMargin + textHeight + layout.Px(4), layout.PlotWidth, textHeight};
 }
 
-QRect DrawHover(const OverlayPen& pen, int x, const std::string& text, const QFont& font) {
+QRect DrawHover(const OverlayPen& pen, const HoverLine& line, const std::string& text, const QFont& font) {
   const PlotLayout& layout = pen.Layout;
   const QColor colour(ColourAt(pen.Colours, ColourIndex::Cursor));
   const int dash = layout.Px(kDashPx);
-  const int bottom = layout.WaterfallHeight > 0 ? layout.Height : layout.PlotBottom();
-  for (int y = layout.TopMargin; y < bottom; y += 2 * dash) {
-    pen.Painter.fillRect(x, y, layout.LineWidth(), std::min(dash, bottom - y), colour);
+  const int x = line.X;
+  for (int y = line.Top; y < line.Bottom; y += 2 * dash) {
+    pen.Painter.fillRect(x, y, layout.LineWidth(), std::min(dash, line.Bottom - y), colour);
   }
   const TextCache::Entry& shown = pen.Texts.Get(text, font);
   const int width = shown.Size.width();
   const int room = layout.Px(5);
+  QRect strip = HoverStrip(layout, shown.Size.height());
+  if (line.Within.width() > 2 * (width + 2 * room) && line.Within.height() > strip.height())
+    strip = {line.Within.topLeft(), QSize(line.Within.width(), strip.height())};
+  const int least = strip.left() + layout.Px(2);
   int left = x + layout.LineWidth() + room;
-  if (left + width > layout.PlotWidth - layout.Px(2)) left = std::max(layout.Px(2), x - room - width);
-  const QRect strip = HoverStrip(layout, shown.Size.height());
+  if (left + width > strip.left() + strip.width() - layout.Px(2)) left = std::max(least, x - room - width);
   const QRect box(left, strip.top(), width, strip.height());
   pen.Painter.setFont(font);
   DrawVeiled(pen, box, shown, ColourIndex::Cursor);

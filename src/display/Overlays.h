@@ -29,9 +29,19 @@ struct HoverPlace {
 /// dBm". What is not known is left out.
 [[nodiscard]] std::string HoverText(const HoverPlace& place);
 
-/// Dashed line at x from the top margin to the bottom of the picture, its text beside it: right of it, left
-/// where it would leave the plot. Returns the text's box.
-QRect DrawHover(const OverlayPen& pen, int x, const std::string& text, const QFont& font);
+/// The pointer's line, device pixels: rows Top..Bottom-1.
+struct HoverLine {
+  int X = 0;
+  int Top = 0;
+  int Bottom = 0;
+  QRect Within{};  ///< the mini-pan whose picture it stands in; empty: the plot's
+
+  bool operator==(const HoverLine&) const = default;
+};
+
+/// Dashed, its text beside it: at the top of a mini-pan that has the room, else in the plot's own strip;
+/// right of it, left where it would leave mini-pan or plot. Returns the text's box.
+QRect DrawHover(const OverlayPen& pen, const HoverLine& line, const std::string& text, const QFont& font);
 /// The strip in which every hover text stands.
 [[nodiscard]] QRect HoverStrip(const PlotLayout& layout, int textHeight);
 

@@ -46,6 +46,8 @@ void PlaceLevels(const PlotLayout& layout, const LevelScale& levels, bool subDiv
   }
 }
 
+constexpr double kLabelRoom = 12;  // logical pixels
+
 bool Touches(const ScaleLabel& a, const ScaleLabel& b, int room) {
   return a.Left < b.Left + b.Width + room && b.Left < a.Left + a.Width + room;
 }
@@ -59,16 +61,34 @@ void AddFrequencyLabel(const PlotLayout& layout, const LabelMetrics& metrics, st
   label.Left = static_cast<int>(std::lround(x - label.Width / 2.0));
   label.Top = layout.PlotBottom() + (layout.BottomMargin - layout.WaterfallHeight - label.Height) / 2;
   if (label.Left < 0 || label.Left + label.Width > layout.Width) return;
-  const int room = layout.Px(12);
+  const int room = layout.Px(kLabelRoom);
   for (const ScaleLabel& other : labels) {
     if (Touches(label, other, room)) return;
   }
   labels.push_back(std::move(label));
 }
 
-std::string LabelText(const ScaleState& scale, double offsetHz, bool withMHz) {
-  if (!scale.FrequencyKnown) return GridOffsetText(offsetHz);
-  return GridFrequencyText(scale.LabelCentreMHz + offsetHz / 1e6, withMHz);
+/// offsetHz: from the labels' centre, stepHz: between the lines.
+std::string LabelText(const ScaleState& scale, double offsetHz, double stepHz, bool withMHz) {
+  if (!scale.FrequencyKnown) return GridOffsetText(offsetHz, stepHz);
+  return GridFrequencyText(scale.LabelCentreMHz + offsetHz / 1e6, stepHz, withMHz);
+}
+
+/// The smallest of 1, 2, 5, 10 ... Hz at which the labels of neighbouring lines stay apart; 0 when none does.
+double ZoomedStepHz(const PlotLayout& layout, const ScaleState& scale, bool withMHz,
+                    const LabelMetrics& metrics) {
+  const double spanHz = scale.Geometry.ShownSpanHz();
+  const double farthestHz = std::max(std::fabs(scale.Geometry.LeftMHz - scale.LabelCentreMHz),
+                                     std::fabs(scale.Geometry.RightMHz - scale.LabelCentreMHz)) *
+                            1e6;
+  for (double decade = 1; decade <= spanHz; decade *= 10) {
+    for (const double stepHz : {decade, 2 * decade, 5 * decade}) {
+      const double gridHz = std::ceil(farthestHz / stepHz) * stepHz;
+      const int widest = metrics.TextWidth(LabelText(scale, -gridHz, stepHz, withMHz));
+      if (stepHz / spanHz * layout.PlotWidth >= widest + layout.Px(kLabelRoom)) return stepHz;
+    }
+  }
+  return 0;
 }
 
 /// One side of the centre, outwards, so that the lines that were drawn are equally far apart.
@@ -94,9 +114,33 @@ class FrequencySide {
   double lastGridX_ = -1;
 };
 
+/// A part of the line is in view: round frequencies, or round offsets, from edge to edge.
+void PlaceZoomed(const PlotLayout& layout, const ScaleState& scale, bool withMHz, const LabelMetrics& metrics,
+                 ScaleLines& lines) {
+  const double stepHz = ZoomedStepHz(layout, scale, withMHz, metrics);
+  if (stepHz <= 0) return;
+  const FrameGeometry& geometry = scale.Geometry;
+  const double centreHz = scale.LabelCentreMHz * 1e6;
+  const double zeroHz = scale.FrequencyKnown ? 0 : centreHz;
+  const double first = std::ceil((geometry.LeftMHz * 1e6 - zeroHz) / stepHz - 1e-6);
+  const double last = std::floor((geometry.RightMHz * 1e6 - zeroHz) / stepHz + 1e-6);
+  for (double n = first; n <= last; ++n) {
+    const double hz = zeroHz + n * stepHz;
+    const double x = std::clamp(geometry.FrequencyToPixel(hz / 1e6), 0.0, geometry.PlotWidth);
+    lines.Frequencies.push_back({LinePixel(x, layout.PlotWidth, layout.LineWidth()), false});
+    if (n == 0 && !scale.FrequencyKnown && !scale.Running) continue;
+    AddFrequencyLabel(layout, metrics, LabelText(scale, hz - centreHz, stepHz, withMHz), x,
+                      lines.FrequencyLabels);
+  }
+}
+
 void PlaceFrequencies(const PlotLayout& layout, const ScaleState& scale, bool withMHz,
                       const LabelMetrics& metrics, ScaleLines& lines) {
   if (!scale.Geometry.Valid() || layout.PlotHeight <= 0) return;
+  if (scale.Zoomed) {
+    PlaceZoomed(layout, scale, withMHz, metrics, lines);
+    return;
+  }
   FrequencySide right(layout, scale, +1);
   FrequencySide left(layout, scale, -1);
   for (std::size_t i = 0; i < scale.GridOffsetHz.size(); ++i) {
@@ -107,7 +151,8 @@ void PlaceFrequencies(const PlotLayout& layout, const ScaleState& scale, bool wi
       lines.Frequencies.push_back({LinePixel(x, layout.PlotWidth, layout.LineWidth()), false});
       if (i == 0 && !scale.Running) continue;
       const double offsetHz = sign * scale.GridOffsetHz[i];
-      AddFrequencyLabel(layout, metrics, LabelText(scale, offsetHz, withMHz), x, lines.FrequencyLabels);
+      AddFrequencyLabel(layout, metrics, LabelText(scale, offsetHz, scale.GridOffsetHz[1], withMHz), x,
+                        lines.FrequencyLabels);
     }
   }
 }

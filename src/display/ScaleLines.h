@@ -41,9 +41,10 @@ struct LabelMetrics {
 [[nodiscard]] int LinePixel(double x, int plotWidth, int lineWidth);
 
 /// Lines of the level grid every GridStep dB, at the top and at the bottom; sub-divisions every GridStep / 5
-/// with subDivisions. Frequency lines at LabelCentreMHz and GridOffsetHz to both sides of it, through
-/// scale.Geometry; lines out of view or within 2 logical pixels of the last one are skipped. A label that
-/// would touch another one or leave the picture is skipped; the centre's label has the first choice.
+/// with subDivisions. Frequency lines at LabelCentreMHz and GridOffsetHz to both sides of it, when zoomed at
+/// 1-2-5 steps over all that is in view, through scale.Geometry; lines out of view or within 2 logical pixels
+/// of the last one are skipped. A label that would touch another one or leave the picture is skipped; the
+/// centre's label has the first choice.
 [[nodiscard]] ScaleLines PlaceScale(const PlotLayout& layout, const ScaleState& scale, bool subDivisions,
                                     bool withMHz, const LabelMetrics& metrics);
 

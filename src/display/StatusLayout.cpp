@@ -125,28 +125,30 @@ void PlacePans(StatusPlaces& places, const PlotLayout& layout, const QRect& room
 }  // namespace
 
 StatusPlaces PlaceStatus(const PlotLayout& layout, const FrameGeometry& geometry, double lowMHz,
-                         double highMHz, const StatusArea& area, TextCache& texts, const QFont& font) {
+                         double highMHz, const StatusArea& area, TextCache& texts, const QFont& font,
+                         InsetSide last) {
   StatusPlaces places;
   if (!area.Shown || !geometry.Valid()) return places;
   const int textHeight = texts.Get("A", font).Size.height();
   const int top = layout.TopMargin + layout.Px(kAboveInsetPx);
   const int height = std::min(layout.Px(kTallestPx), layout.PlotBottom() - top - layout.Px(kBelowInsetPx));
   const double plotWidth = layout.PlotWidth;
-  const auto widthOf = [&](double room) {
-    return std::min({layout.Px(kWidestPx), static_cast<int>(plotWidth * kShareOfPlot),
-                     static_cast<int>(room) - layout.Px(8)});
-  };
+  const int wanted = std::min(layout.Px(kWidestPx), static_cast<int>(plotWidth * kShareOfPlot));
+  const auto widthOf = [&](double room) { return std::min(wanted, static_cast<int>(room) - layout.Px(8)); };
   const double roomLeft = std::clamp(geometry.FrequencyToPixel(lowMHz), 0.0, plotWidth);
   const double roomRight = plotWidth - std::clamp(geometry.FrequencyToPixel(highMHz), 0.0, plotWidth);
-  const bool onLeft = roomLeft >= roomRight;
+  const bool stays =
+      last != InsetSide::None && widthOf(last == InsetSide::Left ? roomLeft : roomRight) == wanted;
+  const bool onLeft = stays ? last == InsetSide::Left : roomLeft >= roomRight;
   const auto boxOn = [&](bool left, double room) {
     const int width = widthOf(room);
     const int x = left ? layout.Px(kEdgePx) : layout.PlotWidth - width - layout.Px(kEdgePx);
     return QRect(x, top, width, height);
   };
-  const QRect box = boxOn(onLeft, std::max(roomLeft, roomRight));
+  const QRect box = boxOn(onLeft, onLeft ? roomLeft : roomRight);
   if (height < 2 * textHeight || box.width() < layout.Px(kLeastWidthPx)) return places;
 
+  places.Side = onLeft ? InsetSide::Left : InsetSide::Right;
   places.Rows = FillRows(RowFiller(layout, texts, font, box.width()), area);
   const int most = height / textHeight;
   if (static_cast<int>(places.Rows.size()) > most) places.Rows.resize(static_cast<std::size_t>(most));
@@ -155,7 +157,7 @@ StatusPlaces PlaceStatus(const PlotLayout& layout, const FrameGeometry& geometry
   if (area.NeedsDualPanOff || !area.Main.Shown) return places;
 
   const QRect below = box.adjusted(0, rowsHeight, 0, 0);
-  const QRect beside = boxOn(!onLeft, std::min(roomLeft, roomRight));
+  const QRect beside = boxOn(!onLeft, onLeft ? roomRight : roomLeft);
   const int least = layout.Px(kLeastPanPx);
   if (below.height() >= least)
     PlacePans(places, layout, below, area, textHeight);

@@ -28,7 +28,11 @@ struct MiniPanPlace {
   bool Labelled = false;  ///< names under the meter's ticks
 };
 
+/// Of the tuned signal.
+enum class InsetSide { None, Left, Right };
+
 struct StatusPlaces {
+  InsetSide Side = InsetSide::None;  ///< of the texts; None: there is no inset
   QRect Texts;
   std::vector<StatusRow> Rows;
   MiniPanPlace Main;
@@ -39,11 +43,13 @@ struct StatusPlaces {
 };
 
 /// The texts stand on the side with more room beside the tuned signal, no wider than that room, the mini-pans
-/// below them; in a low plot the mini-pans stand on the signal's other side. A text that finds no room in its
-/// row begins the next one. lowMHz, highMHz: the tuned signal, which nothing hides.
+/// below them; on the side where they stood before (last) as long as nothing there narrows them, so that
+/// tuning about the middle does not make them hop. In a low plot the mini-pans stand on the signal's other
+/// side. A text that finds no room in its row begins the next one. lowMHz, highMHz: the tuned signal, which
+/// nothing hides.
 [[nodiscard]] StatusPlaces PlaceStatus(const PlotLayout& layout, const FrameGeometry& geometry, double lowMHz,
                                        double highMHz, const StatusArea& area, TextCache& texts,
-                                       const QFont& font);
+                                       const QFont& font, InsetSide last = InsetSide::None);
 
 /// x of a frequency in a mini-pan's trace, kept within it.
 [[nodiscard]] double MiniPanX(const QRect& trace, const MiniPan& pan, double mhz);

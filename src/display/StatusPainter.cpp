@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "display/Colours.h"
-#include "dsp/DisplayTrace.h"
+#include "dsp/WaterfallColourIndex.h"
 
 namespace spectrino {
 namespace {

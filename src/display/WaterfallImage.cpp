@@ -8,7 +8,7 @@
 
 #include "display/Blit.h"
 #include "display/Colours.h"
-#include "dsp/DisplayTrace.h"
+#include "dsp/WaterfallColourIndex.h"
 #include "state/SpectrumLine.h"
 
 namespace spectrino {
@@ -157,14 +157,6 @@ void WaterfallImage::Draw(QPainter& painter, int left, int top) const {
   const int upper = Height() - head_;
   BlitImage(painter, QPoint(left, top), picture_, QRect(0, head_, Width(), upper));
   if (head_ > 0) BlitImage(painter, QPoint(left, top + upper), picture_, QRect(0, 0, Width(), head_));
-}
-
-QImage WaterfallImage::ToImage() const {
-  if (picture_.isNull()) return {};
-  QImage image(picture_.size(), QImage::Format_RGB32);
-  QPainter painter(&image);
-  Draw(painter, 0, 0);
-  return image;
 }
 
 std::optional<WaterfallRow> WaterfallImage::RowAt(int y) const {

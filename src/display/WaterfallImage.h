@@ -39,8 +39,6 @@ class WaterfallImage {
 
   /// Draws it with its top left corner there, in the painter's pixels.
   void Draw(QPainter& painter, int left, int top) const;
-  /// The same as a picture of its own, newest line first.
-  [[nodiscard]] QImage ToImage() const;
 
   [[nodiscard]] int Width() const { return picture_.width(); }
   [[nodiscard]] int Height() const { return picture_.height(); }

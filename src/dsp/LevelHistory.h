@@ -1,5 +1,5 @@
 // The last frames of levels, and what is shown of them: maximum, average, running peak or the newest.
-// Knows points by index only; where they are drawn is DisplayTrace's.
+// Knows points by index only; where they are drawn is ColumnMap's.
 #pragma once
 
 #include <cstddef>
@@ -37,12 +37,12 @@ class LevelHistory {
 
   /// The value drawn, by point index.
   [[nodiscard]] std::span<const float> DisplayLevel() const { return displayLevel_; }
+  /// The frame of the last Push alone, by point index; until the next call of anything else.
+  [[nodiscard]] std::span<const float> NewestLevel() const { return {history_.Row(frame_), points_}; }
   /// The largest level of the last 17 frames; empty when the last Push did not want it.
   [[nodiscard]] std::span<const float> BackgroundPeak() const {
     return hasBackgroundPeak_ ? std::span<const float>(backgroundPeak_) : std::span<const float>();
   }
-  /// Frames in the display beside the newest: 0..historyDepth. -1 before the first frame.
-  [[nodiscard]] int FrameCount() const { return frameCount_; }
 
  private:
   void Count(DisplayMode mode, int historyDepth, bool wantBackgroundPeak, long firstPeak);
@@ -61,7 +61,7 @@ class LevelHistory {
   long frame_ = 0;  ///< of the newest row
   DisplayMode mode_ = DisplayMode::Max;
   int depth_ = 0;
-  int frameCount_ = -1;
+  int frameCount_ = -1;      ///< frames in the display beside the newest, 0..depth_; -1 before the first
   bool windowFull_ = false;  ///< the newest frame pushed another out of the window
   bool hasBackgroundPeak_ = false;
 };

@@ -54,19 +54,6 @@ void UpdateLevelScale(LevelScale& scale, int refLevel, int rangeDivisor, int bin
   scale.GridStep = range->gridStep;
 }
 
-LevelScale IcomLevelScale() {
-  return {.BottomLevel = 0, .TopLevel = 160, .RangeUnits = 160, .GridStep = 20};
-}
-
-LevelScale K4LevelScale(float refLevelDb, double panScaleDb) {
-  const double bottom = std::floor(refLevelDb);
-  const double top = std::floor(panScaleDb + refLevelDb);
-  return {.BottomLevel = static_cast<float>(bottom),
-          .TopLevel = static_cast<float>(top),
-          .RangeUnits = RoundToInt32(top - bottom),
-          .GridStep = 20};
-}
-
 int RangeDb(int rangeDivisor) {
   const RangeRow* range = FindRange(rangeDivisor);
   return range == nullptr ? 0 : range->rangeDb;

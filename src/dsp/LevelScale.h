@@ -15,12 +15,6 @@ namespace spectrino {
 /// and GridStep as they were.
 void UpdateLevelScale(LevelScale& scale, int refLevel, int rangeDivisor, int binWidthDb);
 
-/// The radio's own scale, 0..160.
-[[nodiscard]] LevelScale IcomLevelScale();
-
-/// From the main pan's reference level to panScaleDb above it, both ends rounded down.
-[[nodiscard]] LevelScale K4LevelScale(float refLevelDb, double panScaleDb);
-
 /// Displayed range: 20 log10(10 * rangeDivisor); 0 for a divisor that is none of the eight.
 [[nodiscard]] int RangeDb(int rangeDivisor);
 

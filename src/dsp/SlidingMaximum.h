@@ -22,6 +22,9 @@ class LevelRing {
   [[nodiscard]] float* Row(long frame) {
     return levels_.data() + static_cast<std::size_t>(frame % rows_) * stride_;
   }
+  [[nodiscard]] const float* Row(long frame) const {
+    return levels_.data() + static_cast<std::size_t>(frame % rows_) * stride_;
+  }
 
  private:
   long rows_ = 1;

@@ -1,5 +1,5 @@
 // Which points of a line are in view, and the frame geometry that follows from it.
-// Pixels of single points are FrameGeometry's and DisplayTrace's.
+// Pixels of single points are FrameGeometry's and ColumnMap's.
 #pragma once
 
 #include "state/FrameGeometry.h"

@@ -2,72 +2,17 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
-#include <cstdint>
 #include <string>
 
-#include "state/Val.h"
+#include "k4/CatHandlers.h"
 
 namespace spectrino {
 
-std::optional<double> CatReply::Number(std::size_t position, std::size_t length) const {
-  const std::string_view text = From(position, length);
-  if (text.empty()) return std::nullopt;
-  return Val(text);
-}
-
-std::optional<int> CatReply::Int16(std::size_t position, std::size_t length) const {
-  const auto number = Number(position, length);
-  if (!number || *number > INT16_MAX || *number < INT16_MIN) return std::nullopt;
-  return RoundToInt16(*number);
-}
-
 namespace {
 
-constexpr std::size_t kToEnd = std::string_view::npos;
+using namespace cat;
+
 constexpr double kVolumeSteps = 60;  // the radio's AF gain, 0..60, on a slider of 0..255
-
-using IntField = int K4State::*;
-using MHzField = double K4State::*;
-
-// The generic handlers.
-
-template <IntField Field, std::size_t Position, std::size_t Length = 1>
-void StoreInt(const CatReply& reply, K4State& state, K4PanelView&) {
-  if (const auto value = reply.Int16(Position, Length)) state.*Field = *value;
-}
-
-/// Main at the position, sub one further on.
-template <IntField Main, IntField Sub, std::size_t Position, std::size_t Length = 1, int Factor = 1>
-void StorePair(const CatReply& reply, K4State& state, K4PanelView&) {
-  const bool sub = reply.Sub();
-  const auto value = reply.Number(sub ? Position + 1 : Position, Length);
-  if (value && std::fabs(*value) <= INT32_MAX / Factor)
-    state.*(sub ? Sub : Main) = RoundToInt32(*value) * Factor;
-}
-
-template <IntField Field, std::size_t Position, std::size_t Length = kToEnd>
-void StoreMainInt(const CatReply& reply, K4State& state, K4PanelView& view) {
-  if (!reply.Sub()) StoreInt<Field, Position, Length>(reply, state, view);
-}
-
-template <MHzField Field, std::size_t Position, std::size_t Length = kToEnd>
-void StoreMHz(const CatReply& reply, K4State& state, K4PanelView&) {
-  if (const auto hz = reply.Number(Position, Length)) state.*Field = *hz / 1e6;
-}
-
-void Follow(K4PanelView& view, K4Check check, int before, int now) {
-  if (before != now) view.SetCheck(check, check == K4Check::Splt ? now != 0 : now == 1);
-}
-
-template <IntField Field, K4Check Check, std::size_t Position, std::size_t Length = 1>
-void StoreChecked(const CatReply& reply, K4State& state, K4PanelView& view) {
-  const int before = state.*Field;
-  StoreInt<Field, Position, Length>(reply, state, view);
-  Follow(view, Check, before, state.*Field);
-}
-
-// The odd ones.
 
 void ApplyIF(const CatReply& reply, K4State& state, K4PanelView&) {
   if (reply.Text.size() == 37) state.Record.Store("IF", reply.Text);
@@ -241,12 +186,6 @@ void ApplyRV(const CatReply& reply, K4State& state, K4PanelView&) {
   if (reply.Text[2] == 'M' && version && *version > 0) state.McuVersion = static_cast<float>(*version);
 }
 
-void ApplyFNL(const CatReply& reply, K4State& state, K4PanelView&) {
-  const std::string_view index = reply.From(5, 1);
-  if (index.empty() || index[0] < '0' || index[0] > '9') return;
-  state.FixedTuneNames[static_cast<std::size_t>(index[0] - '0')] = Trim(reply.From(6, 9));
-}
-
 /// These are kept with their ";".
 void RecordWhole(const CatReply& reply, K4State& state, std::string_view field) {
   state.Record.Store(field, std::string(reply.Text) + ";");
@@ -273,35 +212,6 @@ constexpr char kMG[] = "MG";
 
 using S = K4State;
 constexpr std::array kRows = std::to_array<CatRow>({
-    {"#AVG", StoreInt<&S::PanAverage, 5, 2>, nullptr},
-    {"#CTF", StoreMHz<&S::PanCenterMHz, 6, 11>, nullptr},
-    {"#DPM", StoreInt<&S::PanDpm, 5>, nullptr},
-    {"#DSM", StoreInt<&S::PanDsm, 5>, nullptr},
-    {"#FNL", ApplyFNL, nullptr},
-    {"#FXA", StoreInt<&S::PanFxa, 5>, nullptr},
-    {"#FXT", StoreChecked<&S::FxtOn, K4Check::Fxt, 5>, nullptr},
-    {"#HDPM", StoreInt<&S::PanHdpm, 6>, nullptr},
-    {"#LBL", StoreInt<&S::PanLabels, 5>, nullptr},
-    {"#MFA", StoreMHz<&S::MarkerAMHz, 6, 11>, nullptr},
-    {"#MFB", StoreMHz<&S::MarkerBMHz, 6, 11>, nullptr},
-    {"#MKA", StoreInt<&S::MarkerAOn, 5>, nullptr},
-    {"#MKB", StoreInt<&S::MarkerBOn, 5>, nullptr},
-    {"#MP$", StoreInt<&S::PanMpSub, 5>, nullptr},
-    {"#NB", StoreInt<&S::PanNb, 4>, nullptr},
-    {"#NBL", StoreInt<&S::PanNbLevel, 5, 2>, nullptr},
-    {"#PKM", StoreInt<&S::PanPeakMode, 5>, nullptr},
-    {"#REF", StoreInt<&S::PanRefLevelDb, 5, 4>, nullptr},
-    {"#RVM", StoreInt<&S::PanRvm, 5, 5>, nullptr},
-    {"#SCL", StoreInt<&S::PanScaleDb, 5, 3>, nullptr},
-    {"#SPM", StoreInt<&S::PanSpeedMode, 5>, nullptr},
-    {"#SPN", StoreMHz<&S::PanSpanMHz, 5>, nullptr},
-    {"#VFA", StoreInt<&S::PanVfoAMarker, 5>, nullptr},
-    {"#VFB", StoreInt<&S::PanVfoBMarker, 5>, nullptr},
-    {"#WBS", StoreInt<&S::WaterfallBs, 5, 2>, nullptr},
-    {"#WFA", StoreInt<&S::WaterfallA, 5>, nullptr},
-    {"#WFC", StoreInt<&S::WaterfallC, 5>, nullptr},
-    {"#WFH", StoreInt<&S::WaterfallHeight, 5, 3>, nullptr},
-    {"#WFM", StoreInt<&S::WaterfallM, 5>, nullptr},
     {"AC", nullptr, "AC"},
     {"AG", ApplyAG, nullptr},
     {"AI", ApplyAI, nullptr},
@@ -396,8 +306,9 @@ static_assert(std::ranges::is_sorted(kRows, {}, &CatRow::Mnemonic));
 }  // namespace
 
 const CatRow* FindCatRow(std::string_view mnemonic) {
-  const auto row = std::ranges::lower_bound(kRows, mnemonic, {}, &CatRow::Mnemonic);
-  return row != kRows.end() && row->Mnemonic == mnemonic ? &*row : nullptr;
+  const std::span<const CatRow> rows = mnemonic.starts_with('#') ? CatPanRows() : kRows;
+  const auto row = std::ranges::lower_bound(rows, mnemonic, {}, &CatRow::Mnemonic);
+  return row != rows.end() && row->Mnemonic == mnemonic ? &*row : nullptr;
 }
 
 }  // namespace spectrino

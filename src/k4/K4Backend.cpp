@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "k4/K4Filters.h"
+#include "k4/K4Span.h"
 
 namespace spectrino {
 namespace {
@@ -46,11 +47,9 @@ void TellRadioState(const K4State& state, RadioState& radio) {
   radio.Transmitting = state.Transmitting == 1;
   radio.SMeterTold = true;
   radio.SMeterDbm = state.SMeterMain - kSMeterZeroDb;
-  radio.K4Connected = state.K4Connected;
-  radio.K4PanDataSeen = state.K4PanDataSeen;
 }
 
-void K4Backend::SetFrequency(Vfo vfo, double freqMHz) {
+void K4Backend::SetFrequency(Vfo vfo, double freqMHz, Aim /*aim*/) {
   SetK4Frequency(sender_, freqMHz, vfo == Vfo::A ? 0 : 1);
 }
 
@@ -70,37 +69,40 @@ bool K4Backend::SelectMode(const ModeRequest& request) {
   return true;
 }
 
+int K4Backend::StepOn(OwnValue& own, int toldHz, int deltaHz) {
+  const auto now = clock_.Now();
+  const bool counting = own.Sent.time_since_epoch().count() != 0 && now - own.Sent < kOwnCount;
+  own = {std::max(0, (counting ? own.Hz : toldHz) + deltaHz), now};
+  return own.Hz;
+}
+
 // "BW" | "$" | bandwidth in tens of hertz, no leading zeros; then the question
 void K4Backend::ChangeBandwidth(Vfo receiver, int deltaHz) {
-  const int now = receiver == Vfo::B ? state_.FilterBwSubHz : state_.FilterBwMainHz;
-  const int wanted = std::max(0, (now + deltaHz) / 10);
+  const bool sub = receiver == Vfo::B;
+  const int wantedHz =
+      StepOn(ownBandwidth_[sub ? 1 : 0], sub ? state_.FilterBwSubHz : state_.FilterBwMainHz, deltaHz);
   const std::string suffix(SuffixOf(receiver));
-  sender_.SendK4("BW" + suffix + Digits(wanted, 1));
+  sender_.SendK4("BW" + suffix + Digits(wantedHz / 10, 1));
   sender_.SendK4("BW" + suffix);
 }
 
 // "IS" | "$" | audio frequency of the filter's middle in tens of hertz, four digits; then the question
 void K4Backend::ShiftPassband(Vfo receiver, int deltaHz) {
-  int& shiftHz = receiver == Vfo::B ? state_.IfShiftSubHz : state_.IfShiftMainHz;
-  OwnShift& own = ownShift_[receiver == Vfo::B ? 1 : 0];
-  const auto now = clock_.Now();
-  const int fromHz =
-      own.Sent.time_since_epoch().count() != 0 && now - own.Sent < kOwnCount ? own.Hz : shiftHz;
-  shiftHz = std::max(0, fromHz + deltaHz);
-  own = {shiftHz, now};
+  const bool sub = receiver == Vfo::B;
+  int& shiftHz = sub ? state_.IfShiftSubHz : state_.IfShiftMainHz;
+  shiftHz = StepOn(ownShift_[sub ? 1 : 0], shiftHz, deltaHz);
   const std::string suffix(SuffixOf(receiver));
   sender_.SendK4("IS" + suffix + Digits(shiftHz / 10, 4));
   sender_.SendK4("IS" + suffix);
 }
 
-bool K4Backend::StepSpan(int direction) {
-  commands_.cmdSpan_Click(direction > 0 ? 1 : 0);
-  return true;
+void K4Backend::StepSpan(int direction) {
+  StepK4Span(state_, sender_, direction > 0 ? +1 : -1);
 }
 
 void K4Backend::StepFrequency(int direction, double /*centreMHz*/) {
   if (state_.MainFreqMHz <= 0) return;
-  SetFrequency(Vfo::A, state_.MainFreqMHz + direction * kStepMHz);
+  SetFrequency(Vfo::A, state_.MainFreqMHz + direction * kStepMHz, Aim::Dial);
 }
 
 }  // namespace spectrino

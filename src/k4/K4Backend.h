@@ -25,12 +25,9 @@ class K4Backend final : public RigBackend {
             const Clock& clock)
       : state_(state), sender_(sender), commands_(commands), store_(store), memory_(memory), clock_(clock) {}
 
-  /// The sessions are opened and closed with the spectrum.
-  bool Open() override { return state_.K4Connected; }
-  void Close() override {}
   void Refresh(RadioState& radio) override { TellRadioState(state_, radio); }
 
-  void SetFrequency(Vfo vfo, double freqMHz) override;
+  void SetFrequency(Vfo vfo, double freqMHz, Aim aim) override;
   /// Keeps where the radio is, then asks for the band; buttons 0 ("Gen"), 12 and 13 have none.
   void SelectBand(int button) override;
   void RememberBand() override;
@@ -38,7 +35,7 @@ class K4Backend final : public RigBackend {
   void SendMacro(std::string_view text) override { sender_.SendK4(text); }
   void ChangeBandwidth(Vfo receiver, int deltaHz) override;
   void ShiftPassband(Vfo receiver, int deltaHz) override;
-  bool StepSpan(int direction) override;
+  void StepSpan(int direction) override;
   /// 50 kHz from where VFO A is.
   void StepFrequency(int direction, double centreMHz) override;
 
@@ -49,12 +46,16 @@ class K4Backend final : public RigBackend {
   SettingsStore& store_;
   BandMemory& memory_;
   const Clock& clock_;
-  /// Where a turning wheel got to by itself, by receiver: the radio still answers its earlier notches.
-  struct OwnShift {
+  /// Where steps got to by themselves: the radio still answers the earlier ones.
+  struct OwnValue {
     int Hz = 0;
     std::chrono::steady_clock::time_point Sent{};
   };
-  std::array<OwnShift, 2> ownShift_;
+  /// The value as it was asked last, or as the radio told it, by deltaHz further; not below 0.
+  int StepOn(OwnValue& own, int toldHz, int deltaHz);
+
+  std::array<OwnValue, 2> ownShift_;  ///< by receiver
+  std::array<OwnValue, 2> ownBandwidth_;
 };
 
 }  // namespace spectrino

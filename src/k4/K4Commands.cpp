@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <iterator>
 
+#include "k4/K4Span.h"
 #include "settings/Keys.h"
 #include "settings/SetupSection.h"
 #include "state/RadioState.h"
@@ -18,9 +19,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr int kLeastSpanHz = 6000;
-constexpr int kMostSpanHz = 368000;
-constexpr int kSpanStepHz = 5000;
 constexpr auto kPumpOnly = 0ms;
 
 std::string Digits(int value, int width) {
@@ -59,9 +57,9 @@ void K4Commands::Click(std::string_view control) {
       {"Command4", [](K4Commands& panel) { panel.sender_.SendK4("AB0;"); }},
       {"cmdXFIL0", [](K4Commands& panel) { panel.cmdXFIL_Click(kMainRx); }},
       {"cmdXFIL1", [](K4Commands& panel) { panel.cmdXFIL_Click(kSubRx); }},
-      {"cmdSpan0", [](K4Commands& panel) { panel.cmdSpan_Click(0); }},
-      {"cmdSpan1", [](K4Commands& panel) { panel.cmdSpan_Click(1); }},
-      {"cmdAutoSpan", [](K4Commands& panel) { panel.cmdAutoSpan_Click(); }},
+      {"cmdSpan0", [](K4Commands& panel) { StepK4Span(panel.state_, panel.sender_, -1); }},
+      {"cmdSpan1", [](K4Commands& panel) { StepK4Span(panel.state_, panel.sender_, +1); }},
+      {"cmdAutoSpan", [](K4Commands& panel) { SendAutoK4Span(panel.state_, panel.sender_, panel.store_); }},
       {"cmdQuick", [](K4Commands& panel) { panel.cmdQuick_Click(); }}};
   const auto* button = std::ranges::find(kButtons, control, &Button::Control);
   if (button != std::end(kButtons)) button->Press(*this);
@@ -157,24 +155,6 @@ void K4Commands::chkMinipan_Click(bool on) {
   sender_.SendPan(on && state_.IsK4D ? "Z1" : "Z0");
   if (on) state_.MinipanHistoryCount = 0;
   SelectMonitor(subTicked_ ? 1 : 0);
-}
-
-void K4Commands::SendSpan(int spanHz, bool thenCentre) {
-  sender_.SendK4("#SPN" + std::to_string(spanHz));
-  if (thenCentre) sender_.SendK4("FC");
-}
-
-void K4Commands::cmdSpan_Click(int index) {
-  const double presentHz = state_.PanSpanMHz * 1e6;
-  const int next = RoundToInt32(presentHz) + (index == 0 ? -kSpanStepHz : kSpanStepHz);
-  SendSpan(std::clamp(next, kLeastSpanHz, kMostSpanHz), false);
-}
-
-void K4Commands::cmdAutoSpan_Click() {
-  std::size_t preset = 0;
-  if (state_.RadioMode == mode::kLsb || state_.RadioMode == mode::kUsb) preset = 1;
-  if (state_.RadioMode == mode::kFm || state_.RadioMode == mode::kAm) preset = 2;
-  SendSpan(SetupSection(store_).Read(key::kAutoSpan[preset]) * 1000, true);
 }
 
 void K4Commands::cmdQuick_Click() {

@@ -36,8 +36,6 @@ class K4Commands {
   void chkMinipan_Click(bool on);
   void optK4Span_Click(int index) { state_.K4SpanPreset = index; }
   void cmdXFIL_Click(int receiver);
-  void cmdSpan_Click(int index);
-  void cmdAutoSpan_Click();
   void cmdQuick_Click();
   /// Mode button 0..7: LSB, USB, CW, CW-R, FM, AM, DATA-R, DATA; others send nothing.
   void cmdMode_Click(int index);
@@ -59,7 +57,6 @@ class K4Commands {
   void cmdANT_Click();
   void cmdPRE_Click();
   void cmdATT_Click();
-  void SendSpan(int spanHz, bool thenCentre);
   [[nodiscard]] bool Sub() const { return state_.RxSuffix == "$"; }
 
   K4State& state_;

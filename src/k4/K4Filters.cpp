@@ -1,35 +1,21 @@
 #include "k4/K4Filters.h"
 
+#include "rig/Passband.h"
 #include "state/RadioState.h"
 
 namespace spectrino {
 
 double ShiftFromDialHz(int radioMode, int centreHz, int pitchHz) {
-  switch (radioMode) {
-    case mode::kCwReverse:
-      return centreHz != 0 && pitchHz != 0 ? pitchHz - centreHz : 0;
-    case mode::kCw:
-      return centreHz != 0 && pitchHz != 0 ? centreHz - pitchHz : 0;
-    case mode::kAm:
-    case mode::kFm:
-      return 0;
-    default:
-      return centreHz;
-  }
+  if (!LiesAroundDial(radioMode)) return centreHz;
+  const bool cw = radioMode == mode::kCw || radioMode == mode::kCwReverse;
+  if (!cw || centreHz == 0 || pitchHz == 0) return 0;
+  return radioMode == mode::kCw ? centreHz - pitchHz : pitchHz - centreHz;
 }
 
 double NotchFromDialHz(int radioMode, int notchHz, int pitchHz) {
-  switch (radioMode) {
-    case mode::kCw:
-      return notchHz - pitchHz;
-    case mode::kCwReverse:
-      return pitchHz - notchHz;
-    case mode::kLsb:
-    case mode::kDataReverse:
-      return -notchHz;
-    default:
-      return notchHz;
-  }
+  if (radioMode == mode::kCw) return notchHz - pitchHz;
+  if (radioMode == mode::kCwReverse) return pitchHz - notchHz;
+  return LiesBelowDial(radioMode) ? -notchHz : notchHz;
 }
 
 }  // namespace spectrino

@@ -18,12 +18,12 @@ bool K4Link::Open(RadioState& radio) {
   if (outcome.Failed && !outcome.Message.empty()) {
     user_.ShowMessage("Spectrino", outcome.Message, Severity::Critical);
   }
-  return !outcome.Failed;
+  // Both connections may be gone again by now: there is nothing to run on.
+  return !outcome.Failed && state_.K4Connected;
 }
 
-void K4Link::Close(RadioState& radio) {
+void K4Link::Close() {
   session_.Stop();
-  radio.K4Connected = radio.K4PanDataSeen = false;
 }
 
 LevelScale K4Link::Scale() const {
@@ -38,6 +38,7 @@ LevelScale K4Link::Scale() const {
 }
 
 PollResult K4Link::Poll(const LineRequest&, SpectrumLine& line) {
+  status_.Follow(state_);
   const K4PanChannel& channel = state_.K4PanChannels[kPanMain];
   // Without a known span (the radio has not told its own yet) or with a single point there is nothing to
   // draw.

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "k4/PanStream.h"
+#include "settings/Keys.h"
 #include "settings/SetupSection.h"
 #include "state/Val.h"
 
@@ -15,8 +16,6 @@ namespace {
 
 /// No reply is as long: what has no ";" within this is not a K4's.
 constexpr std::size_t kMostTextBytes = 64 * 1024;
-constexpr int kUsualCatPort = 9200;
-constexpr int kUsualPanPort = 9201;
 
 // "AI5;" makes the radio tell changes by itself; the rest asks for what the panel shows.
 constexpr auto kRefresh = std::to_array<std::string_view>(
@@ -30,25 +29,23 @@ constexpr auto kPollBefore =
     std::to_array<std::string_view>({"#SCL;", "#SPN;", "#REF;", "#SCL;", "#FXT;", "TQX;"});
 constexpr auto kPollAfter = std::to_array<std::string_view>({"SMH;", "SMH$;", "#HDPM;", "#DPM;"});
 
-// Text that is not a number, or none, reads as 0.
-int PortOr(int port, int usual) {
-  return port == 0 ? usual : port;
-}
-
 }  // namespace
 
 K4Session::K4Session(K4SessionParts parts)
-    : parts_(std::move(parts)), assembler_([this](std::span<const std::uint8_t> frames) {
+    : parts_(std::move(parts)),
+      connector_(parts_, [this] { CloseSockets(); }),
+      assembler_([this](std::span<const std::uint8_t> frames) {
         const std::uint64_t before = parts_.State.K4PanChannels[kPanMain].Serial;
         ParseK4PanFrames(frames, parts_.State);
         if (parts_.State.K4PanChannels[kPanMain].Serial != before) lineArrived_ = parts_.Time.Now();
-      }) {
-  parts_.WSCat.Connected = [this] { SocketConnected(catConnected_); };
-  parts_.WSPan.Connected = [this] { SocketConnected(panConnected_); };
-  parts_.WSCat.Closed = [this] { SocketEnded(catConnected_, "CAT", "closed by the radio"); };
-  parts_.WSPan.Closed = [this] { SocketEnded(panConnected_, "panadapter", "closed by the radio"); };
-  parts_.WSCat.Error = [this](std::string_view text) { SocketEnded(catConnected_, "CAT", text); };
-  parts_.WSPan.Error = [this](std::string_view text) { SocketEnded(panConnected_, "panadapter", text); };
+      }),
+      cat_{parts_.WSCat, "CAT", LinkWatch(parts_.Time)},
+      pan_{parts_.WSPan, "panadapter", LinkWatch(parts_.Time)} {
+  for (Port* port : {&cat_, &pan_}) {
+    port->Socket.Connected = [this, port] { PortConnected(*port); };
+    port->Socket.Closed = [this, port] { PortEnded(*port, "closed by the radio"); };
+    port->Socket.Error = [this, port](std::string_view text) { PortEnded(*port, text); };
+  }
   parts_.WSCat.DataArrival = [this](std::span<const std::uint8_t> bytes) { CatArrived(bytes); };
   parts_.WSPan.DataArrival = [this](std::span<const std::uint8_t> bytes) { PanArrived(bytes); };
 }
@@ -80,6 +77,7 @@ K4ConnectOutcome K4Session::Start() {
   }
   // Again: what the radio missed while it was still being set up is asked for a second time.
   RefreshK4();
+  BeginWatch();
   timerEnabled_ = true;
   state.K4PanDataSeen = false;
   state.RxSuffix.clear();
@@ -99,119 +97,81 @@ void K4Session::Stop() {
 }
 
 K4ConnectOutcome K4Session::TCPConnect() {
-  while (true) {
-    const Target target = ReadTarget();
-    if (target.Address.empty()) return {true, "TCP Port not defined"};
-    RestartMinipan();
-    if (target.Host.empty()) return GiveUp(target);
-    const bool connected = Attempt(target);
-    if (Abandoned()) {
-      CloseSockets();
-      return {true, {}};
-    }
-    if (connected) {
-      SendOpening(target);
-      return {};
-    }
-    if (!AskRetry()) return GiveUp(target);
-  }
+  K4ConnectOutcome outcome = connector_.Connect(target_);
+  if (!outcome.Failed) SendOpening();
+  return outcome;
 }
 
-K4Session::Target K4Session::ReadTarget() const {
-  const SetupSection setup(parts_.Store);
-  Target target;
-  target.Address = setup.Read(key::kK4Address);
-  target.Host = Trim(std::string_view(target.Address).substr(0, target.Address.find(':')));
-  target.CatPort = PortOr(setup.Read(key::kK4CatPort), kUsualCatPort);
-  target.PanPort = PortOr(setup.Read(key::kK4PanPort), kUsualPanPort);
-  target.TimeOut = std::chrono::milliseconds(setup.Read(key::kTcpTimeOutMs));
-  return target;
-}
-
-void K4Session::RestartMinipan() {
-  parts_.State.MinipanOn = true;
-  parts_.View.TickMinipan();
-  parts_.State.MinipanHistoryCount = 0;
-}
-
-bool K4Session::Attempt(const Target& target) {
-  CloseSockets();
-  // The hourglass before the first pause: events flow in every one of them, and K4Connected, cleared above,
-  // may be set by any. It must not be cleared again.
-  parts_.View.ShowWaiting(true);
-  parts_.WSPan.Connect(target.Host, static_cast<std::uint16_t>(target.PanPort));
-  parts_.Pump.Wait(50ms);
-  if (!Abandoned()) {
-    parts_.WSCat.Connect(target.Host, static_cast<std::uint16_t>(target.CatPort));
-    parts_.Pump.Wait(50ms);
-  }
-  const auto start = parts_.Time.Now();
-  do {
-    parts_.Pump.Wait(30ms);
-  } while (!parts_.State.K4Connected && !Abandoned() && parts_.Time.Now() - start <= target.TimeOut);
-  parts_.View.ShowWaiting(false);
-  return parts_.State.K4Connected;
-}
-
-bool K4Session::AskRetry() {
-  const K4ConnectTexts shown = LoadK4ConnectTexts(parts_.Store);
-  parts_.View.AllowAlwaysOnTop(false);
-  const std::optional<K4ConnectTexts> answer = parts_.Retry.Ask(K4RetryMessage(shown), shown);
-  parts_.View.AllowAlwaysOnTop(true);
-  if (!answer) return false;
-  SaveK4ConnectTexts(parts_.Store, *answer);
-  return true;
-}
-
-K4ConnectOutcome K4Session::GiveUp(const Target& target) {
-  parts_.View.ShowWaiting(false);
-  // An answer may still be on its way; nobody waits for it any more.
-  CloseSockets();
-  parts_.Pump.Wait(30ms);
-  if (Abandoned()) return {true, {}};
-  return {true, "TCP ERROR - HOST = " + target.Host + " PORTPAN = " + std::to_string(target.PanPort) +
-                    " PORTCAT = " + std::to_string(target.CatPort)};
-}
-
-void K4Session::SendOpening(const Target& target) {
-  parts_.User.ShowStatus("Connected to " + target.Address + ":" + std::to_string(target.CatPort) + "/" +
-                         std::to_string(target.PanPort));
+void K4Session::SendOpening() {
+  parts_.User.ShowStatus("Connected to " + target_.Address + ":" + std::to_string(target_.CatPort) + "/" +
+                         std::to_string(target_.PanPort));
   parts_.Pump.Wait(250ms);
   parts_.Pump.Wait(250ms);
-  if (catConnected_ && panConnected_)
+  if (cat_.Connected && pan_.Connected)
     parts_.User.ShowStatus("");  // it was there long enough to be read
   else
-    ReportMissingSocket(target);
+    ReportMissingPort();
   SendPan("PING");
-  SendCat("ID;");
-  SendCat("ME0005;");
-  RefreshK4();
+  SendCatOpening();
   // The reply to "ME0005;" decides whether there is a sub mini-pan.
   parts_.Pump.Wait(30ms);
-  SendPan("A1");
-  SendPan("B0");
-  SendPan("Y1");
-  SendPan(parts_.State.IsK4D ? "Z1" : "Z0");
+  SendPanOpening();
   if (parts_.State.SubRxOn == 1 || parts_.View.SubTicked()) SendK4("#HDPM1;");
   parts_.Pump.Wait(30ms);
 }
 
-// One socket is enough to be connected, but not to work: say what is missing.
-void K4Session::ReportMissingSocket(const Target& target) {
+void K4Session::SendCatOpening() {
+  SendCat("ID;");
+  SendCat("ME0005;");
+  RefreshK4();
+}
+
+void K4Session::SendPanOpening() {
+  SendPan("A1");
+  SendPan("B0");
+  SendPan("Y1");
+  SendPan(parts_.State.IsK4D ? "Z1" : "Z0");
+}
+
+int K4Session::NumberOf(const Port& port) const {
+  return &port == &cat_ ? target_.CatPort : target_.PanPort;
+}
+
+// One connection is enough to be connected, but not to work: say what is missing.
+void K4Session::ReportMissingPort() {
   if (!parts_.State.K4Connected) return;
-  const std::string missing = catConnected_ ? "panadapter port " + std::to_string(target.PanPort)
-                                            : "CAT port " + std::to_string(target.CatPort);
-  parts_.User.ShowStatus("The K4's " + missing + " does not answer");
+  const Port& missing = cat_.Connected ? pan_ : cat_;
+  parts_.User.ShowStatus("The K4's " + std::string(missing.Name) + " port " +
+                         std::to_string(NumberOf(missing)) + " does not answer");
 }
 
 void K4Session::CloseSockets() {
-  parts_.WSPan.Close();
-  parts_.WSCat.Close();
-  catConnected_ = panConnected_ = false;
+  for (Port* port : {&pan_, &cat_}) {
+    port->Socket.Close();
+    port->Watch.End();
+    port->Connected = port->Told = false;
+  }
   parts_.State.K4Connected = false;
   // Halves of a reply or a frame do not continue in another connection.
   K4RxBuffer_.clear();
   assembler_.Reset();
+}
+
+/// From now on a connection that comes late, or ends, is this session's own business.
+void K4Session::BeginWatch() {
+  const bool again = SetupSection(parts_.Store).Read(key::kReconnect);
+  for (Port* port : {&cat_, &pan_}) {
+    port->Watch.TryAgain(again);
+    port->Watch.Begin();
+    if (!port->Connected) port->Watch.Lost("The K4's " + std::string(port->Name) + " port does not answer");
+  }
+}
+
+LinkHealth K4Session::Health() const {
+  if (!parts_.State.K4Active) return {};
+  const LinkHealth cat = cat_.Watch.Health();
+  const LinkHealth pan = pan_.Watch.Health();
+  return cat.State > pan.State ? cat : pan;
 }
 
 void K4Session::RefreshK4() {
@@ -221,16 +181,25 @@ void K4Session::RefreshK4() {
 void K4Session::tmrK4_Timer() {
   if (!timerEnabled_) return;
   K4State& state = parts_.State;
-  if (!state.K4Active || !state.K4Connected) {
+  if (!state.K4Active) {
     timerEnabled_ = false;
     return;
   }
+  TryLostPorts();
+  if (!state.K4Connected) return;
   for (const std::string_view command : kPollBefore) SendCat(command);
+  if (std::exchange(sendMinipanSub_, false)) SendPan(state.IsK4D ? "Z1" : "Z0");
   if (state.SubRxOn != -1 && !MonitorSelected_) {
     MonitorSelected_ = true;  // first: the call turns the event loop, and the timer with it
     if (parts_.SelectMonitor) parts_.SelectMonitor(state.SubRxOn);
   }
   for (const std::string_view command : kPollAfter) SendCat(command);
+}
+
+void K4Session::TryLostPorts() {
+  for (Port* port : {&cat_, &pan_}) {
+    if (port->Watch.TryDue()) port->Socket.Connect(target_.Host, static_cast<std::uint16_t>(NumberOf(*port)));
+  }
 }
 
 void K4Session::SendK4(std::string_view command) {
@@ -240,30 +209,50 @@ void K4Session::SendK4(std::string_view command) {
 }
 
 void K4Session::SendCat(std::string_view text) {
-  if (parts_.State.K4Connected) parts_.WSCat.Send(text);
+  if (cat_.Connected) parts_.WSCat.Send(text);
 }
 
 void K4Session::SendPan(std::string_view line) {
-  if (parts_.State.K4Connected) parts_.WSPan.Send(std::string(line) + "\r\n");
+  if (pan_.Connected) parts_.WSPan.Send(std::string(line) + "\r\n");
 }
 
-void K4Session::SocketConnected(bool& connected) {
-  connected = true;
+void K4Session::PortConnected(Port& port) {
+  port.Connected = true;
+  port.Told = false;
   parts_.State.K4Connected = true;
+  if (!timerEnabled_) return;
+  // It comes late, or again: the radio knows nothing of what this connection missed.
+  port.Watch.Begin();
+  if (cat_.Connected && pan_.Connected) parts_.User.ShowStatus("");
+  if (&port == &pan_) {
+    assembler_.Reset();
+    SendPan("PING");
+    SendPanOpening();
+    return;
+  }
+  K4RxBuffer_.clear();
+  MonitorSelected_ = false;
+  SendCatOpening();
+  RefreshK4();
+  sendMinipanSub_ = true;
 }
 
-void K4Session::SocketEnded(bool& connected, std::string_view name, std::string_view why) {
-  parts_.User.Log(LogArea::K4, std::string(name) + " connection: " + std::string(why));
-  // The refusal of one port does not undo the other: one is enough.
-  const bool wasConnected = std::exchange(connected, false);
-  if (!wasConnected && (catConnected_ || panConnected_)) return;
-  const bool lost = std::exchange(parts_.State.K4Connected, false);
-  if (lost && parts_.State.K4Active) {
+void K4Session::PortEnded(Port& port, std::string_view why) {
+  const bool wasConnected = std::exchange(port.Connected, false);
+  // Each failed try says the same.
+  if (!std::exchange(port.Told, true) || wasConnected)
+    parts_.User.Log(LogArea::K4, std::string(port.Name) + " connection: " + std::string(why));
+  // One is enough: the other works on.
+  parts_.State.K4Connected = cat_.Connected || pan_.Connected;
+  if (!timerEnabled_) return;
+  port.Watch.Lost("The K4's " + std::string(port.Name) + " port " + std::to_string(NumberOf(port)) + ": " +
+                  std::string(why));
+  if (wasConnected && !port.Watch.Health().NextTry)
     parts_.User.ShowStatus("Connection to the K4 lost. Press Stop, then Start to connect again.");
-  }
 }
 
 void K4Session::CatArrived(std::span<const std::uint8_t> bytes) {
+  if (timerEnabled_) cat_.Watch.Heard();
   K4RxBuffer_.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
   if (!parts_.State.K4ParserBusy && parts_.ParseReplies) parts_.ParseReplies(K4RxBuffer_);
   if (K4RxBuffer_.size() > kMostTextBytes && K4RxBuffer_.find(';') == std::string::npos) {
@@ -273,7 +262,8 @@ void K4Session::CatArrived(std::span<const std::uint8_t> bytes) {
 }
 
 void K4Session::PanArrived(std::span<const std::uint8_t> bytes) {
-  if (parts_.State.K4Connected) assembler_.Feed(bytes);
+  if (timerEnabled_) pan_.Watch.Heard();
+  if (pan_.Connected) assembler_.Feed(bytes);
 }
 
 }  // namespace spectrino

@@ -4,59 +4,17 @@
 
 #include <chrono>
 #include <cstdint>
-#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
 
-#include "k4/K4Retry.h"
+#include "k4/K4Connector.h"
 #include "k4/K4Sender.h"
-#include "k4/K4State.h"
+#include "k4/K4SessionParts.h"
 #include "k4/PanAssembler.h"
-#include "platform/ByteSocket.h"
-#include "platform/Clock.h"
-#include "platform/EventPump.h"
-#include "platform/Notifier.h"
-#include "settings/SettingsStore.h"
+#include "rig/LinkWatch.h"
 
 namespace spectrino {
-
-/// What the session asks of the window. Nothing of it sends anything to the radio.
-class K4SessionView {
- public:
-  virtual ~K4SessionView() = default;
-  virtual void TickMinipan() = 0;                    ///< chkMinipan
-  virtual void SelectSpanPreset(int index) = 0;      ///< optK4Span
-  virtual void ClearBset() = 0;                      ///< chkBSET
-  [[nodiscard]] virtual bool SubTicked() const = 0;  ///< chkSub
-  virtual void ShowWaiting(bool waiting) = 0;        ///< the hourglass
-  /// Off while a dialog is open that the window must not cover; true restores the window's own setting.
-  virtual void AllowAlwaysOnTop(bool allow) = 0;
-};
-
-/// All outlive the session.
-struct K4SessionParts {
-  K4State& State;
-  ByteSocket& WSCat;
-  ByteSocket& WSPan;
-  SettingsStore& Store;
-  K4SessionView& View;
-  K4RetryDialog& Retry;
-  Notifier& User;
-  EventPump& Pump;
-  const Clock& Time;
-  /// Takes whole replies out of the buffer. Where it turns the event loop it has to look at the buffer anew:
-  /// what arrives then is appended, and Stop clears it all.
-  std::function<void(std::string& buffer)> ParseReplies;
-  std::function<void(int which)> SelectMonitor;
-  /// Stop was pressed or the window closed: a start that is under way gives up at its next look.
-  std::function<bool()> Abandoned = {};
-};
-
-struct K4ConnectOutcome {
-  bool Failed = false;
-  std::string Message;  ///< why, for the user; empty when connected, and when the user gave up by Stop
-};
 
 class K4Session final : public K4Sender {
  public:
@@ -87,35 +45,40 @@ class K4Session final : public K4Sender {
 
   /// When the last line was published.
   [[nodiscard]] std::chrono::steady_clock::time_point LineArrived() const { return lineArrived_; }
+  /// Of the connection that does worse; the other one works on meanwhile.
+  [[nodiscard]] LinkHealth Health() const;
 
  private:
-  struct Target {
-    std::string Address;  // as stored
-    std::string Host;
-    int CatPort = 0;
-    int PanPort = 0;
-    std::chrono::milliseconds TimeOut{};
+  /// One of the two connections.
+  struct Port {
+    ByteSocket& Socket;
+    const char* Name;
+    LinkWatch Watch;
+    bool Connected = false;
+    bool Told = false;  ///< its loss stands in the log
   };
 
-  [[nodiscard]] Target ReadTarget() const;
-  void RestartMinipan();
-  [[nodiscard]] bool Attempt(const Target& target);
-  [[nodiscard]] bool AskRetry();
-  [[nodiscard]] bool Abandoned() const { return parts_.Abandoned && parts_.Abandoned(); }
-  [[nodiscard]] K4ConnectOutcome GiveUp(const Target& target);
-  void SendOpening(const Target& target);
-  void ReportMissingSocket(const Target& target);
+  void SendOpening();
+  void SendCatOpening();
+  void SendPanOpening();
+  void ReportMissingPort();
   void CloseSockets();
-  void SocketConnected(bool& connected);
-  void SocketEnded(bool& connected, std::string_view name, std::string_view why);
+  void BeginWatch();
+  void TryLostPorts();
+  void PortConnected(Port& port);
+  void PortEnded(Port& port, std::string_view why);
+  [[nodiscard]] int NumberOf(const Port& port) const;
   void CatArrived(std::span<const std::uint8_t> bytes);
   void PanArrived(std::span<const std::uint8_t> bytes);
 
   K4SessionParts parts_;
+  K4Connector connector_;
   K4PanAssembler assembler_;
   std::string K4RxBuffer_;
-  bool catConnected_ = false;
-  bool panConnected_ = false;
+  K4Target target_;
+  Port cat_;
+  Port pan_;
+  bool sendMinipanSub_ = false;  ///< "Z" waits for the reply that decides it
   bool timerEnabled_ = false;
   bool stopping_ = false;
   bool MonitorSelected_ = false;

@@ -7,6 +7,7 @@
 #include <span>
 
 #include "k4/K4Filters.h"
+#include "rig/Passband.h"
 #include "state/FrequencyText.h"
 #include "state/RadioState.h"
 #include "state/Val.h"
@@ -132,18 +133,12 @@ MiniPan K4Status::Pan(const K4State& state, int channel) const {
   pan.LowMHz = line.LowEdgeMHz;
   pan.HighMHz = line.HighEdgeMHz;
   const int radioMode = sub ? state.SubRadioMode : state.RadioMode;
-  const bool around = radioMode == mode::kCw || radioMode == mode::kCwReverse || radioMode == mode::kAm ||
-                      radioMode == mode::kFm;
-  const bool below =
-      radioMode == mode::kLsb || radioMode == mode::kDataReverse || radioMode == mode::kCwReverse;
   const double dialMHz = sub ? state.SubFreqMHz : state.MainFreqMHz;
-  const double widthHz = sub ? state.FilterBwSubHz : state.FilterBwMainHz;
-  const double audioHz = sub ? state.IfShiftSubHz : state.IfShiftMainHz;
-  const double pitchHz = radioMode == mode::kCw || radioMode == mode::kCwReverse ? state.CwPitchHz : 0;
-  const double side = below ? -1 : 1;
-  const double centreHz = around && pitchHz == 0 ? 0 : side * (audioHz - pitchHz);
-  pan.PassbandLowMHz = dialMHz + (centreHz - widthHz / 2) / 1e6;
-  pan.PassbandHighMHz = dialMHz + (centreHz + widthHz / 2) / 1e6;
+  const Passband passband =
+      PassbandOf(radioMode, sub ? state.FilterBwSubHz : state.FilterBwMainHz,
+                 ShiftFromDialHz(radioMode, sub ? state.IfShiftSubHz : state.IfShiftMainHz, state.CwPitchHz));
+  pan.PassbandLowMHz = dialMHz + passband.LowHz / 1e6;
+  pan.PassbandHighMHz = dialMHz + passband.HighHz / 1e6;
   const bool notch = (sub ? state.NotchManualSub : state.NotchManualMain) == 1;
   const int notchHz = sub ? state.NotchPitchSub : state.NotchPitchMain;
   if (notch) pan.NotchMHz = dialMHz + NotchFromDialHz(radioMode, notchHz, state.CwPitchHz) / 1e6;

@@ -28,10 +28,6 @@ std::string DefaultCaption(int n) {
 
 }  // namespace
 
-std::string_view Macros::Section() const {
-  return parts_.Settings.K4 || parts_.Settings.K4D ? "MacrosK4" : "Macros";
-}
-
 Macro Macros::Load(int n) const {
   const std::string caption = DefaultCaption(n);
   const MacroKeys keys = KeysOf(n, caption);

@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "rig/RadioTraits.h"
 #include "rig/RigBackend.h"
-#include "settings/PanSettings.h"
 #include "settings/SettingsStore.h"
 
 namespace spectrino {
@@ -25,14 +25,14 @@ struct Macro {
 };
 using MacroSet = std::array<Macro, kMacroCount>;
 
-/// A K4 has a set of its own, chosen by the source in the settings. The texts may be anything, of any length;
+/// Each section of RadioTraits::MacroSection is a set of its own. The texts may be anything, of any length;
 /// they are UTF-8 and are not looked into.
 class Macros {
  public:
   struct Parts {
     SettingsStore& Store;
-    const PanSettings& Settings;
     std::function<RigBackend*()> Backend;  ///< the one in use now; null where there is none
+    std::function<RadioTraits()> Traits;   ///< of the radio that delivers the spectrum
   };
   explicit Macros(Parts parts) : parts_(std::move(parts)) {}
 
@@ -42,8 +42,8 @@ class Macros {
   /// One write for the four keys.
   void Save(int n, const Macro& macro);
 
-  /// Whether texts are CI-V in hexadecimal.
-  [[nodiscard]] bool ForIcom() const { return parts_.Settings.Icom; }
+  /// Whether texts are bytes in hexadecimal.
+  [[nodiscard]] bool InHex() const { return parts_.Traits().MacrosInHex; }
 
   /// Nothing without a back-end.
   void ExecuteMacro(std::string_view text);
@@ -52,7 +52,7 @@ class Macros {
   void chkMacro_Click(int n, bool checked);
 
  private:
-  [[nodiscard]] std::string_view Section() const;
+  [[nodiscard]] std::string_view Section() const { return parts_.Traits().MacroSection; }
 
   Parts parts_;
 };

@@ -20,8 +20,12 @@ class SerialPort {
   /// Empty when the port is open now. Otherwise why not, for the user: that the device is not there, which
   /// group owns it, or which program holds it.
   [[nodiscard]] virtual std::string Open(const std::string& path) = 0;
-  /// Lets what was written leave first, for 100 ms at most. Neither callback comes afterwards.
+  /// Lets what was written leave first and waits for it, for 100 ms at most. Neither callback comes
+  /// afterwards.
   virtual void Close() = 0;
+  /// The same without waiting: counts as closed from now on, and is when the bytes have left. An Open before
+  /// that waits for it.
+  virtual void CloseWhenSent() = 0;
   [[nodiscard]] virtual bool IsOpen() const = 0;
   /// Queues the bytes and returns at once; dropped while the port is closed.
   virtual void Write(std::span<const std::uint8_t> bytes) = 0;

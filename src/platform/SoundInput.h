@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "state/SourceId.h"
+
 namespace spectrino {
 
 struct SoundDevice {
@@ -15,6 +17,7 @@ struct SoundDevice {
   std::string StableId;    ///< survives replugging and reordering; unique among all inputs
   bool HasFormats = true;  ///< a device without any usable format is not listed
   int FixedRateHz = 0;     ///< the only rate it runs at; 0 when any may be asked for
+  SourceKind Kind = SourceKind::SoundInput;
 };
 
 enum class BlockState {

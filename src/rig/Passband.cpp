@@ -17,24 +17,26 @@ double UsualBandwidthHz(int radioMode) {
   }
 }
 
-Passband PassbandOf(int radioMode, double bandwidthHz, double shiftHz) {
-  const double width = bandwidthHz > 0 ? bandwidthHz : UsualBandwidthHz(radioMode);
-  switch (radioMode) {
-    case mode::kCw:
-    case mode::kCwReverse:
-    case mode::kAm:
-    case mode::kFm:
-      return {shiftHz - width / 2, shiftHz + width / 2};
-    default: {
-      const double centre = shiftHz != 0 ? shiftHz : width / 2;
-      const bool below = radioMode == mode::kLsb || radioMode == mode::kDataReverse;
-      return below ? Passband{-centre - width / 2, -centre + width / 2}
-                   : Passband{centre - width / 2, centre + width / 2};
-    }
-  }
+}  // namespace
+
+bool LiesAroundDial(int radioMode) {
+  return radioMode == mode::kCw || radioMode == mode::kCwReverse || radioMode == mode::kAm ||
+         radioMode == mode::kFm;
 }
 
-}  // namespace
+bool LiesBelowDial(int radioMode) {
+  return radioMode == mode::kLsb || radioMode == mode::kDataReverse;
+}
+
+Passband PassbandOf(int radioMode, double bandwidthHz, double shiftHz) {
+  const double width = bandwidthHz > 0 ? bandwidthHz : UsualBandwidthHz(radioMode);
+  double centre = shiftHz;
+  if (!LiesAroundDial(radioMode)) {
+    if (centre == 0) centre = width / 2;
+    if (LiesBelowDial(radioMode)) centre = -centre;
+  }
+  return {centre - width / 2, centre + width / 2};
+}
 
 Passband MainPassband(const RadioState& radio) {
   return PassbandOf(radio.RadioMode, radio.MainBandwidthHz, radio.MainShiftHz);

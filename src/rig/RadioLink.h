@@ -20,13 +20,20 @@ class RadioLink {
   /// Connects and sets the radio up for its run. False when that failed; the user has been told then.
   /// May keep events flowing while it waits, so Stop can come in between.
   virtual bool Open(RadioState& radio) = 0;
-  /// Switches the radio's scope output off and closes the link, opened or not.
-  virtual void Close(RadioState& radio) = 0;
+  /// Switches the radio's scope output off and closes the link, opened or not. Never waits: what still has to
+  /// leave does so afterwards.
+  virtual void Close() = 0;
   [[nodiscard]] virtual SpectrumSource& Source() = 0;
   /// What the level axis spans now.
   [[nodiscard]] virtual LevelScale Scale() const = 0;
-  /// Distances of the frequency grid lines from the centre.
+  /// Distances of the frequency grid lines from the centre, Hz.
   [[nodiscard]] virtual std::array<double, 21> GridHz() const = 0;
+  /// What a level of its lines is at the antenna, dBm; an estimate where levels are heights.
+  [[nodiscard]] virtual float AntennaDbm(float level) const { return level; }
+
+  /// The window is being laid out anew, or is hidden from now on (true): lines may stay away meanwhile.
+  virtual void BeforeLayout() {}
+  virtual void AfterLayout(bool /*hidden*/) {}
 };
 
 }  // namespace spectrino

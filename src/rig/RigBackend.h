@@ -10,10 +10,17 @@ namespace spectrino {
 
 enum class Vfo { A, B };
 
-/// A mode button (0..9) as it was pressed. Reverse: the other sideband of CW or FSK, by its stored toggle.
+/// What a requested frequency is.
+enum class Aim {
+  Dial,    ///< where the dial shall stand: a wheel's step, a typed frequency, a way back
+  Signal,  ///< where a signal stands that was pointed at: links that tell another dial than the signal
+           ///< correct
+};
+
+/// A mode button (0..9) as it was pressed.
 struct ModeRequest {
   int Button = 0;
-  bool Reverse = false;
+  bool Reverse = false;  ///< the other sideband of CW or FSK, by its stored toggle
 };
 
 class RigBackend {
@@ -23,10 +30,11 @@ class RigBackend {
   RigBackend(const RigBackend&) = delete;
   RigBackend& operator=(const RigBackend&) = delete;
 
-  /// Called by Start. False when the other end is not there; the run goes on without a radio then.
-  virtual bool Open() = 0;
+  /// Called by Start for a way that delivers no lines; a radio that does opens and closes with its RadioLink.
+  /// False when the other end is not there; the run goes on without a radio then.
+  virtual bool Open() { return true; }
   /// Called by Stop, and by a Start that fails after Open.
-  virtual void Close() = 0;
+  virtual void Close() {}
   /// Brings frequency, mode and what else is known into the state. Once per pass of the run cycle: reads what
   /// a poll or a parser keeps fresh, never waits for the radio.
   virtual void Refresh(RadioState& radio) = 0;
@@ -34,26 +42,25 @@ class RigBackend {
   [[nodiscard]] virtual double LinkOffsetKHz() const { return 0; }
 
   /// Asks the radio for a frequency, MHz, above 0. Never waits; a newer one may overtake one that has not
-  /// left yet. A back-end without a VFO B ignores requests for it.
-  virtual void SetFrequency(Vfo vfo, double freqMHz) = 0;
-  /// Whether SubFreqMHz is told and VFO B can be set.
-  [[nodiscard]] virtual bool HasVfoB() const { return true; }
+  /// left yet. Where there is no VFO B either request tunes the one there is.
+  virtual void SetFrequency(Vfo vfo, double freqMHz, Aim aim) = 0;
   /// The operator is about to leave by typing a frequency: where the radio is now is kept in its band's
   /// record, where the back-end has such.
   virtual void RememberBand() {}
   /// Band button 0..13, by this back-end's layout; what it has no band for is ignored.
   virtual void SelectBand(int button) = 0;
-  /// False when this back-end has no mode command.
+  /// False when this radio has no mode command.
   virtual bool SelectMode(const ModeRequest& request) = 0;
   /// A user's macro text, as it was typed. Nothing where there is no command channel.
   virtual void SendMacro(std::string_view text) = 0;
 
-  /// Of a receiver's filter, by so many hertz. Nothing where the filter cannot be set.
+  /// Width and place of a receiver's filter, by so many hertz. Nothing where it cannot be set.
   virtual void ChangeBandwidth(Vfo /*receiver*/, int /*deltaHz*/) {}
   virtual void ShiftPassband(Vfo /*receiver*/, int /*deltaHz*/) {}
-  /// Wider (+1) or narrower (-1). False where the span is the program's own: the zoom is stepped then.
-  virtual bool StepSpan(int /*direction*/) { return false; }
-  /// How far the cmdUpDn buttons move, Hz. centreMHz: of the plot, for radios that move from there.
+  /// Of the radio's own span (RadioTraits::OwnSpan): wider (+1) or narrower (-1).
+  virtual void StepSpan(int /*direction*/) {}
+  /// The cmdUpDn buttons: up (+1) or down (-1) by RadioTraits::StepText. centreMHz: of the plot, for radios
+  /// that move from there.
   virtual void StepFrequency(int direction, double centreMHz) = 0;
 };
 

@@ -31,20 +31,15 @@ std::size_t CentreIndex(int radioMode) {
 
 double IfOffsetKHz(CatControl control, const RadioState& radio, const PanSettings& settings,
                    double linkOffsetKHz) {
-  switch (control) {
-    case CatControl::HostIf:
+  switch (RowOf(control).Offset) {
+    case OffsetRule::Mode:
       return settings.OffsetKHz[OffsetIndex(radio.RadioMode)];
-    case CatControl::HostK3If:
-    case CatControl::BridgeIf:
-    case CatControl::KetrelIf:
+    case OffsetRule::Global:
       return settings.GlobalOffsetKHz + linkOffsetKHz;
-    case CatControl::FixedLo:
-    case CatControl::BridgeFixedLo:
-    case CatControl::KetrelFixedLo:
+    case OffsetRule::FixedCentre:
       if (radio.MainFreqMHz == 0) return 0;
       return radio.MainFreqMHz * 1000 - settings.CenterKHz[CentreIndex(radio.RadioMode)];
-    case CatControl::RadioDirect:
-    case CatControl::IcomViaHost:
+    case OffsetRule::None:
       return 0;
   }
   return 0;

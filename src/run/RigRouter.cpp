@@ -1,37 +1,56 @@
 #include "run/RigRouter.h"
 
-#include "capture/DeviceList.h"
+#include <algorithm>
 
 namespace spectrino {
+namespace {
 
-RigBackend* RigRouter::Backend(CatControl control, const RadioState& radio) const {
-  switch (control) {
-    case CatControl::HostIf:
-      // A radio that delivers the spectrum tells its own frequency.
-      if (radio.K4Active) return backends_.K4;
-      return radio.IcomActive ? backends_.Icom : backends_.Host;
-    case CatControl::IcomViaHost:
-      return radio.K4Active ? backends_.K4 : backends_.Host;
-    case CatControl::FixedLo:
-    case CatControl::HostK3If:
-      return backends_.Host;
-    case CatControl::BridgeIf:
-    case CatControl::BridgeFixedLo:
-      return backends_.Bridge;
-    case CatControl::KetrelIf:
-    case CatControl::KetrelFixedLo:
-      return backends_.Ketrel;
-    case CatControl::RadioDirect:
-      if (radio.K4Active) return backends_.K4;
-      return radio.IcomActive ? backends_.Icom : nullptr;
+/// What a way has of its own where no kit tells more of it. Programs that stand between count the bands as
+/// their own buttons do.
+RadioTraits TraitsOf(CatWay way) {
+  switch (way) {
+    case CatWay::Host:
+    case CatWay::HostAndScope:
+      return {.Deck = {BandLayout::HostWhole, ModeLayout::Designed}};
+    case CatWay::HostK3:
+      return {.Deck = {BandLayout::HostWhole, ModeLayout::Designed}, .ClickChoosesWheel = true};
+    case CatWay::Bridge:
+      return {
+          .Deck = {BandLayout::With60m, ModeLayout::Designed}, .TakesMode = false, .ClickChoosesWheel = true};
+    case CatWay::Ketrel:
+      return {.TakesMode = false, .ClickChoosesWheel = true};
+    case CatWay::Direct:
+      return {};
   }
-  return nullptr;
+  return {};
 }
 
-RadioLink* RigRouter::Link(const std::string& sourceName) const {
-  if (sourceName == kIcomSource) return backends_.IcomLink;
-  if (sourceName == kK4Source || sourceName == kK4DSource) return backends_.K4Link;
-  return nullptr;
+/// A radio that delivers the spectrum tells its own frequency, unless another way was chosen for that.
+bool ControlsItself(const RadioTraits& radio, CatControl control) {
+  const CatWay way = RowOf(control).Way;
+  if (way == CatWay::Direct || control == CatControl::HostIf) return true;
+  if (way == CatWay::HostAndScope) return !radio.ScopeThroughHost;
+  return radio.ScopeThroughHost && UsesHost(control);
+}
+
+}  // namespace
+
+RadioKit* RigRouter::KitFor(CatWay way) const {
+  const auto at = std::ranges::find_if(kits_, [way](const RadioKit* kit) { return kit->Carries(way); });
+  return at == kits_.end() ? nullptr : *at;
+}
+
+Route RigRouter::RouteOf(const SourceId& source, CatControl control) const {
+  const auto serves = [&source](const RadioKit* kit) { return kit->Serves(source); };
+  const auto at = std::ranges::find_if(kits_, serves);
+  RadioKit* own = at == kits_.end() ? nullptr : *at;
+  if (own != nullptr && ControlsItself(own->Traits(), control)) return {own, own, own->Traits()};
+  const CatWay way = RowOf(control).Way;
+  Route route{own, KitFor(way), TraitsOf(way)};
+  // The scope's own commands, bands among them, go through the host program; the bridge takes the radio's.
+  if (own != nullptr && (way == CatWay::HostAndScope || way == CatWay::Bridge))
+    route.Traits.Deck = own->Traits().Deck;
+  return route;
 }
 
 }  // namespace spectrino

@@ -1,38 +1,33 @@
-// Which back-end serves which setting of CatControl. Holds the only switch over it.
-// Owns nothing: the back-ends belong to the program and come and go with its links.
+// Which kit delivers the lines of a run and which one carries its frequencies and commands.
+// A look-up in the list of kits; the only place that knows what a CAT control means for whom.
 #pragma once
 
-#include <string>
+#include <vector>
 
-#include "rig/RadioLink.h"
-#include "rig/RigBackend.h"
-#include "state/CatControl.h"
+#include "rig/RadioKit.h"
 
 namespace spectrino {
 
-struct RigBackends {
-  RigBackend* Host = nullptr;    ///< the host CAT program
-  RigBackend* Bridge = nullptr;  ///< the bridge service
-  RigBackend* Ketrel = nullptr;  ///< the outside CAT program's settings section
-  RigBackend* Icom = nullptr;    ///< the radio's own line
-  RigBackend* K4 = nullptr;
-  RadioLink* IcomLink = nullptr;  ///< the spectrum of the same radios
-  RadioLink* K4Link = nullptr;
+struct Route {
+  RadioKit* Source = nullptr;   ///< delivers the lines; null for sound inputs
+  RadioKit* Control = nullptr;  ///< tells and sets the frequency; null where nothing here carries this way
+  RadioTraits Traits;           ///< of the way that controls, whether a kit carries it or not
 };
 
 class RigRouter {
  public:
-  RigRouter() = default;
-  explicit RigRouter(const RigBackends& backends) : backends_(backends) {}
+  /// The kits outlive it.
+  explicit RigRouter(std::vector<RadioKit*> kits = {}) : kits_(std::move(kits)) {}
 
-  /// The back-end that tells and sets the frequency; null where this set-up has none.
-  [[nodiscard]] RigBackend* Backend(CatControl control, const RadioState& radio) const;
-  [[nodiscard]] RigBackend* Host() const { return backends_.Host; }
-  /// The link that delivers the spectrum of a radio source by its name in the list; null when there is none.
-  [[nodiscard]] RadioLink* Link(const std::string& sourceName) const;
+  [[nodiscard]] Route RouteOf(const SourceId& source, CatControl control) const;
+  /// The kit that the host program is reached by, whatever the route; null where there is none.
+  [[nodiscard]] RadioKit* Host() const { return KitFor(CatWay::Host); }
+  [[nodiscard]] const std::vector<RadioKit*>& Kits() const { return kits_; }
 
  private:
-  RigBackends backends_;
+  [[nodiscard]] RadioKit* KitFor(CatWay way) const;
+
+  std::vector<RadioKit*> kits_;
 };
 
 }  // namespace spectrino

@@ -6,6 +6,7 @@
 
 #include "capture/IqSign.h"
 #include "run/IfOffset.h"
+#include "settings/SetupSection.h"
 
 namespace spectrino {
 
@@ -16,12 +17,71 @@ constexpr std::chrono::milliseconds kPendingWait = 1ms;  // while a capture bloc
 constexpr std::chrono::milliseconds kFrameWait = 5ms;    // at the bottom of a frame, and the longest wait
 }  // namespace
 
+RunCycle::RunCycle(Session& session, const RunParts& parts)
+    : session_(session),
+      parts_(parts),
+      start_(session, parts, run_, [this] { return stopRequested_; }),
+      scale_(session, parts.Sink, run_, [this] { return OffsetKHz(); }),
+      frames_(session, parts.Sink, parts.Times, run_, scale_) {
+  run_.Plan = start_.PlanFor(session.Settings);
+}
+
+bool RunCycle::Start() {
+  // Waiting for links keeps events flowing, so the button may be pressed again meanwhile.
+  if (run_.Running || starting_) return false;
+  starting_ = true;
+  stopRequested_ = false;
+  start_.Choose();
+  if (RunningChanged) RunningChanged();
+  parts_.User.ShowStatus("");
+  start_.OpenHost();
+  run_.Plan = start_.PlanFor(session_.Settings);
+  scale_.ResetPan();
+  scale_.Update();
+  const bool opened = !stopRequested_ && start_.Open();
+  if (opened)
+    BeginRun();
+  else
+    start_.Close();
+  startFailed_ = !opened && !stopRequested_;
+  starting_ = false;
+  if (RunningChanged) RunningChanged();
+  return opened;
+}
+
+void RunCycle::BeginRun() {
+  frames_.Forget();
+  bandFlip_ = 1;
+  parts_.Sink.ClearFrames();
+  if (RowOf(start_.Control()).Way == CatWay::HostAndScope && run_.Link != nullptr)
+    SetupSection(parts_.Store).Write(key::kScopeOutput, true);
+  run_.Running = true;
+  runSince_ = parts_.Time.Now();
+  scale_.Update();
+}
+
+void RunCycle::Stop() {
+  stopRequested_ = true;
+  if (!run_.Running) return;
+  SetupSection(parts_.Store).Write(key::kScopeOutput, false);
+  earlierRuns_ += parts_.Time.Now() - runSince_;
+  run_.Running = false;
+  start_.Close();
+  UpdateScale();
+  if (RunningChanged) RunningChanged();
+}
+
+void RunCycle::UpdateScale() {
+  if (!run_.Running && !starting_) run_.Plan = start_.PlanFor(session_.Settings);
+  scale_.Update();
+}
+
 std::chrono::milliseconds RunCycle::Step() {
-  if (!running_) return kFrameWait;
+  if (!run_.Running) return kFrameWait;
   const bool hidden = session_.WindowMinimized || session_.ResizeInProgress;
   if (hidden) {
     // An input that is pulled out ends the run behind a minimised window too.
-    if (link_ == nullptr && audio_.Discard() == PollResult::Failed) EndLostRun();
+    if (run_.Link == nullptr && start_.Audio().Discard() == PollResult::Failed) EndLostRun();
     RefreshRadio();
     return kFrameWait;
   }
@@ -31,34 +91,35 @@ std::chrono::milliseconds RunCycle::Step() {
       return kFrameWait;
     case PollResult::Line:
       ++parts_.Times.Lines;
-      FinishFrame();
+      frames_.Show(parts_.Time.Now());
       RefreshRadio();
       return kFrameWait;
     case PollResult::Pending:
       RefreshRadio();
-      return link_ == nullptr ? UntilBlock() : kFrameWait;
+      return run_.Link == nullptr ? UntilBlock() : kFrameWait;
   }
   return kFrameWait;
 }
 
 void RunCycle::EndLostRun() {
-  const std::string failure = source_->Failure();
+  const std::string failure = start_.Source()->Failure();
   Stop();
   parts_.User.ShowMessage("Spectrino", failure, Severity::Exclamation);
 }
 
 // A look each millisecond for blocks 40 ms apart costs as much as drawing them.
 std::chrono::milliseconds RunCycle::UntilBlock() const {
-  return std::clamp(std::chrono::floor<std::chrono::milliseconds>(audio_.UntilBlock()), kPendingWait,
+  return std::clamp(std::chrono::floor<std::chrono::milliseconds>(start_.Audio().UntilBlock()), kPendingWait,
                     kFrameWait);
 }
 
 PollResult RunCycle::PollSource() {
   const PanSettings& settings = session_.Settings;
-  audio_.Balance = {settings.DeAmp / 1000, settings.DePhase / 1000};
-  audio_.SmoothZeroHz = settings.SmoothZeroHz;
-  audio_.FlipIqCw = settings.IqCw;
-  audio_.FlipIqUsb = settings.IqUsb;
+  AudioSource& audio = start_.Audio();
+  audio.Balance = {settings.DeAmp / 1000, settings.DePhase / 1000};
+  audio.SmoothZeroHz = settings.SmoothZeroHz;
+  audio.FlipIqCw = settings.IqCw;
+  audio.FlipIqUsb = settings.IqUsb;
 
   LineRequest request;
   request.RadioFreqMHz = session_.Radio.MainFreqMHz;
@@ -67,82 +128,64 @@ PollResult RunCycle::PollSource() {
   request.BandFlip = bandFlip_;
   request.LevelCorrectionDb =
       static_cast<float>(settings.BandLevelDb - session_.Radio.PreampDb + session_.Radio.AttenuatorDb);
-  request.BottomLevel = scale_.Levels.BottomLevel;
-  request.TopLevel = scale_.Levels.TopLevel;
-  return source_->Poll(request, line_);
-}
-
-void RunCycle::FinishFrame() {
-  if (line_.EndIndex() != historyPoints_) {
-    historyPoints_ = line_.EndIndex();
-    history_.Reset(historyPoints_);
-  }
-  RestartIfMoved();
-  const bool moved = !(GeometryOf(line_) == scale_.Geometry) || line_.CentreMHz != scale_.LabelCentreMHz ||
-                     scale_.FrequencyKnown != (session_.Radio.MainFreqMHz != 0);
-  if (moved || session_.Radio.RadioMode != lastRadioMode_ ||
-      (link_ != nullptr && !(link_->Scale() == scale_.Levels))) {
-    lastRadioMode_ = session_.Radio.RadioMode;
-    UpdateScale();
-  }
-  const PanSettings& settings = session_.Settings;
-  {
-    const StageTimer timer(parts_.Times, Stage::History);
-    history_.Push(line_.Levels, static_cast<DisplayMode>(settings.DisplayMode), settings.HistoryDepth,
-                  settings.BackgroundPeakHold);
-  }
-  UpdateMeter();
-  parts_.Sink.ShowFrame({line_, scale_.Geometry, history_.DisplayLevel(), history_.BackgroundPeak()});
-  ++parts_.Times.Frames;
-  if (std::exchange(spotRequested_, false) && SpotFrame) SpotFrame(line_);
-}
-
-// With "qsy" on, averaging across a retune would smear two pieces of band into one.
-void RunCycle::RestartIfMoved() {
-  const bool moved = line_.LeftMHz != lastLeftMHz_ || line_.RightMHz != lastRightMHz_;
-  const bool first = lastLeftMHz_ == 0 && lastRightMHz_ == 0;
-  lastLeftMHz_ = line_.LeftMHz;
-  lastRightMHz_ = line_.RightMHz;
-  if (moved && !first && session_.Settings.Qsy) history_.Reset(historyPoints_);
-}
-
-void RunCycle::UpdateMeter() {
-  if (session_.Radio.K4Active && session_.Radio.SMeterTold && session_.Settings.OptSM == 1) {
-    readings_.SMeterKnown = true;
-    readings_.SMeterDbm = static_cast<float>(session_.Radio.SMeterDbm + session_.Settings.SMeterCorrDb);
-    readings_.SMeterHeldDbm =
-        hold_.Update(readings_.SMeterDbm, session_.Settings.SMeterHoldSeconds, parts_.Time.Now());
-    return;
-  }
-  const Passband passband = MainPassband(session_.Radio);
-  const double dialMHz = session_.Radio.MainFreqMHz;
-  const auto level = StrongestLevel(line_, dialMHz + passband.LowHz / 1e6, dialMHz + passband.HighHz / 1e6);
-  readings_.SMeterKnown = level.has_value();
-  if (!level) return;
-  readings_.SMeterDbm =
-      session_.Radio.IcomActive ? IcomScopeDbm(*level, session_.Radio.ScopeRefLevelDb) : *level;
-  readings_.SMeterHeldDbm =
-      hold_.Update(readings_.SMeterDbm, session_.Settings.SMeterHoldSeconds, parts_.Time.Now());
-}
-
-RigBackend* RunCycle::Backend() const {
-  RigBackend* backend = parts_.Router.Backend(control_, session_.Radio);
-  // A host that was not found at Start stays out of this run.
-  return running_ && (backend != parts_.Router.Host() || hostOpen_) ? backend : nullptr;
+  request.BottomLevel = scale_.State().Levels.BottomLevel;
+  request.TopLevel = scale_.State().Levels.TopLevel;
+  return start_.Source()->Poll(request, run_.Line);
 }
 
 void RunCycle::RefreshRadio() {
   RigBackend* backend = Backend();
   if (backend == nullptr) return;
   backend->Refresh(session_.Radio);
-  bandFlip_ = BandFlip(bandFlip_, session_.Radio, control_, session_.Settings);
+  bandFlip_ = BandFlip(bandFlip_, session_.Radio, start_.Control(), session_.Settings);
+}
+
+void RunCycle::SetZoom(int zoomIndex) {
+  if (zoomIndex == session_.Settings.Zoom) return;
+  session_.Settings.Zoom = zoomIndex;
+  if (zoomIndex == 0) scale_.ResetPan();
+  SetupSection setup(parts_.Store);
+  SaveZoom(setup, zoomIndex);
+  const ZoomPlan next = start_.PlanFor(session_.Settings);
+  const bool anotherRate = next.SampleRate != run_.Plan.SampleRate || next.FftBits != run_.Plan.FftBits;
+  if (!run_.Running || run_.Link != nullptr || !anotherRate) {
+    // A line of an earlier rate may still be in view: its window is the earlier one.
+    if (run_.LinePlan.SampleRate == next.SampleRate && run_.LinePlan.FftBits == next.FftBits)
+      run_.LinePlan = next;
+    run_.Plan = next;
+    scale_.Update();
+    return;
+  }
+  // The same band at another rate: all but the input goes on, and the picture until its first line.
+  frames_.RestartHistory();
+  if (start_.ReopenAudio()) return;
+  startFailed_ = true;
+  Stop();
+}
+
+void RunCycle::ZoomAt(int zoomIndex, double x) {
+  const FrameGeometry& before = scale_.State().Geometry;
+  const double aimMHz = before.Valid() ? before.FrequencyAt(x * before.PlotWidth) : 0;
+  SetZoom(zoomIndex);
+  if (aimMHz != 0) scale_.PanTo(aimMHz, x);
+}
+
+RigBackend* RunCycle::SpanOwner() const {
+  RadioKit* source = run_.Running ? run_.Way.Source : nullptr;
+  return source != nullptr && source->Traits().OwnSpan ? &source->Backend() : nullptr;
 }
 
 double RunCycle::OffsetKHz() const {
-  const CatControl control = running_ || starting_ ? control_ : session_.Settings.Control;
-  const RigBackend* backend = parts_.Router.Backend(control, session_.Radio);
-  return IfOffsetKHz(control, session_.Radio, session_.Settings,
-                     backend != nullptr ? backend->LinkOffsetKHz() : 0);
+  if (session_.Radio.OwnSpectrum) return 0;
+  const bool on = run_.Running || starting_;
+  const PanSettings& settings = session_.Settings;
+  const CatControl control = on ? start_.Control() : settings.Control;
+  RadioKit* kit = (on ? run_.Way : parts_.Router.RouteOf(settings.Source.Id, control)).Control;
+  return IfOffsetKHz(control, session_.Radio, settings, kit != nullptr ? kit->Backend().LinkOffsetKHz() : 0);
+}
+
+std::chrono::steady_clock::duration RunCycle::TimeInRuns() const {
+  return run_.Running ? earlierRuns_ + (parts_.Time.Now() - runSince_) : earlierRuns_;
 }
 
 }  // namespace spectrino

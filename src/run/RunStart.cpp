@@ -1,104 +1,92 @@
-// Start and Stop of the run cycle.
-#include "capture/IqSign.h"
-#include "run/RunCycle.h"
+#include "run/RunStart.h"
+
+#include <optional>
+
 #include "run/SetupChecks.h"
-#include "settings/SetupSection.h"
 
 namespace spectrino {
 
 using namespace std::chrono_literals;
 
-RunCycle::RunCycle(Session& session, const RunParts& parts)
-    : session_(session), parts_(parts), audio_(parts.Time, parts.Times) {}
+RunStart::RunStart(Session& session, const RunParts& parts, RunView& run, std::function<bool()> stopped)
+    : session_(session),
+      parts_(parts),
+      run_(run),
+      stopped_(std::move(stopped)),
+      audio_(parts.Time, parts.Times) {}
 
-const std::string& RunCycle::SourceName() const {
-  return running_ || starting_ ? runSource_ : session_.Settings.SourceName;
-}
-
-bool RunCycle::Start() {
-  // Waiting for links keeps events flowing, so the button may be pressed again meanwhile.
-  if (running_ || starting_) return false;
-  starting_ = true;
-  stopRequested_ = false;
+void RunStart::Choose() {
+  const PanSettings& settings = session_.Settings;
   // What another radio told is not known of this one.
-  const bool another = runSource_ != session_.Settings.SourceName || control_ != session_.Settings.Control;
-  if (another && !runSource_.empty()) session_.Radio = RadioState{};
-  runSource_ = session_.Settings.SourceName;
-  control_ = session_.Settings.Control;
-  if (RunningChanged) RunningChanged();
-  parts_.User.ShowStatus("");
-  const bool hostCanServe = OpenHost();
-  if (runSource_ == kIcomSource && UsesHost(control_) && control_ != CatControl::IcomViaHost) {
-    control_ = CatControl::HostIf;
-  }
-  bool prepared = false;
-  if (hostCanServe && !stopRequested_) {
-    plan_ = PlanFor(session_.Settings);
-    session_.PanPoints = 0;
-    UpdateScale();
-    session_.Radio.K4Active = runSource_ == kK4Source || runSource_ == kK4DSource;
-    session_.Radio.IcomActive = runSource_ == kIcomSource;
-    session_.Radio.K4PanDataSeen = false;
-    prepared = IsRadioSource(runSource_) ? PrepareRadio(parts_.Router.Link(runSource_)) : PrepareAudio();
-    prepared = prepared && !stopRequested_ && BeginRun();
-  }
-  startFailed_ = !prepared && !stopRequested_;
-  if (!prepared) EndFailedStart();
-  starting_ = false;
-  if (RunningChanged) RunningChanged();
-  return prepared;
+  const bool another = chosen_ && (chosen_->Id != settings.Source.Id ||
+                                   chosen_->Name != settings.Source.Name || control_ != settings.Control);
+  if (another) session_.Radio = RadioState{};
+  chosen_ = settings.Source;
+  control_ = settings.Control;
+  run_.Way = parts_.Router.RouteOf(chosen_->Id, control_);
+  run_.SourceName = chosen_->Name;
 }
 
-bool RunCycle::OpenHost() {
+void RunStart::OpenHost() {
   hostOpen_ = false;
-  if (!UsesHost(control_) || !session_.SearchHost) return true;
-  RigBackend* host = parts_.Router.Host();
-  hostOpen_ = host != nullptr && host->Open();
-  if (!hostOpen_) {
-    // What the last run's host told is not known of this one.
-    session_.Radio = RadioState{};
-    parts_.User.ShowStatus("Castelon not found");
-    parts_.Pump.Wait(1000ms);
+  if (!UsesHost(control_) || !session_.SearchHost) return;
+  RadioKit* host = parts_.Router.Host();
+  hostOpen_ = host != nullptr && host->Backend().Open();
+  if (hostOpen_) return;
+  // What the last run's host told is not known of this one.
+  session_.Radio = RadioState{};
+  parts_.User.ShowStatus("Castelon not found");
+  parts_.Pump.Wait(1000ms);
+}
+
+bool RunStart::Open() {
+  const bool radio = IsRadio(chosen_->Id.Kind);
+  session_.Radio.OwnSpectrum = radio;
+  if (!(radio ? OpenRadio() : OpenAudio())) return false;
+  return !stopped_();
+}
+
+bool RunStart::OpenRadio() {
+  RadioLink* link = run_.Way.Source != nullptr ? run_.Way.Source->Link() : nullptr;
+  if (link == nullptr) {
+    parts_.User.ShowMessage(
+        "Spectrino",
+        chosen_->Name + " cannot be reached by this version. Choose a sound input or the demo signal.",
+        Severity::Exclamation);
+    return false;
   }
-  return !stopRequested_;
+  run_.Link = link;
+  if (!link->Open(session_.Radio)) return false;
+  source_ = &link->Source();
+  return true;
 }
 
-ZoomPlan RunCycle::PlanFor(const PanSettings& settings) const {
-  const std::optional<int> chosen = parts_.Devices.FindChosen(settings);
-  const int fixedRate =
-      chosen ? parts_.Devices.Entries()[static_cast<std::size_t>(*chosen)].Device.FixedRateHz : 0;
-  // A recording has one rate: its zoom is the display's alone.
-  const bool highResolution = settings.TypZoom && fixedRate == 0;
-  ZoomPlan plan = ChooseZoomPlan(highResolution, settings.Zoom, settings.SRate, settings.Bits);
-  if (fixedRate != 0) plan.SampleRate = fixedRate;
-  return plan;
+bool RunStart::ReopenAudio() {
+  audio_.CloseCapture();
+  run_.Plan = PlanFor(session_.Settings);
+  return OpenAudio();
 }
 
-bool RunCycle::PrepareAudio() {
-  if (const auto error = FftLengthError(1 << plan_.FftBits)) {
+bool RunStart::OpenAudio() {
+  const ZoomPlan& plan = run_.Plan;
+  if (const auto error = FftLengthError(1 << plan.FftBits)) {
     parts_.User.ShowMessage("Spectrino", *error, Severity::Exclamation);
     return false;
   }
   const PanSettings& settings = session_.Settings;
   CaptureSettings capture;
-  capture.SampleRate = plan_.SampleRate;
-  capture.FftBits = plan_.FftBits;
+  capture.SampleRate = plan.SampleRate;
+  capture.FftBits = plan.FftBits;
   capture.Window = static_cast<WindowType>(settings.WindowTypeIndex);
   capture.ChannelSign = settings.Iq ? -1 : 1;
-  bandFlip_ = 1;
 
-  std::string reason = "the input \"" + runSource_ + "\" is not there";
-  const std::optional<int> chosen = parts_.Devices.FindChosen(settings);
-  bool opened = false;
-  if (chosen) {
-    const DeviceList::Entry& entry = parts_.Devices.Entries()[static_cast<std::size_t>(*chosen)];
-    opened = audio_.OpenCapture(*entry.Input, entry.Device, capture, reason);
-  }
-  if (!opened) {
+  std::string reason = "the input \"" + chosen_->Name + "\" is not there";
+  const DeviceList::Entry* entry = parts_.Devices.Find(*chosen_);
+  if (entry == nullptr || !audio_.OpenCapture(*entry->Input, entry->Device, capture, reason)) {
     parts_.User.Log(LogArea::Audio, "open failed: " + reason);
     parts_.User.ShowStatus(reason);
     parts_.User.ShowMessage("Spectrino",
-                            OpenFailureText(plan_.SampleRate, settings.TypZoom && settings.Zoom >= 2),
+                            OpenFailureText(plan.SampleRate, settings.TypZoom && settings.Zoom >= 2),
                             Severity::Exclamation);
     return false;
   }
@@ -106,95 +94,30 @@ bool RunCycle::PrepareAudio() {
   return true;
 }
 
-bool RunCycle::PrepareRadio(RadioLink* link) {
-  if (link == nullptr) {
-    parts_.User.ShowMessage(
-        "Spectrino",
-        runSource_ + " cannot be reached by this version. Choose a sound input or the demo signal.",
-        Severity::Exclamation);
-    return false;
-  }
-  link_ = link;
-  if (!link->Open(session_.Radio)) return false;
-  source_ = &link->Source();
-  return true;
-}
-
-bool RunCycle::BeginRun() {
-  // A K4 whose sockets went away while it was being opened ends the run before its first pass.
-  if (session_.Radio.K4Active && !session_.Radio.K4Connected) return false;
-  historyPoints_ = 0;
-  line_ = SpectrumLine{};
-  readings_ = Readings{};
-  hold_.Reset();
-  lastLeftMHz_ = lastRightMHz_ = 0;
-  spotRequested_ = false;
-  lastRadioMode_ = session_.Radio.RadioMode;
-  if (!reopening_) parts_.Sink.ClearFrames();
-  if (control_ == CatControl::IcomViaHost && session_.Radio.IcomActive) {
-    SetupSection(parts_.Store).Write(key::kIcomScope, true);
-  }
-  running_ = true;
-  runSince_ = parts_.Time.Now();
-  UpdateScale();
-  return true;
-}
-
-void RunCycle::EndFailedStart() {
+void RunStart::Close() {
   audio_.CloseCapture();
-  if (link_ != nullptr) link_->Close(session_.Radio);
-  if (hostOpen_) parts_.Router.Host()->Close();
-  link_ = nullptr;
+  if (run_.Link != nullptr) run_.Link->Close();
+  if (hostOpen_) parts_.Router.Host()->Backend().Close();
+  run_.Link = nullptr;
   source_ = nullptr;
   hostOpen_ = false;
-  session_.Radio.K4Active = session_.Radio.IcomActive = false;
+  session_.Radio.OwnSpectrum = false;
 }
 
-void RunCycle::Stop() {
-  stopRequested_ = true;
-  if (!running_) return;
-  SetupSection(parts_.Store).Write(key::kIcomScope, false);
-  earlierRuns_ += parts_.Time.Now() - runSince_;
-  audio_.CloseCapture();
-  if (link_ != nullptr) link_->Close(session_.Radio);
-  session_.Radio.K4Connected = session_.Radio.K4PanDataSeen = false;
-  running_ = false;
-  link_ = nullptr;
-  source_ = nullptr;
-  session_.Radio.K4Active = session_.Radio.IcomActive = false;
-  if (hostOpen_) parts_.Router.Host()->Close();
-  hostOpen_ = false;
-  UpdateScale();
-  if (RunningChanged) RunningChanged();
+ZoomPlan RunStart::PlanFor(const PanSettings& settings) const {
+  const DeviceList::Entry* entry = parts_.Devices.Find(run_.Running ? *chosen_ : settings.Source);
+  const int fixedRate = entry != nullptr ? entry->Device.FixedRateHz : 0;
+  // A recording has one rate: its zoom is the display's alone.
+  const bool highResolution = settings.TypZoom && fixedRate == 0;
+  ZoomPlan plan = ChooseZoomPlan(highResolution, settings.Zoom, settings.SRate, settings.Bits);
+  if (fixedRate != 0) plan.SampleRate = fixedRate;
+  return plan;
 }
 
-std::chrono::steady_clock::duration RunCycle::TimeInRuns() const {
-  return running_ ? earlierRuns_ + (parts_.Time.Now() - runSince_) : earlierRuns_;
-}
-
-void RunCycle::SetZoom(int zoomIndex) {
-  if (zoomIndex == session_.Settings.Zoom) return;
-  session_.Settings.Zoom = zoomIndex;
-  if (zoomIndex == 0) session_.PanPoints = 0;
-  SetupSection setup(parts_.Store);
-  SaveZoom(setup, zoomIndex);
-  const ZoomPlan next = PlanFor(session_.Settings);
-  const bool reopen =
-      running_ && link_ == nullptr && (next.SampleRate != plan_.SampleRate || next.FftBits != plan_.FftBits);
-  if (!reopen) {
-    plan_ = next;
-    UpdateScale();
-    return;
-  }
-  // The same band at another rate: the waterfall goes on, and the window where it was panned to.
-  const int pan = session_.PanPoints;
-  reopening_ = true;
-  Stop();
-  Start();
-  reopening_ = false;
-  if (!running_) return;
-  session_.PanPoints = pan;
-  UpdateScale();
+RigBackend* RunStart::Backend() const {
+  // A host that was not found at Start stays out of this run.
+  if (run_.Way.Control == nullptr || (run_.Way.Control == parts_.Router.Host() && !hostOpen_)) return nullptr;
+  return &run_.Way.Control->Backend();
 }
 
 }  // namespace spectrino

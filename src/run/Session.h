@@ -2,7 +2,7 @@
 // One object, owned by main and passed on; nothing of it is global.
 #pragma once
 
-#include <string>
+#include <optional>
 
 #include "settings/PanSettings.h"
 #include "state/RadioState.h"
@@ -13,19 +13,11 @@ struct Session {
   RadioState Radio;
   PanSettings Settings;
 
-  bool WindowMinimized = false;   ///< frames wait, the radio is still refreshed
-  bool ResizeInProgress = false;  ///< the window layout is being rebuilt
-  int PanPoints = 0;              ///< how far the zoomed window was dragged off its centre, in points
-  std::string ForcedDeviceId;     ///< input of a demo or recording, chosen for this run and never stored
-  bool FirstRun = false;          ///< no settings were ever stored
-  bool SearchHost = true;         ///< false in a demo, which is not to meet the station's own host program
-};
-
-/// What the display shows beside the plot.
-struct Readings {
-  float SMeterDbm = -200;      ///< level of the tuned signal
-  float SMeterHeldDbm = -200;  ///< the highest of the last seconds
-  bool SMeterKnown = false;
+  bool WindowMinimized = false;              ///< frames wait, the radio is still refreshed
+  bool ResizeInProgress = false;             ///< the window layout is being rebuilt
+  std::optional<ChosenSource> ForcedSource;  ///< a demo or recording, chosen for this run and never stored
+  bool FirstRun = false;                     ///< no settings were ever stored
+  bool SearchHost = true;  ///< false in a demo, which is not to meet the station's own host program
 };
 
 }  // namespace spectrino

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "state/CatControl.h"
+#include "state/SourceId.h"
 
 namespace spectrino {
 
@@ -10,9 +11,7 @@ namespace spectrino {
 enum class CatSoftware { Castelon, CastelonK3, LPBridge, Ketrel, Icom };
 /// Entries of the list of receivers with I/Q output.
 enum class SdrKind { IfAdapter, FixedLo };
-/// What the chosen source is to the rules.
-enum class SourceKind { SoundCard, Icom, K4, K4D };
-/// Entries of the list of ways to the Icom's waveform data.
+/// Entries of the list of ways to the Icom's waveform data; the values of "ICCTRL".
 enum class IcomData { SerialPort, ViaHost };
 
 struct CatChoice {
@@ -35,6 +34,10 @@ struct CatCorrection {
   CatSoftware Software = CatSoftware::Castelon;  ///< to be shown instead
 };
 [[nodiscard]] CatCorrection CheckCompatible(CatControl control, SourceKind source, IcomData icomData);
+
+/// What the stored value becomes when another source is chosen in the window's list, where nobody is asked:
+/// the set-up of one source may not reach another one's radio.
+[[nodiscard]] CatControl ControlForSource(CatControl control, SourceKind source, IcomData icomData);
 
 /// Which frame of offsets belongs to a value.
 enum class OffsetFrame { None, ModeOffset, CenterFrequencies, GlobalOffset };

@@ -12,14 +12,11 @@ inline constexpr std::string_view kSetupSection = "Setup";
 
 namespace key {
 
-// The source.
+// The source; the flags of the radios are in SourceChoice.h.
 inline constexpr IntKey kDevice{{"Device"}, 0, {0, INT16_MAX}};
 inline constexpr TextKey kNDevice{{"NDevice"}, ""};
 /// The stable name of the chosen sound input: list indices move when a card is plugged, this does not.
 inline constexpr TextKey kDeviceId{{"DeviceId"}, ""};
-inline constexpr FlagKey kIcom{{"ICOM"}};
-inline constexpr FlagKey kK4{{"K4"}};
-inline constexpr FlagKey kK4D{{"K4D"}};
 
 // Sound card and transform.
 inline constexpr FlagKey k24Bits{{"24b"}};
@@ -29,8 +26,8 @@ inline constexpr FlagKey kIq{{"IQ"}};
 inline constexpr FlagKey kIqCw{{"IQCW"}};
 inline constexpr FlagKey kIqUsb{{"IQUSB"}};
 inline constexpr FlagKey kFlip6{{"Flip6"}};
-inline constexpr NumberKey kFlipFreq{{"FlipFreq"}, 44.0};
-inline constexpr NumberKey kFlipFreq2{{"FlipFreq2"}, 54.0};
+inline constexpr NumberKey kFlipFreq{{"FlipFreq"}, 44.0, 1, {0, 1e6}};
+inline constexpr NumberKey kFlipFreq2{{"FlipFreq2"}, 54.0, 1, {0, 1e6}};
 inline constexpr FlagKey kTypZoom{{"TypZoom"}};
 inline constexpr IntKey kZoom{{"Zoom"}, 0, {0, 5}};
 inline constexpr FlagKey kSmoothZeroHz{{"Spik0"}};
@@ -41,7 +38,7 @@ inline constexpr FlagKey kPriority{{"Priority"}};
 // Frequencies.
 inline constexpr IntKey kCatControl{{"OptFreq"}, 0, {0, 8}};
 inline constexpr NumberKeys<5> kOffset{{"Offset"}, 0};
-inline constexpr NumberKeys<4> kCenter{{"Center"}, 7015};
+inline constexpr NumberKeys<4> kCenter{{"Center"}, 7015, {0, 1e9}};
 inline constexpr NumberKey kGlobalOffset{{"Global"}, -6.0};
 inline constexpr IntKeys<3> kAutoSpan{{"AutoSpan"}, {25, 150, 300}};
 inline constexpr IntKeys<4> kStep{{"Step"}, {10, 25, 100, 10}};
@@ -58,6 +55,8 @@ inline constexpr FlagKey kBandMode{{"BandMode"}};
 [[nodiscard]] constexpr IntKey Colour(std::size_t n) {
   return {KeyName("ccolor").WithIndex(n), static_cast<std::int32_t>(kColoursK4[n]), IntLimits{}};
 }
+/// The waterfall takes the newest levels, whatever the display mode makes of them.
+inline constexpr FlagKey kWFLive{{"WFLive"}, true};
 /// Older waterfall lines stay at their frequencies.
 inline constexpr FlagKey kWFFollow{{"WFFollow"}, true};
 inline constexpr FlagKey kAutoRef{{"AutoREF"}, true};
@@ -65,17 +64,20 @@ inline constexpr FlagKey kQsy{{"qsy"}, true};
 inline constexpr FlagKey kMinipan{{"MP"}};
 inline constexpr IntKey kOptSM{{"OptSM"}, 0, {0, 1}};
 inline constexpr IntKey kSMeterCorr{{"SMCorr"}};
-inline constexpr NumberKey kSMeterHold{{"SMHold"}, 4};
-inline constexpr NumberKey kQSplit0{{"QSplit0"}, 1};
-inline constexpr NumberKey kQSplit1{{"QSplit1"}, 5};
+inline constexpr NumberKey kSMeterHold{{"SMHold"}, 4, 0, {0, 3600}};
+/// Quick split: the first in CW, AM and DATA, the second in SSB.
+inline constexpr NumberKey kQSplit0{{"QSplit0"}, 1, 0, {-1000, 1000}};
+inline constexpr NumberKey kQSplit1{{"QSplit1"}, 5, 0, {-1000, 1000}};
 
 // Links to radios, read when they are opened.
+/// A link that is lost comes back by itself; otherwise the run ends.
+inline constexpr FlagKey kReconnect{{"Reconnect"}, true};
 inline constexpr IntKey kPort{{"Port"}, 1, {1, 32}};
 inline constexpr TextKey kIcAddress{{"ICADDR"}, ""};
 inline constexpr TextKey kControllerAddress{{"CTRLADDR"}, "E0"};
 inline constexpr IntKey kIcomControl{{"ICCTRL"}, 0, {0, 1}};
-/// Written when the program switches the radio's scope output on and off; never read back.
-inline constexpr FlagKey kIcomScope{{"ICSCOPE"}};
+/// Written when the program switches a radio's scope output on and off; never read back.
+inline constexpr FlagKey kScopeOutput{{"ICSCOPE"}};
 /// At connect a missing address is "not defined"; only the setup dialog offers kK4AddressOffered.
 inline constexpr TextKey kK4Address{{"K4TCP"}, ""};
 inline constexpr TextKey kK4AddressOffered{{"K4TCP"}, "127.0.0.1"};
@@ -93,19 +95,23 @@ inline constexpr IntKey kLeft{{"Left"}, 0, IntLimits{}};
 inline constexpr IntKey kHeight{{"Height"}, 5175, IntLimits{}};
 inline constexpr IntKey kWidth{{"Width"}, 10905, IntLimits{}};
 inline constexpr IntKey kWState{{"WState"}};
-inline constexpr NumberKey kDePhase{{"DePhase"}, 0};
-inline constexpr NumberKey kDeAmp{{"DeAmp"}, 0};
-inline constexpr IntKey kRef{{"Ref"}, -60, {-199, 200, -60}};
-inline constexpr IntKey kDivisor{{"Divisor"}, 1000000, {1, INT32_MAX, 1000000}};
+/// Those of the sliders.
+inline constexpr NumberLimits kBalanceLimits{-500, 500};
+inline constexpr NumberKey kDePhase{{"DePhase"}, 0, 0, kBalanceLimits};
+inline constexpr NumberKey kDeAmp{{"DeAmp"}, 0, 0, kBalanceLimits};
+inline constexpr std::int32_t kUsualRef = -60;
+inline constexpr std::int32_t kUsualDivisor = 1000000;
+inline constexpr IntKey kRef{{"Ref"}, kUsualRef, {-199, 200, kUsualRef}};
+inline constexpr IntKey kDivisor{{"Divisor"}, kUsualDivisor, {1, INT32_MAX, kUsualDivisor}};
 inline constexpr std::size_t kRefBandCount = 13;
 /// currentRef: the value of kRef, which a band without a value of its own takes over. band: 0..12.
 [[nodiscard]] constexpr IntKey BandRef(std::size_t band, std::int32_t currentRef) {
-  return {KeyName("Ref").WithIndex(band), currentRef, {-200, 200, -60}};
+  return {KeyName("Ref").WithIndex(band), currentRef, {-200, 200, kUsualRef}};
 }
 [[nodiscard]] constexpr IntKey BandDivisor(std::size_t band, std::int32_t currentDivisor) {
-  return {KeyName("Divisor").WithIndex(band), currentDivisor, {1, INT32_MAX, 1000000}};
+  return {KeyName("Divisor").WithIndex(band), currentDivisor, {1, INT32_MAX, kUsualDivisor}};
 }
-inline constexpr NumberKey kLevelCorrection{{"db"}, 0};
+inline constexpr NumberKey kLevelCorrection{{"db"}, 0, 0, {-200, 200}};
 inline constexpr IntKey kDisplayMode{{"Disp"}, 0, {0, 3}};
 inline constexpr FlagKey kOnTop{{"OnTop"}};
 inline constexpr FlagKey kBackgroundPeakHold{{"bph"}};

@@ -1,9 +1,5 @@
 #include "settings/PanSettings.h"
 
-#include <algorithm>
-
-#include "state/Val.h"
-
 namespace spectrino {
 namespace {
 
@@ -11,29 +7,6 @@ template <typename Keys, typename Value, std::size_t N>
 void ReadRow(const SetupSection& setup, const Keys& keys, std::array<Value, N>& values) {
   static_assert(Keys::kCount == N);
   for (std::size_t n = 0; n < N; ++n) values[n] = setup.Read(keys[n]);
-}
-
-/// A radio's own spectrum is chosen by its flag and stands behind the sound inputs, however many there are.
-void LoadSource(const SetupSection& setup, int soundInputCount, PanSettings& settings) {
-  settings.Icom = setup.Read(key::kIcom);
-  settings.K4 = setup.Read(key::kK4);
-  settings.K4D = setup.Read(key::kK4D);
-  settings.DeviceId = setup.Read(key::kDeviceId);
-  settings.NDevice = setup.Has(key::kNDevice.Name) ? std::string(Trim(setup.Read(key::kNDevice)))
-                                                   : std::string(Trim(settings.SourceName));
-  if (settings.Icom) {
-    settings.SourceName = "ICOM";
-    settings.Device = soundInputCount;
-  } else if (settings.K4) {
-    settings.SourceName = "K4";
-    settings.Device = soundInputCount + 1;
-  } else if (settings.K4D) {
-    settings.SourceName = "K4D";
-    settings.Device = soundInputCount + 2;
-  } else {
-    settings.SourceName = settings.NDevice;
-    settings.Device = setup.Read(key::kDevice);
-  }
 }
 
 void LoadCapture(const SetupSection& setup, PanSettings& settings) {
@@ -63,7 +36,6 @@ void LoadTuning(const SetupSection& setup, PanSettings& settings) {
   ReadRow(setup, key::kAutoSpan, settings.AutoSpanKHz);
   ReadRow(setup, key::kStep, settings.StepHz);
   settings.WheelInverted = setup.Read(key::kWheelInverted);
-  settings.QSplitKHz = {setup.Read(key::kQSplit0), setup.Read(key::kQSplit1)};
   settings.HostEndpoint = setup.Read(key::kHostEndpoint);
 }
 
@@ -77,6 +49,7 @@ void LoadDisplay(const SetupSection& setup, PanSettings& settings) {
     settings.Colours[n] = static_cast<std::uint32_t>(setup.Read(key::Colour(n))) & 0xFFFFFF;
   settings.Qsy = setup.Read(key::kQsy);
   settings.WFFollow = setup.Read(key::kWFFollow);
+  settings.WFLive = setup.Read(key::kWFLive);
   settings.MinipanOption = setup.Read(key::kMinipan);
   settings.OptSM = setup.Read(key::kOptSM);
   settings.SMeterCorrDb = setup.Read(key::kSMeterCorr);
@@ -119,47 +92,18 @@ void LoadStartup(const SetupSection& setup, PanSettings& settings) {
   settings.FskReverse = setup.Read(key::kFskReverse);
 }
 
-void LoadSettings(const SetupSection& setup, int soundInputCount, PanSettings& settings) {
-  LoadSource(setup, soundInputCount, settings);
+void LoadSettings(const SetupSection& setup, PanSettings& settings, std::span<const RadioSource> radios) {
+  settings.Source = ReadSource(setup, settings.Source, radios);
   LoadCapture(setup, settings);
   LoadTuning(setup, settings);
   LoadDisplay(setup, settings);
   LoadRange(setup, settings);
 }
 
-std::optional<std::size_t> FindChosenInput(const PanSettings& settings, std::span<const SoundDevice> inputs) {
-  const auto indexOf = [&](std::string SoundDevice::*field,
-                           const std::string& value) -> std::optional<std::size_t> {
-    const auto at = std::ranges::find(inputs, value, field);
-    if (at == inputs.end()) return std::nullopt;
-    return static_cast<std::size_t>(at - inputs.begin());
-  };
-  if (!settings.DeviceId.empty()) return indexOf(&SoundDevice::StableId, settings.DeviceId);
-  if (!settings.NDevice.empty()) {
-    const auto index = static_cast<std::size_t>(settings.Device);
-    // Two cards of one model have the same name; the index tells them apart while it still fits.
-    if (index < inputs.size() && inputs[index].Name == settings.NDevice) return index;
-    return indexOf(&SoundDevice::Name, settings.NDevice);
-  }
-  const auto index = static_cast<std::size_t>(settings.Device);
-  return index < inputs.size() ? std::optional(index) : std::nullopt;
-}
-
 void SaveRange(SetupSection& setup, const PanSettings& settings, std::optional<int> refBand) {
   SetupBatch batch(setup);
   PutRange(batch, settings, refBand);
   batch.Save();
-}
-
-void SaveSource(SetupSection& setup, const PanSettings& settings) {
-  SetupBatch(setup)
-      .Put(key::kDevice, settings.Device)
-      .Put(key::kNDevice, settings.SourceName)
-      .Put(key::kDeviceId, settings.DeviceId)
-      .Put(key::kIcom, settings.Icom)
-      .Put(key::kK4, settings.K4)
-      .Put(key::kK4D, settings.K4D)
-      .Save();
 }
 
 void SaveZoom(SetupSection& setup, int zoom) {

@@ -42,6 +42,13 @@ struct IntLimits {
 };
 inline constexpr IntLimits k16Bit{INT16_MIN, INT16_MAX};
 
+/// As IntLimits: what is read is never outside. Far beyond what an operator means, near enough that no
+/// arithmetic with it leaves the integers.
+struct NumberLimits {
+  double Low = -1e6;
+  double High = 1e6;
+};
+
 struct IntKey {
   KeyName Name;
   std::int32_t Default = 0;
@@ -51,6 +58,8 @@ struct IntKey {
 struct NumberKey {
   KeyName Name;
   double Default = 0;
+  int Decimals = 0;  ///< the fewest that its default is shown with
+  NumberLimits Limits{};
 };
 
 struct FlagKey {
@@ -80,9 +89,20 @@ template <std::size_t N>
 struct NumberKeys {
   KeyName Name;
   double Default = 0;
+  NumberLimits Limits{};
 
   static constexpr std::size_t kCount = N;
-  [[nodiscard]] constexpr NumberKey operator[](std::size_t n) const { return {Name.WithIndex(n), Default}; }
+  [[nodiscard]] constexpr NumberKey operator[](std::size_t n) const {
+    return {Name.WithIndex(n), Default, 0, Limits};
+  }
 };
+
+/// The defaults of a row of keys.
+template <typename Keys>
+[[nodiscard]] constexpr auto DefaultsOf(const Keys& keys) {
+  std::array<decltype(keys[0].Default), Keys::kCount> defaults{};
+  for (std::size_t n = 0; n < Keys::kCount; ++n) defaults[n] = keys[n].Default;
+  return defaults;
+}
 
 }  // namespace spectrino

@@ -3,8 +3,11 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <map>
+#include <memory>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -14,6 +17,8 @@
 #include "platform/Notifier.h"
 #include "platform/SettingsFile.h"
 #include "settings/IniDocument.h"
+#include "settings/SettingsMerge.h"
+#include "settings/SettingsWriter.h"
 
 namespace spectrino {
 
@@ -51,13 +56,22 @@ class SettingsStore {
                std::string_view value);
   void Withdraw(std::string_view application, std::string_view section);
 
+  /// From now on saving never waits: a thread writes, tries again what failed, and calls resultsWait (on that
+  /// thread) when Collect has something to tell.
+  void WriteInBackground(std::function<void()> resultsWait);
+  /// Takes notice of what the thread has done. Every read and save does so as well.
+  void Collect();
+  /// Waits until all is in the files. Not empty: wait is over, and this says which file is without its newest
+  /// settings, and why.
+  [[nodiscard]] std::string Finish(std::chrono::milliseconds wait);
+
+  /// A line in the log about what a file holds, at its first occurrence only.
+  void LogOnce(const std::string& line);
+
  private:
   static inline const SystemClock kSystemClock{};
 
-  struct Value {
-    std::string section, key, value;
-  };
-  using Values = std::vector<Value>;  ///< few: found by looking through
+  using Values = std::vector<SettingValue>;  ///< few: found by looking through
   struct Application {
     std::string name;
     IniDocument document;  ///< last good content of the file
@@ -67,21 +81,28 @@ class SettingsStore {
     Values published;
     bool told = false;       ///< a failed read or parse was reported; holds until one succeeds
     bool writeTold = false;  ///< a failed write was reported; holds until one succeeds
+    int setAside = 0;        ///< times in a row that a bad file was found when writing
   };
 
-  static Value* Find(Values& values, std::string_view section, std::string_view key);
+  static SettingValue* Find(Values& values, std::string_view section, std::string_view key);
   Application& Open(std::string_view name);
-  void Refresh(Application& application);
+  bool Refresh(Application& application);
   void Accept(Application& application, IniDocument document);
   void HandleUnreadable(Application& application, const std::string& reason);
-  void HandleUnparsable(Application& application, const std::string& why);
-  WriteOutcome Write(Application& application);
+  bool HandleUnparsable(Application& application, const std::string& why);
+  bool SetAside(Application& application, const std::string& why);
   void Flush(Application& application);
+  void Settle(Application& application, MergeResult result);
+  [[nodiscard]] std::string Unsaved() const;
+  void TellWriteFailed(Application& application, const std::string& reason);
 
   SettingsFile& file_;
   Notifier& notifier_;
   const Clock& clock_;
   std::map<std::string, Application, std::less<>> applications_;
+  std::uint64_t serial_ = 0;
+  std::set<std::string> logged_;
+  std::unique_ptr<SettingsWriter> writer_;  ///< null: saving waits until the file is written
 };
 
 }  // namespace spectrino

@@ -1,23 +1,56 @@
 #include "settings/SetupSection.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "state/Val.h"
 
 namespace spectrino {
+namespace {
+
+/// No number at all ("inf", "nan", "loud"), or one with an exponent, of which only the beginning is read.
+bool IsMisspelt(std::string_view text) {
+  text = Trim(text);
+  const std::size_t number = std::min(text.find_first_not_of("+-.0123456789"), text.size());
+  if (text.empty() || number == text.size()) return false;
+  const std::string_view rest = text.substr(number);
+  return number == 0 ||
+         ((rest[0] == 'e' || rest[0] == 'E') && rest.size() > 1 && rest.find_first_of("+-0123456789") == 1);
+}
+
+}  // namespace
 
 std::int32_t SetupSection::Read(const IntKey& key) const {
   const auto text = store_.FindSetting(kOwnApplication, section_, key.Name.Text());
-  const std::int32_t value = text ? RoundToInt32(Val(*text)) : key.Default;
+  const double stored = text ? Val(*text) : key.Default;
+  const std::int32_t value = RoundToInt32(stored);
   const IntLimits& limits = key.Limits;
-  if (value >= limits.Low && value <= limits.High) return value;
-  return limits.Otherwise ? *limits.Otherwise : std::clamp(value, limits.Low, limits.High);
+  const bool within = value >= limits.Low && value <= limits.High;
+  const std::int32_t taken = within             ? value
+                             : limits.Otherwise ? *limits.Otherwise
+                                                : std::clamp(value, limits.Low, limits.High);
+  if (text) TellMisread(key.Name, *text, stored, taken);
+  return taken;
 }
 
 double SetupSection::Read(const NumberKey& key) const {
   const auto text = store_.FindSetting(kOwnApplication, section_, key.Name.Text());
-  return text ? Val(*text) : key.Default;
+  if (!text) return key.Default;
+  const double stored = Val(*text);
+  const double taken = std::clamp(stored, key.Limits.Low, key.Limits.High);
+  TellMisread(key.Name, *text, stored, taken);
+  return taken;
+}
+
+/// Rounding is no news, nor a unit behind a number.
+void SetupSection::TellMisread(const KeyName& key, const std::string& text, double stored,
+                               double taken) const {
+  constexpr std::size_t kMostShown = 40;
+  if (std::abs(stored - taken) < 1 && !IsMisspelt(text)) return;
+  std::string line = section_ + " " + std::string(key.Text()) + "=" + text.substr(0, kMostShown);
+  if (text.size() > kMostShown) line += "...";
+  store_.LogOnce(line + " is no value for this key: taken as " + NumberText(taken));
 }
 
 std::string SetupSection::Read(const TextKey& key) const {

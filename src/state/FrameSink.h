@@ -15,6 +15,7 @@ struct Frame {
   const FrameGeometry& Geometry;
   std::span<const float> DisplayLevel;    ///< by point index, like Line.Levels
   std::span<const float> BackgroundPeak;  ///< the same; empty while peak hold is off
+  std::span<const float> NewestLevel{};   ///< the same, of this line alone; empty: DisplayLevel is
 };
 
 class FrameSink {

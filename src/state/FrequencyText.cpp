@@ -46,12 +46,28 @@ double TypedMHz(std::string_view text) {
   return value < 1e6 ? value / 1e3 : value / 1e6;
 }
 
-std::string GridOffsetText(double offsetHz) {
+std::string GridFrequencyText(double mhz, double stepHz, bool withMHz) {
+  const double hundreds = stepHz / 100;
+  if (std::fabs(hundreds - std::round(hundreds)) < 1e-6) return GridFrequencyText(mhz, withMHz);
+  const std::string text = FrequencyText(mhz);
+  return withMHz ? text : text.substr(text.size() - 7);
+}
+
+std::string GridOffsetText(double offsetHz, double stepHz) {
+  int decimals = 0;
+  double unit = 1000;  // Hz, of the last digit
+  while (decimals < 3 && std::fabs(std::remainder(stepHz, unit)) > 1e-6) {
+    ++decimals;
+    unit /= 10;
+  }
+  // A hair more, so that a half that lost its last bit is still one.
+  const double rounded = std::round(std::fabs(offsetHz) / unit + 1e-9) * unit / 1000;
+  if (rounded == 0) return "0";
   char text[40];
-  std::snprintf(text, sizeof text, "%.1f", std::fabs(offsetHz) / 1000);
+  std::snprintf(text, sizeof text, "%.*f", decimals, rounded);
   std::string number = text;
   if (number.starts_with("0.")) number.erase(0, 1);
-  return "+" + number + "K";
+  return (offsetHz < 0 ? "-" : "+") + number + "K";
 }
 
 }  // namespace spectrino

@@ -14,9 +14,12 @@ namespace spectrino {
 /// "074.0".
 [[nodiscard]] std::string GridFrequencyText(double mhz, bool withMHz);
 
-/// A scale label while no frequency is known: "+" and the offset in kHz, one decimal, no leading zero:
-/// "+5.0K", "+.5K".
-[[nodiscard]] std::string GridOffsetText(double offsetHz);
+/// The label of a line of a grid of stepHz: as above, with the last two digits where the step needs them.
+[[nodiscard]] std::string GridFrequencyText(double mhz, double stepHz, bool withMHz);
+
+/// A scale label while no frequency is known: the sign and the offset in kHz with as many decimals, up to
+/// three, as multiples of stepHz need, halves away from zero, no leading zero: "+5K", "-12.5K", "+.5K"; "0".
+[[nodiscard]] std::string GridOffsetText(double offsetHz, double stepHz);
 
 /// MHz from what an operator typed: "14.074", "14,074", "14.074.000" (MHz, kHz, Hz), "14074.5" (kHz, from
 /// 1300 on), or digits alone, which are MHz below 1000, kHz below a million, else Hz. 0 for anything else.

@@ -35,19 +35,10 @@ struct RadioState {
   std::optional<double> SubNotchHz;
   int PitchHz = 600;  ///< CW pitch
   bool Transmitting = false;
-  double ScopeRefLevelDb = 0;  ///< of an Icom's scope
-  bool SMeterTold = false;     ///< the radio tells its own S-meter
-  double SMeterDbm = 0;        ///< its reading, S9 at -73, without the user's correction
+  bool SMeterTold = false;  ///< the radio tells its own S-meter
+  double SMeterDbm = 0;     ///< its reading, S9 at -73, without the user's correction
 
-  bool K4Active = false;  ///< the K4 is the spectrum source of this run
-  bool K4Connected = false;
-  bool K4PanDataSeen = false;
-  bool IcomActive = false;  ///< an Icom's scope is the spectrum source of this run
+  bool OwnSpectrum = false;  ///< the radio delivers the spectrum of this run itself
 };
-
-/// Whether the radio delivers the spectrum itself, so that no sound card is involved.
-[[nodiscard]] inline bool RadioSourceActive(const RadioState& radio) {
-  return radio.K4Active || radio.IcomActive;
-}
 
 }  // namespace spectrino

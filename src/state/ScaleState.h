@@ -24,7 +24,8 @@ struct ScaleState {
   FrameGeometry Geometry;
   std::array<double, 21> GridOffsetHz{};  ///< distance of grid line i from the centre, both sides
   double LabelCentreMHz = 0;              ///< frequency of the centre line; relative to 0 while none is known
-  bool FrequencyKnown = false;            ///< labels are frequencies; otherwise offsets in kHz with a "+"
+  bool FrequencyKnown = false;            ///< labels are frequencies; otherwise offsets in kHz
+  bool Zoomed = false;                    ///< a part of the line is in view: its grid is made for that part
   bool Running = false;                   ///< the centre label is shown only during a run
 
   bool operator==(const ScaleState&) const = default;

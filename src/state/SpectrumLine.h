@@ -35,6 +35,17 @@ struct SpectrumLine {
 
   /// One past the last index that holds a point.
   [[nodiscard]] int EndIndex() const { return FirstIndex + PointCount; }
+  /// Whether its points have frequencies: two points at least, and a right end above the left one.
+  [[nodiscard]] bool HasFrequencies() const { return PointCount >= 2 && RightMHz > LeftMHz; }
+  /// From one point to the next, MHz. A radio's last point stands at the right edge, a transform's one step
+  /// before it. This and the two below only with HasFrequencies.
+  [[nodiscard]] double StepMHz() const {
+    return (RightMHz - LeftMHz) / (FirstIndex == 0 ? PointCount : PointCount - 1);
+  }
+  /// Index of a frequency, fractional, in the line or not.
+  [[nodiscard]] double IndexAt(double mhz) const { return FirstIndex + (mhz - LeftMHz) / StepMHz(); }
+  /// Frequency of an index, whole or not, in the line or not.
+  [[nodiscard]] double FrequencyAt(double index) const { return LeftMHz + (index - FirstIndex) * StepMHz(); }
 };
 
 }  // namespace spectrino

@@ -13,8 +13,10 @@ namespace spectrino {
 /// marker stands; the sideband modes, DATA included, into the middle of the passband. Rounded to 1 Hz.
 [[nodiscard]] double DialFor(double signalMHz, const Passband& passband, int radioMode);
 
-/// The dial for the strongest signal of the passband. Nothing while the dial is unknown (0) or no point of
-/// the line lies in the passband.
+/// The dial for the strongest signal of the passband, or where there is none for the strongest within one
+/// passband to either side of it. A signal stands 6 dB (Icom: 6 units) above the line's floor at least, and
+/// above what noise that scatters as this line's does reaches by itself. Nothing while the dial is unknown
+/// (0) or no signal is in reach.
 [[nodiscard]] std::optional<double> SpotFrequency(const SpectrumLine& line, const Passband& passband,
                                                   double dialMHz, int radioMode);
 

@@ -13,16 +13,14 @@ Vfo ReceiverOf(PassbandDragMode drag) {
   return drag == PassbandDragMode::Sub ? Vfo::B : Vfo::A;
 }
 
-// For these back-ends a click also chooses what the wheel tunes.
-bool ClickChoosesWheel(CatControl control) {
-  const int number = static_cast<int>(control);
-  return number >= 2 && number <= 6;
-}
-
 }  // namespace
 
 Tuner::Tuner(const Parts& parts)
-    : parts_(parts), wheel_(parts.Radio, parts.Settings, parts.Time, [this] { return Backend(); }) {}
+    : parts_(parts),
+      wheel_(
+          parts.Radio, parts.Settings, parts.Time, [this] { return Backend(); },
+          [this] { return parts_.Traits().HasVfoB; }),
+      drag_(parts.Time, [this] { return Backend(); }) {}
 
 void Tuner::Scope_MouseDown(ClickButton button, double freqMHz, bool inRightStrip) {
   const bool right = button == ClickButton::Right;
@@ -31,9 +29,9 @@ void Tuner::Scope_MouseDown(ClickButton button, double freqMHz, bool inRightStri
       backend->ChangeBandwidth(ReceiverOf(PassbandDragMode_), right ? kBandwidthStepHz : -kBandwidthStepHz);
     return;
   }
-  if (ClickChoosesWheel(parts_.Control())) wheel_.WheelVfo = right ? Vfo::B : Vfo::A;
+  if (parts_.Traits().ClickChoosesWheel) wheel_.WheelVfo = right ? Vfo::B : Vfo::A;
   if (freqMHz != 0) {
-    Tune(right ? Vfo::B : Vfo::A, freqMHz);
+    Tune(right ? Vfo::B : Vfo::A, freqMHz, Aim::Signal);
     return;
   }
   if (!inRightStrip) return;
@@ -43,14 +41,14 @@ void Tuner::Scope_MouseDown(ClickButton button, double freqMHz, bool inRightStri
     parts_.Window.StepZoom(+1, true);
 }
 
-void Tuner::Tune(Vfo vfo, double freqMHz) {
+void Tuner::Tune(Vfo vfo, double freqMHz, Aim aim) {
   RigBackend* backend = Backend();
   if (backend == nullptr || !(freqMHz > 0) || freqMHz > kHighestMHz) return;
   PreviousFreqMHz_ = parts_.Radio.MainFreqMHz;
   PreviousSubFreqMHz_ = parts_.Radio.SubFreqMHz;
-  clicked_ = backend->HasVfoB() ? vfo : Vfo::A;
+  clicked_ = parts_.Traits().HasVfoB ? vfo : Vfo::A;
   wheel_.Forget(clicked_);
-  backend->SetFrequency(vfo, freqMHz);
+  backend->SetFrequency(vfo, freqMHz, aim);
   parts_.Window.RestartTraces();
 }
 
@@ -58,7 +56,12 @@ void Tuner::EnterFrequency(Vfo vfo, double freqMHz) {
   RigBackend* backend = Backend();
   if (backend == nullptr || !(freqMHz > 0) || freqMHz > kHighestMHz) return;
   backend->RememberBand();
-  Tune(vfo, freqMHz);
+  Tune(vfo, freqMHz, Aim::Dial);
+}
+
+void Tuner::GripPassband(PassbandGrip grip, Vfo receiver) {
+  const RadioState& radio = parts_.Radio;
+  drag_.Begin(grip, receiver, receiver == Vfo::A ? radio.RadioMode : radio.SubRadioMode);
 }
 
 void Tuner::WheelMoved(int eighthsOfDegree, bool tenfold) {
@@ -86,14 +89,17 @@ void Tuner::KeyStep(int direction, bool tenfold) {
 
 void Tuner::RunEnded() {
   wheel_.ForgetAll();
+  drag_.End();
   PassbandDragMode_ = PassbandDragMode::None;
   PreviousFreqMHz_ = PreviousSubFreqMHz_ = 0;
 }
 
 bool Tuner::KeyPress(char character) {
   const auto zoom = [this](int direction) {
-    RigBackend* backend = Backend();
-    if (backend == nullptr || !backend->StepSpan(direction)) parts_.Window.StepZoom(direction, false);
+    if (RigBackend* owner = parts_.SpanOwner())
+      owner->StepSpan(direction);
+    else
+      parts_.Window.StepZoom(direction, false);
   };
   switch (std::tolower(static_cast<unsigned char>(character))) {
     case 27:
@@ -121,7 +127,7 @@ bool Tuner::KeyPress(char character) {
       cmdSpot_Click();
       return true;
     case 'z':
-      if (!parts_.Radio.K4Active) parts_.Window.ZoomOff();
+      if (parts_.SpanOwner() == nullptr) parts_.Window.ZoomOff();
       return true;
     default:
       return false;
@@ -133,7 +139,7 @@ void Tuner::cmdUndo_Click() {
   const double freqMHz = clicked_ == Vfo::A ? PreviousFreqMHz_ : PreviousSubFreqMHz_;
   if (backend == nullptr || !(freqMHz > 0)) return;
   wheel_.Forget(clicked_);
-  backend->SetFrequency(clicked_, freqMHz);
+  backend->SetFrequency(clicked_, freqMHz, Aim::Dial);
 }
 
 void Tuner::cmdUpDn_Click(int index, double centreMHz) {

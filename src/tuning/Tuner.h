@@ -6,9 +6,11 @@
 #include <optional>
 
 #include "platform/Clock.h"
+#include "rig/RadioTraits.h"
 #include "rig/RigBackend.h"
 #include "settings/PanSettings.h"
 #include "state/RadioState.h"
+#include "tuning/PassbandDrag.h"
 #include "tuning/Wheel.h"
 
 namespace spectrino {
@@ -38,9 +40,10 @@ class Tuner {
     const PanSettings& Settings;
     const Clock& Time;
     TuningWindow& Window;
-    std::function<RigBackend*()> Backend;  ///< in use in this run; null where there is none
+    std::function<RigBackend*()> Backend;    ///< in use in this run; null where there is none
+    std::function<RadioTraits()> Traits;     ///< of the radio in use
+    std::function<RigBackend*()> SpanOwner;  ///< whose own span the zoom keys step; null: the window zooms
     std::function<bool()> Running;
-    std::function<CatControl()> Control;  ///< of this run
   };
   explicit Tuner(const Parts& parts);
 
@@ -48,25 +51,32 @@ class Tuner {
   /// picture.
   void Scope_MouseDown(ClickButton button, double freqMHz, bool inRightStrip);
   void SetPassbandDrag(PassbandDragMode mode) { PassbandDragMode_ = mode; }
+  /// The pointer took hold of a passband, moved with it by so many hertz in all, and let go.
+  void GripPassband(PassbandGrip grip, Vfo receiver);
+  void DragPassband(double movedHz) { drag_.MoveTo(movedHz); }
+  void LetPassbandGo() { drag_.End(); }
   /// A wheel's or touchpad's movement, in eighths of a degree. Ignored while stopped.
   void WheelMoved(int eighthsOfDegree, bool tenfold);
   /// One notch up or down.
   void WheelStep(int direction, bool tenfold);
   /// The same by key: tunes wherever the pointer rests.
   void KeyStep(int direction, bool tenfold);
-  /// A character typed in the window; false when it means nothing here. K4: whether the spectrum is its own.
+  /// A character typed in the window; false when it means nothing here.
   bool KeyPress(char character);
   void cmdSpot_Click() { parts_.Window.RequestSpot(); }
   /// Back to where the VFO that was clicked last had been.
   void cmdUndo_Click();
   /// index: 0 up, 1 down. centreMHz: of the plot.
   void cmdUpDn_Click(int index, double centreMHz);
-  /// Tunes VFO A, as a click does; 0 and what is no frequency is ignored.
-  void TuneTo(double freqMHz) { Tune(Vfo::A, freqMHz); }
+  /// Puts VFO A's dial there; 0 and what is no frequency is ignored.
+  void TuneTo(double freqMHz) { Tune(Vfo::A, freqMHz, Aim::Dial); }
   /// A frequency was typed: the band's record is kept first.
   void EnterFrequency(Vfo vfo, double freqMHz);
   /// Sends what waits; every few milliseconds.
-  void Pump() { wheel_.Pump(); }
+  void Pump() {
+    wheel_.Pump();
+    drag_.Pump();
+  }
   /// After each refresh of the radio's state.
   void Refreshed() { wheel_.Hold(); }
   void RunEnded();
@@ -78,11 +88,12 @@ class Tuner {
   [[nodiscard]] bool WheelFast() const { return wheel_.WheelFast; }
 
  private:
-  void Tune(Vfo vfo, double freqMHz);
+  void Tune(Vfo vfo, double freqMHz, Aim aim);
   [[nodiscard]] RigBackend* Backend() const { return parts_.Running() ? parts_.Backend() : nullptr; }
 
   Parts parts_;
   Wheel wheel_;
+  PassbandDrag drag_;
   NotchCounter shiftNotches_;
   PassbandDragMode PassbandDragMode_ = PassbandDragMode::None;
   double PreviousFreqMHz_ = 0;

@@ -35,8 +35,7 @@ int WheelStepHz(const PanSettings& settings, int radioMode) {
 }
 
 Vfo Wheel::Tuned() const {
-  const RigBackend* backend = backend_();
-  return backend != nullptr && backend->HasVfoB() ? WheelVfo : Vfo::A;
+  return backend_() != nullptr && hasVfoB_() ? WheelVfo : Vfo::A;
 }
 
 double& Wheel::FreqOf(Vfo vfo) {
@@ -65,45 +64,42 @@ void Wheel::Turn(int notches, bool tenfold) {
   if (!(snappedMHz > 0) || snappedMHz > kHighestMHz) return;
   target_ = Target{vfo, freqMHz, snappedMHz};
   lastTurn_ = now;
-  pending_ = true;
+  unsent_.Put(*target_);
   FreqOf(vfo) = freqMHz;
   Pump();
 }
 
 void Wheel::Pump() {
-  if (!pending_ || (lastSend_ && clock_.Now() - *lastSend_ < kSendPace)) return;
-  Send();
-}
-
-void Wheel::Send() {
-  RigBackend* backend = backend_();
-  if (backend == nullptr) {
-    ForgetAll();
-    return;
-  }
-  // A back-end that turns the event loop may bring the next notch: it waits in the target.
+  // A back-end that turns the event loop may bring the next notch: it waits for its own turn.
   const BusyGuard busy{WheelBusy_};
   if (!busy) return;
-  pending_ = false;
-  lastSend_ = clock_.Now();
-  const Target sent = *target_;
-  backend->SetFrequency(sent.Of, sent.WheelSnappedMHz);
+  if (const auto target = unsent_.Due(clock_.Now())) Send(*target);
+}
+
+void Wheel::Send(const Target& target) {
+  RigBackend* backend = backend_();
+  if (backend == nullptr)
+    ForgetAll();
+  else
+    backend->SetFrequency(target.Of, target.WheelSnappedMHz, Aim::Dial);
 }
 
 void Wheel::Hold() {
-  if (target_ && RadioSourceActive(radio_) && clock_.Now() - lastTurn_ < kOwnCount)
+  if (target_ && radio_.OwnSpectrum && clock_.Now() - lastTurn_ < kOwnCount)
     FreqOf(target_->Of) = target_->FreqMHz;
 }
 
 void Wheel::Forget(Vfo vfo) {
-  if (pending_ && target_->Of != vfo) Send();
+  if (target_ && target_->Of != vfo) {
+    if (const auto other = unsent_.TakeNow(clock_.Now())) Send(*other);
+  }
   target_.reset();
-  pending_ = false;
+  unsent_.Drop();
 }
 
 void Wheel::ForgetAll() {
   target_.reset();
-  pending_ = false;
+  unsent_.Drop();
   notches_.Clear();
 }
 

@@ -9,6 +9,7 @@
 #include "platform/Clock.h"
 #include "rig/RigBackend.h"
 #include "settings/PanSettings.h"
+#include "state/Pacer.h"
 #include "state/RadioState.h"
 #include "tuning/NotchCounter.h"
 
@@ -26,10 +27,14 @@ class Wheel {
   /// still come in.
   static constexpr std::chrono::milliseconds kOwnCount{400};
 
-  /// All outlive it. backend: the one in use, null where there is none.
+  /// All outlive it. backend: the one in use, null where there is none. hasVfoB: of that radio.
   Wheel(RadioState& radio, const PanSettings& settings, const Clock& clock,
-        std::function<RigBackend*()> backend)
-      : radio_(radio), settings_(settings), clock_(clock), backend_(std::move(backend)) {}
+        std::function<RigBackend*()> backend, std::function<bool()> hasVfoB)
+      : radio_(radio),
+        settings_(settings),
+        clock_(clock),
+        backend_(std::move(backend)),
+        hasVfoB_(std::move(hasVfoB)) {}
 
   /// WheelStep. notches: up is positive, before "Reverse". tenfold: the key held with it; WheelFast and
   /// tenfold together are still ten.
@@ -61,17 +66,17 @@ class Wheel {
   };
 
   [[nodiscard]] double& FreqOf(Vfo vfo);
-  void Send();
+  void Send(const Target& target);
 
   RadioState& radio_;
   const PanSettings& settings_;
   const Clock& clock_;
   std::function<RigBackend*()> backend_;
+  std::function<bool()> hasVfoB_;
   std::optional<Target> target_;
-  bool pending_ = false;  ///< target_ has not been sent
   bool WheelBusy_ = false;
   Time lastTurn_{};
-  std::optional<Time> lastSend_;
+  PacedValue<Target> unsent_{kSendPace};
   NotchCounter notches_;
 };
 

@@ -11,12 +11,14 @@
 #include <memory>
 
 #include "app/Program.h"
+#include "app/Theme.h"
 
 namespace spectrino {
 
 class Window : public testing::Test {
  protected:
   Window() {
+    ApplyTheme(*qApp);
     qputenv("XDG_CONFIG_HOME", folder_.path().toLocal8Bit());
     Reload();
   }
@@ -44,6 +46,7 @@ class Window : public testing::Test {
     return QTest::qWaitFor([&] { return Lines() >= goal; }, 10000);
   }
   [[nodiscard]] QByteArray SettingsText() {
+    EXPECT_EQ(program_->FinishSaving(), "");
     QFile file(folder_.filePath("spectrino/Spectrino.ini"));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
   }

@@ -1,9 +1,14 @@
 // Nothing is drawn at a wrong frequency: signal, marker, pointer and waterfall agree in every set-up.
 #include <gtest/gtest.h>
 
+#include <QImage>
+#include <QPainter>
+
 #include "app/VfoMarkers.h"
 #include "display/PanDisplay.h"
+#include "dsp/VisibleRange.h"
 #include "k4/K4Backend.h"
+#include "k4/K4Status.h"
 #include "run/RunBench.h"
 
 namespace spectrino {
@@ -43,7 +48,7 @@ struct MappedRun {
     Display.Resize({1200, 500}, 1);
   }
   void Show(double hz) {
-    const ZoomPlan& plan = Cycle.Plan();
+    const ZoomPlan& plan = Cycle.View().Plan;
     Bench.Input.Shared->Blocks.push_back(RunBench::Tone(1 << plan.FftBits, plan.SampleRate, hz));
     Cycle.Step();
   }
@@ -52,10 +57,10 @@ struct MappedRun {
     double strongest = -1000;
     double mhz = 0;
     for (int x = 0; x < Display.Layout().PlotWidth; ++x) {
-      Display.SetHover(QPointF(x, y));
-      if (Display.HoverLevel() <= strongest) continue;
-      strongest = Display.HoverLevel();
-      mhz = Display.TuneFreqMHz(QPointF(x, y));
+      const PlotPointer pointer = Display.At(QPointF(x, y));
+      if (pointer.Level() <= strongest) continue;
+      strongest = pointer.Level();
+      mhz = pointer.TuneFreqMHz();
     }
     return mhz;
   }
@@ -68,7 +73,7 @@ struct MappedRun {
   PanDisplay Display;
   RunCycle Cycle{Bench.State,
                  {Bench.Devices, Display, Bench.Store, Bench.User, Bench.Pump, Bench.Time, Bench.Times,
-                  RigRouter({.Host = &Bench.Host, .K4 = &Bench.K4Rig, .K4Link = &Bench.K4})}};
+                  RigRouter({&Bench.HostKit, &Bench.RadioKit})}};
 };
 
 class Zooming : public testing::TestWithParam<bool> {};
@@ -104,7 +109,7 @@ TEST_P(Zooming, ASoundCardsSignalStandsWhereItIsInEveryMode) {
           EXPECT_NEAR(run.SignalMHz(run.Display.Layout().WaterfallTop + 1), signalMHz, tolerance) << "row";
           const PlotMarker marker = VfoMarkers(run.Bench.State.Radio).front();
           const double dialX = shown.FrequencyToPixel(marker.FreqMHz);
-          EXPECT_NEAR(run.Display.TuneFreqMHz(QPointF(dialX, 100)), receiver.DialMHz, 1e-9) << "marker";
+          EXPECT_NEAR(run.Display.At(QPointF(dialX, 100)).TuneFreqMHz(), receiver.DialMHz, 1e-9) << "marker";
         }
       }
     }
@@ -129,13 +134,13 @@ TEST(Mapping, ARetuneLeavesOlderRowsAtTheirFrequencies) {
   EXPECT_NEAR(run.SignalMHz(rowsTop), 7.018, 1e-4);
   EXPECT_NEAR(run.SignalMHz(rowsTop + 1), 7.018, 1e-4) << "the row from before";
   EXPECT_NEAR(run.SignalMHz(100), 7.018, 1e-4);
-  EXPECT_EQ(run.Display.TuneFreqMHz(QPointF(5, rowsTop - 3)), 0) << "between plot and waterfall";
+  EXPECT_EQ(run.Display.At(QPointF(5, rowsTop - 3)).TuneFreqMHz(), 0) << "between plot and waterfall";
 }
 
 TEST(Mapping, ARadiosOwnLineStandsAtItsOwnEdges) {
   MappedRun run;
-  run.Bench.State.Settings.SourceName = "K4";
-  run.Bench.K4Rig.FreqMHz = 14.049;
+  run.Bench.State.Settings.Source.Id.Kind = SourceKind::K4;
+  run.Bench.RadioRig.FreqMHz = 14.049;
   ASSERT_TRUE(run.Cycle.Start());
   run.Cycle.Step();
   // Fixed mode: the dial is not in the middle. Then the edges move while the dial stays.
@@ -143,14 +148,14 @@ TEST(Mapping, ARadiosOwnLineStandsAtItsOwnEdges) {
     SpectrumLine line{
         std::vector<float>(401, -120.0F), 400, 1, low, (low + high) / 2, high, -140, -40, 1, {}, {}};
     line.Levels[301] = -50;  // three quarters of the way
-    run.Bench.K4.Next = line;
-    run.Bench.K4.Ready = true;
+    run.Bench.Radio.Next = line;
+    run.Bench.Radio.Ready = true;
     run.Cycle.Step();
     const double signalMHz = low + 0.75 * (high - low);
     EXPECT_NEAR(run.SignalMHz(100), signalMHz, (high - low) / 399 * 1.5);
     EXPECT_NEAR(run.SignalMHz(run.Display.Layout().WaterfallTop), signalMHz, (high - low) / 399 * 1.5);
     const double x = (14.049 - low) / (high - low) * run.Display.Layout().PlotWidth;
-    EXPECT_NEAR(run.Display.TuneFreqMHz(QPointF(x, 100)), 14.049, 1e-9) << "a click on the marker";
+    EXPECT_NEAR(run.Display.At(QPointF(x, 100)).TuneFreqMHz(), 14.049, 1e-9) << "a click on the marker";
   }
 }
 
@@ -163,8 +168,7 @@ struct FilterCase {
 
 // CW pitch 600 Hz, manual notch at 900 Hz of audio.
 class Filters : public testing::TestWithParam<FilterCase> {};
-TEST_P(Filters, OfAK4StandWhereItListens) {
-  const FilterCase& filter = GetParam();
+K4State ListeningWith(const FilterCase& filter) {
   K4State state;
   state.MainFreqMHz = 14.05;
   state.SubFreqMHz = 14.06;
@@ -175,6 +179,12 @@ TEST_P(Filters, OfAK4StandWhereItListens) {
   state.CwPitchHz = 600;
   state.NotchManualMain = state.NotchManualSub = 1;
   state.NotchPitchMain = state.NotchPitchSub = 900;
+  return state;
+}
+
+TEST_P(Filters, OfAK4StandWhereItListens) {
+  const FilterCase& filter = GetParam();
+  const K4State state = ListeningWith(filter);
   RadioState radio;
   TellRadioState(state, radio);
   const std::vector<PlotMarker> markers = VfoMarkers(radio);
@@ -187,6 +197,71 @@ TEST_P(Filters, OfAK4StandWhereItListens) {
   }
   EXPECT_FALSE(markers[0].Transmits);
   EXPECT_TRUE(markers[1].Transmits);
+}
+/// First and last of the columns for which a question is answered with yes.
+template <class Question>
+std::pair<int, int> Columns(int width, Question asked) {
+  std::pair<int, int> columns{-1, -1};
+  for (int x = 0; x < width; ++x) {
+    if (!asked(x)) continue;
+    if (columns.first < 0) columns.first = x;
+    columns.second = x;
+  }
+  return columns;
+}
+
+TEST_P(Filters, OfAMiniPanAreShadedAndHitWhereItListens) {
+  const double lowMHz = 14.044, spanMHz = 0.012;
+  K4State state = ListeningWith(GetParam());
+  state.MinipanOn = true;
+  state.NotchManualMain = 0;
+  state.K4PanChannels[kPanMiniMain] = {.SpanMHz = spanMHz,
+                                       .LowEdgeMHz = lowMHz,
+                                       .HighEdgeMHz = lowMHz + spanMHz,
+                                       .Levels = {0, -100, -100},
+                                       .Points = 2,
+                                       .Serial = 1};
+  K4Status status;
+  status.Follow(state);
+  MappedRun run;
+  ScaleState scale;
+  scale.Geometry = RadioGeometry(400, 14.0, 14.1, run.Display.PlotWidth());
+  run.Display.DrawScale(scale);
+  const StatusArea area = status.Area(state);
+  const auto show = [&](double passbandLowMHz, double passbandHighMHz) {
+    StatusArea shown = area;
+    shown.Main.PassbandLowMHz = passbandLowMHz;
+    shown.Main.PassbandHighMHz = passbandHighMHz;
+    run.Display.SetStatus(shown, 14.05, 14.05);
+    QImage image(1200, 500, QImage::Format_RGB32);
+    QPainter painter(&image);
+    run.Display.Paint(painter);
+    return image;
+  };
+  std::pair<double, double> searched(lowMHz, lowMHz + spanMHz);
+  const auto hits = [&run, &searched](int y) {
+    return Columns(1200, [&](int x) {
+      const MiniPanHit hit = run.Display.At(QPointF(x, y)).MiniPan();
+      return hit.Part > MiniPanPart::Beside && hit.FreqMHz >= searched.first &&
+             hit.FreqMHz <= searched.second;
+    });
+  };
+  show(lowMHz, lowMHz + spanMHz);
+  int y = 0;
+  while (y < 500 && hits(y).first < 0) ++y;
+  const auto [left, right] = hits(y);
+  ASSERT_GT(right, left + 100);
+  const QImage plain = show(lowMHz, lowMHz);
+  const QImage shaded = show(area.Main.PassbandLowMHz, area.Main.PassbandHighMHz);
+  const auto drawn = Columns(1200, [&](int x) { return shaded.pixel(x, y) != plain.pixel(x, y); });
+  const auto columnOf = [&, first = left, last = right](double hz) {
+    return first + (14.05 + hz / 1e6 - lowMHz) / spanMHz * (last - first);
+  };
+  searched = {area.Main.PassbandLowMHz, area.Main.PassbandHighMHz};
+  for (const auto& columns : {drawn, hits(y)}) {
+    EXPECT_NEAR(columns.first, columnOf(GetParam().LowHz), 2);
+    EXPECT_NEAR(columns.second, columnOf(GetParam().HighHz), 2);
+  }
 }
 INSTANTIATE_TEST_SUITE_P(Modes, Filters,
                          testing::Values(FilterCase{mode::kUsb, 2400, 1500, 300, 2700, 900},

@@ -1,6 +1,7 @@
 """Runs the program as a shell would: options, exit states, files it writes, recordings it refuses."""
 import json
 import os
+import signal
 import struct
 import subprocess
 import sys
@@ -61,6 +62,49 @@ class ProgramTest(unittest.TestCase):
         self.assertIn("Width=10905", (self.home / "config/spectrino/Spectrino.ini").read_text())
         self.assertGreater(json.loads(stats.read_text())["frames"], 10)
 
+    def test_what_cannot_be_written_ends_with_its_own_status(self):
+        pipe = self.home / "pipe"
+        os.mkfifo(pipe)
+        for option, path in (("--stats", "/dev/full"), ("--stats", pipe), ("--screenshot", "/dev/full"),
+                             ("--screenshot", self.home / "none/s.png")):
+            with self.subTest(f"{option} {path}"):
+                run = self.run_program("--demo", "--quit-after", 0.2, option, path)
+                self.assertEqual(run.returncode, 1, run.stderr)
+                self.assertIn(f"cannot write {path}", run.stderr)
+
+    def test_demos_leave_no_folders_and_other_runs_make_none(self):
+        place = self.home / "tmp"
+        place.mkdir()
+        environment = dict(os.environ, XDG_CONFIG_HOME=str(self.home / "config"), TMPDIR=str(place))
+        killed = subprocess.Popen([PROGRAM, "--demo"], env=environment, stderr=subprocess.DEVNULL)
+        try:
+            time.sleep(2)
+        finally:
+            killed.kill()
+            killed.wait()
+        left = list(place.glob("spectrino-*"))
+        self.assertEqual(len(left), 1)
+        os.utime(left[0], (1, 1))
+        for arguments in (["--demo"], []):
+            program = subprocess.run([PROGRAM, *arguments, "--quit-after", "0.2"], env=environment, capture_output=True,
+                                     timeout=40, check=False)
+            self.assertEqual(program.returncode, 0)
+            self.assertEqual(list(place.glob("spectrino-*")), [])
+
+    def test_a_hangup_that_was_ignored_stays_so(self):
+        environment = dict(os.environ, XDG_CONFIG_HOME=str(self.home / "config"))
+        program = subprocess.Popen(["nohup", PROGRAM, "--demo", "--quit-after", "4"], env=environment,
+                                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        try:
+            time.sleep(2)
+            program.send_signal(signal.SIGHUP)
+            time.sleep(0.5)
+            self.assertIsNone(program.poll())
+            self.assertEqual(program.wait(timeout=20), 0)
+        finally:
+            program.kill()
+            program.wait()
+
     def test_a_recording_sets_the_rate_of_its_run(self):
         recording, stats = self.home / "band.wav", self.home / "s.json"
         recording.write_bytes(wav(rate=96000, frames=96000))
@@ -92,7 +136,8 @@ class ProgramTest(unittest.TestCase):
 
     def test_lists_and_versions(self):
         names = self.run_program("--list-devices").stdout.splitlines()
-        self.assertEqual(names[-4:], ["Demo signal (no hardware)", "ICOM", "K4", "K4D"])
+        first = names.index("Demo signal (no hardware)")
+        self.assertEqual(names[first + 1:first + 4], ["ICOM", "K4", "K4D"])
         self.assertRegex(self.run_program("--version").stdout, r"^spectrino \d+\.\d+\.\d+\n$")
         self.assertIn("--iq-file", self.run_program("--help").stdout)
 
@@ -103,6 +148,13 @@ class ProgramTest(unittest.TestCase):
         run = self.run_program("--start", "--quit-after", 1)
         self.assertEqual(run.returncode, 3)
         self.assertIn("Wave input device didn't open at 192000!", run.stderr)
+
+    def test_a_missing_serial_port_ends_with_its_own_status(self):
+        settings = self.home / "config" / "spectrino" / "Spectrino.ini"
+        settings.parent.mkdir(parents=True)
+        settings.write_text("[Setup]\nICOM=1\nOptFreq=7\nPort=31\nICADDR=94\n")
+        run = self.run_program("--start", "--quit-after", 2)
+        self.assertEqual(run.returncode, 3, run.stderr)
 
     def test_settings_that_cannot_be_kept_are_told_with_their_path(self):
         blocked = self.home / "blocked"

@@ -8,32 +8,25 @@
 namespace spectrino {
 namespace {
 
-struct Frequency {
-  double mhz;
-  int button;
-  std::optional<int> refBand;
-  int number;
-};
-class FrequencyTest : public ::testing::TestWithParam<Frequency> {};
-
-TEST_P(FrequencyTest, IsInItsBands) {
-  const Frequency& at = GetParam();
-  EXPECT_EQ(BandButton(at.mhz), at.button);
-  EXPECT_EQ(RefBand(at.mhz), at.refBand);
-  EXPECT_EQ(IcomBandNumber(at.mhz), at.number);
+TEST(Bands, AFrequencyIsInItsBands) {
+  const struct {
+    double MHz;
+    int Button;
+    std::optional<int> RefBand;
+    int Number;
+  } edges[] = {
+      {0, 0, 0, 22},        {0.1, 0, 0, 1},          {0.2, 0, 0, 23},       {1.5, 1, 1, 24},
+      {1.799999, 1, 1, 25}, {2.0, 1, 1, 3},          {2.000001, 0, 0, 25},  {5.3, 0, 0, 5},
+      {7.5, 3, 3, 6},       {10, 4, 4, 7},           {14.500001, 0, 0, 28}, {15, 0, 0, 28},
+      {29, 9, 9, 12},       {29.000001, 10, 10, 12}, {30.000001, 0, 0, 30}, {50, 11, 11, 13},
+      {70.2, 0, 0, 14},     {148, 12, 12, 15},       {425, 0, 0, 17},       {430, 13, std::nullopt, 17},
+      {500.5, 0, 0, 36},    {3500, 0, 0, 21},        {3500.1, 0, 0, 0},     {-1, 0, 0, 0}};
+  for (const auto& at : edges) {
+    EXPECT_EQ(BandButton(at.MHz), at.Button) << at.MHz;
+    EXPECT_EQ(RefBand(at.MHz), at.RefBand) << at.MHz;
+    EXPECT_EQ(IcomBandNumber(at.MHz), at.Number) << at.MHz;
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Edges, FrequencyTest,
-    ::testing::Values(Frequency{0, 0, 0, 22}, Frequency{0.1, 0, 0, 1}, Frequency{0.2, 0, 0, 23},
-                      Frequency{1.5, 1, 1, 24}, Frequency{1.799999, 1, 1, 25}, Frequency{2.0, 1, 1, 3},
-                      Frequency{2.000001, 0, 0, 25}, Frequency{5.3, 0, 0, 5}, Frequency{7.5, 3, 3, 6},
-                      Frequency{10, 4, 4, 7}, Frequency{14.500001, 0, 0, 28}, Frequency{15, 0, 0, 28},
-                      Frequency{29, 9, 9, 12}, Frequency{29.000001, 10, 10, 12},
-                      Frequency{30.000001, 0, 0, 30}, Frequency{50, 11, 11, 13}, Frequency{70.2, 0, 0, 14},
-                      Frequency{148, 12, 12, 15}, Frequency{425, 0, 0, 17},
-                      Frequency{430, 13, std::nullopt, 17}, Frequency{500.5, 0, 0, 36},
-                      Frequency{3500, 0, 0, 21}, Frequency{3500.1, 0, 0, 0}, Frequency{-1, 0, 0, 0}));
 
 using BandMemoryTest = test::StoreTest;
 

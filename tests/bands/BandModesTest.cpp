@@ -24,7 +24,8 @@ struct BandModesTest : testing::Test {
   PanSettings Settings;
   FakeRig Rig;
   RigBackend* Backend = &Rig;
-  BandModes Modes{{[this] { return Backend; }, Radio, Settings, Store}};
+  RadioTraits Traits;
+  BandModes Modes{{[this] { return Backend; }, [this] { return Traits; }, Radio, Settings, Store}};
 
   std::vector<std::string> ModeClick(int index) {
     Rig.Requests.clear();
@@ -33,57 +34,34 @@ struct BandModesTest : testing::Test {
   }
 };
 
-TEST_F(BandModesTest, TheLayoutIsThatOfTheBackEndInUse) {
-  enum Source { Sound, Icom, K4, K4D };
-  const DeckLayout designed, with60m{BandLayout::K4, ModeLayout::Designed},
-      k4{BandLayout::K4, ModeLayout::K4};
-  const DeckLayout whole{BandLayout::HostWhole, ModeLayout::Designed};
-  const DeckLayout split{BandLayout::HostSplit, ModeLayout::Designed};
+TEST_F(BandModesTest, TheHostsBandDecoderDivides80MetersWhereItSaysSo) {
   const struct {
-    CatControl Control;
-    Source From;
-    std::string Split80;
-    DeckLayout Expected;
-  } cases[] = {
-      {CatControl::HostIf, Sound, "0", whole},
-      {CatControl::HostIf, Sound, "1", split},
-      {CatControl::HostIf, K4, "1", k4},
-      {CatControl::HostIf, Icom, "", whole},
-      {CatControl::FixedLo, K4, "2", whole},
-      {CatControl::HostK3If, Sound, " 1 ", split},
-      {CatControl::BridgeIf, Sound, "1", with60m},
-      {CatControl::BridgeFixedLo, K4D, "", k4},
-      {CatControl::KetrelIf, Sound, "1", designed},
-      {CatControl::KetrelFixedLo, K4, "", designed},
-      {CatControl::RadioDirect, Sound, "", designed},
-      {CatControl::RadioDirect, Icom, "1", with60m},
-      {CatControl::RadioDirect, K4, "", k4},
-      {CatControl::RadioDirect, K4D, "", k4},
-      {CatControl::IcomViaHost, Icom, "", with60m},
-      {CatControl::IcomViaHost, K4, "", k4},
-      {CatControl::IcomViaHost, Sound, "1", split},
-  };
+    BandLayout Of;
+    const char* Split80;
+    BandLayout Expected;
+  } cases[] = {{BandLayout::HostWhole, "0", BandLayout::HostWhole},
+               {BandLayout::HostWhole, " 1 ", BandLayout::HostSplit},
+               {BandLayout::HostWhole, "2", BandLayout::HostWhole},
+               {BandLayout::With60m, "1", BandLayout::With60m},
+               {BandLayout::Designed, "1", BandLayout::Designed}};
   for (const auto& at : cases) {
-    Settings.Control = at.Control;
-    Settings.Icom = at.From == Icom;
-    Settings.K4 = at.From == K4;
-    Settings.K4D = at.From == K4D;
+    Traits.Deck.Bands = at.Of;
     Store.SaveSetting("Bexmora", "BandDecoder", "Split80", at.Split80);
-    EXPECT_TRUE(Modes.Layout() == at.Expected) << static_cast<int>(at.Control) << " source " << at.From;
+    EXPECT_EQ(Modes.Layout().Bands, at.Expected) << at.Split80;
   }
 }
 
 // Every tool tip names the edges of its band, where they are known.
 TEST_F(BandModesTest, EveryBandLightsTheButtonThatNamesIt) {
   for (const BandLayout layout :
-       {BandLayout::Designed, BandLayout::HostWhole, BandLayout::HostSplit, BandLayout::K4}) {
+       {BandLayout::Designed, BandLayout::HostWhole, BandLayout::HostSplit, BandLayout::With60m}) {
     const BandButtonTexts& texts = BandTexts(layout);
     for (int button = 1; button < kBandButtonCount; ++button) {
       const std::string tip(texts[static_cast<std::size_t>(button)].ToolTip);
       const double low = std::strtod(tip.c_str(), nullptr);
       const double high = std::strtod(tip.c_str() + tip.find('-') + 1, nullptr);
       // Radios keep no record for 1.5 to 1.8 MHz, so that their button still leads away from there.
-      const bool beforeRecord = layout == BandLayout::K4 && button == 1;
+      const bool beforeRecord = layout == BandLayout::With60m && button == 1;
       if (low > 0 && !beforeRecord) {
         EXPECT_EQ(BandButtonOf(layout, low + 0.05), button) << tip;
       }
@@ -97,7 +75,7 @@ TEST_F(BandModesTest, EveryBandLightsTheButtonThatNamesIt) {
   const BandMemory memory = LoadBandMemory(Store);
   for (int button = 0; button < kBandButtonCount; ++button) {
     const auto record = static_cast<std::size_t>(BandRecordOfButton(button));
-    EXPECT_EQ(BandButtonOf(BandLayout::K4, memory.Records[record].FrequencyMHz), button);
+    EXPECT_EQ(BandButtonOf(BandLayout::With60m, memory.Records[record].FrequencyMHz), button);
   }
 }
 
@@ -132,8 +110,8 @@ TEST_F(BandModesTest, ReverseTurnsTheModeInUse) {
 }
 
 TEST_F(BandModesTest, TheK4TakesItsOwnEightModes) {
-  Settings.Control = CatControl::RadioDirect;
-  Settings.K4D = Settings.CwReverse = Settings.FskReverse = true;
+  Traits.Deck.Modes = ModeLayout::WithReverse;
+  Settings.CwReverse = Settings.FskReverse = true;
   for (const int index : {2, 3, 5, 7})
     EXPECT_THAT(ModeClick(index), ElementsAre("mode " + std::to_string(index)));
   Radio.RadioMode = mode::kCw;
@@ -143,51 +121,31 @@ TEST_F(BandModesTest, TheK4TakesItsOwnEightModes) {
 }
 
 // Clicks 0..9, each with the mode unknown before it; 0 where nothing is set.
-TEST_F(BandModesTest, WithoutAModeCommandTheModeIsSetHere) {
+TEST_F(BandModesTest, WithoutAModeCommandTheModeIsSetHereAndLightsItsButton) {
   const auto clicks = [this] {
     std::vector<int> modes;
     for (int index = 0; index < kModeButtonCount; ++index) {
       Radio.RadioMode = mode::kUnknown;
       Modes.cmdMode_Click(index);
       modes.push_back(Radio.RadioMode);
+      // Synchronous AM, wide FM and DV are no modes of the radio's own.
+      const auto lit = ModeButtonOf(Modes.Layout().Modes, Radio.RadioMode);
+      if (Radio.RadioMode != mode::kUnknown && (Traits.Deck.Modes == ModeLayout::WithReverse || index < 6)) {
+        EXPECT_EQ(lit, index);
+      }
     }
     return modes;
   };
-  const std::vector<int> nothing(kModeButtonCount, 0);
+  Traits.TakesMode = false;
+  EXPECT_THAT(clicks(), ::testing::Each(mode::kUnknown)) << "a back-end that takes the mode tells it itself";
   Rig.Modes = false;
-  for (const CatControl control :
-       {CatControl::BridgeIf, CatControl::BridgeFixedLo, CatControl::KetrelIf, CatControl::KetrelFixedLo}) {
-    Settings = {};
-    Settings.Control = control;
-    EXPECT_THAT(clicks(), ElementsAre(1, 2, 3, 5, 4, 6, 5, 4, 4, 0));
-    Settings.CwReverse = true;
-    EXPECT_THAT(clicks(), ElementsAre(1, 2, 7, 5, 4, 6, 5, 4, 4, 0));
-    Settings.CwReverse = false;
-    Settings.FskReverse = true;
-    EXPECT_THAT(clicks(), ElementsAre(1, 2, 3, 5, 4, 9, 5, 4, 4, 0));
-  }
-  Settings.Control = CatControl::BridgeIf;
-  Settings.K4 = true;
+  EXPECT_THAT(clicks(), ElementsAre(1, 2, 3, 5, 4, 6, 5, 4, 4, 0));
+  Settings.CwReverse = Settings.FskReverse = true;
+  EXPECT_THAT(clicks(), ElementsAre(1, 2, 7, 5, 4, 9, 5, 4, 4, 0));
+  Traits.Deck.Modes = ModeLayout::WithReverse;
   EXPECT_THAT(clicks(), ElementsAre(1, 2, 3, 7, 4, 5, 9, 6, 0, 0));
-  Backend = nullptr;
-  EXPECT_THAT(clicks(), ElementsAre(1, 2, 3, 7, 4, 5, 9, 6, 0, 0));
-  Settings.Control = CatControl::HostIf;
-  EXPECT_EQ(clicks(), nothing);
-  Rig.Modes = true;
-  Backend = &Rig;
-  Settings.Control = CatControl::BridgeIf;
-  EXPECT_EQ(clicks(), nothing) << "a back-end that takes the mode tells it itself";
-}
-
-TEST_F(BandModesTest, TheModeInUseLightsItsButton) {
-  const auto buttons = [](ModeLayout layout) {
-    std::vector<int> lit;
-    for (int radioMode = 0; radioMode <= 9; ++radioMode)
-      lit.push_back(ModeButtonOf(layout, radioMode).value_or(-1));
-    return lit;
-  };
-  EXPECT_THAT(buttons(ModeLayout::Designed), ElementsAre(-1, 0, 1, 2, 4, 3, 5, 2, -1, 5));
-  EXPECT_THAT(buttons(ModeLayout::K4), ElementsAre(-1, 0, 1, 2, 4, 5, 7, 3, -1, 6));
+  Traits.TakesMode = true;
+  EXPECT_THAT(clicks(), ::testing::Each(mode::kUnknown));
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "civ/HexText.h"
@@ -24,6 +25,7 @@ class FakeSerialPort final : public SerialPort {
     return Trouble;
   }
   void Close() override { open_ = false; }
+  void CloseWhenSent() override { Close(); }
   [[nodiscard]] bool IsOpen() const override { return open_; }
   void Write(std::span<const std::uint8_t> bytes) override {
     std::string text;

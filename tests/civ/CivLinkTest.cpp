@@ -72,8 +72,8 @@ TEST_F(CivLinkTest, WhateverAMacroHoldsIsOneFrame) {
 }
 
 TEST_F(CivLinkTest, ATurningWheelSendsItsNewestFrequencyAndAsksOnce) {
-  for (const double mhz : {14.074, 14.0741, 14.0742, 14.0743}) {
-    Link.SendFrequency(EncodeFreq(mhz));
+  for (const char* bcd : {"0040071400", "0041071400", "0042071400", "0043071400"}) {
+    Link.SendFrequency(bcd);
     Link.RequestIcomStatus();
   }
   EXPECT_THAT(Sent(Link, 200ms),
@@ -96,7 +96,9 @@ TEST_F(CivLinkTest, ClosingWritesWhatWaitsButAsksNoMore) {
   Link.RequestIcomStatus();
   Link.SendCiv("27", "11", "00");
   Link.Close();
-  EXPECT_THAT(Port.Take(), ElementsAre("FEFE94E007FD", "FEFE94E0271100FD"));
+  Link.SendCiv("08", "", "");
+  EXPECT_THAT(Port.Take(), ElementsAre("FEFE94E007FD")) << "nobody waited";
+  EXPECT_THAT(Sent(Link, 100ms), ElementsAre("FEFE94E0271100FD"));
   EXPECT_FALSE(Port.IsOpen());
 }
 
@@ -185,7 +187,7 @@ TEST_F(IcomLinkTest, APortThatIsNotToBeHadOrGoesAwayIsToldAndStaysClosed) {
   EXPECT_TRUE(Link.Open(Radio));
   EXPECT_THAT(User.Statuses, ElementsAre("/dev/radio is not there"));
   EXPECT_EQ(Pump.Waited, 0ms);
-  Link.Close(Radio);
+  Link.Close();
 
   Port.Trouble.clear();
   ASSERT_TRUE(Link.Open(Radio));
@@ -244,13 +246,6 @@ TEST_F(IcomLinkTest, EachLineIsPolledOnceWithItsOwnEdges) {
   EXPECT_EQ(Radio.SplitOn, 0);
 }
 
-TEST_F(IcomLinkTest, MacrosAreDigitsWithOrWithoutBlanks) {
-  ASSERT_TRUE(Link.Open(Radio));
-  Sent(Link, 300ms);
-  for (const char* text : {"160201", " 16 02\t01 ", ""}) Backend.SendMacro(text);
-  EXPECT_THAT(Sent(Link, 100ms), ElementsAre("FEFEA4E0160201FD", "FEFEA4E0160201FD", "FEFEA4E0FD"));
-}
-
 TEST_F(IcomLinkTest, ABandButtonGoesBackToWhereOneWasThere) {
   ASSERT_TRUE(Link.Open(Radio));
   Sent(Link, 300ms);
@@ -280,6 +275,18 @@ TEST_F(IcomLinkTest, ABandButtonGoesBackToWhereOneWasThere) {
   EXPECT_EQ(File.Files["Spectrino"], stored);
 }
 
+TEST_F(IcomLinkTest, AMacroMayHaveBlanksAndSteppingUpRaisesTheFrequency) {
+  ASSERT_TRUE(Link.Open(Radio));
+  Sent(Link, 300ms);
+  Backend.SendMacro(" 16 02\t01 ");
+  EXPECT_THAT(Sent(Link, 100ms), ElementsAre("FEFEA4E0160201FD"));
+  State.ScopeSpanMHz = 0.3;
+  Backend.StepFrequency(+1, 14.1);
+  EXPECT_EQ(Sent(Link, 300ms).front(), "FEFEA4E0050000201400FD");
+  Backend.StepFrequency(-1, 14.1);
+  EXPECT_EQ(Sent(Link, 300ms).front(), "FEFEA4E0050000001400FD");
+}
+
 TEST_F(IcomLinkTest, TheScopeRestsDuringALayoutAndEndsWithTheRun) {
   ASSERT_TRUE(Link.Open(Radio));
   Sent(Link, 300ms);
@@ -294,13 +301,20 @@ TEST_F(IcomLinkTest, TheScopeRestsDuringALayoutAndEndsWithTheRun) {
   Link.BeforeLayout();
   Link.AfterLayout(true);
   EXPECT_THAT(Sent(Link, 50ms), ElementsAre("FEFEA4E0271100FD"));
-  Link.Close(Radio);
-  EXPECT_THAT(Port.Take(), ElementsAre("FEFEA4E0271100FD"));
+  Link.Close();
+  EXPECT_THAT(Sent(Link, 50ms), ElementsAre("FEFEA4E0271100FD"));
   EXPECT_FALSE(Port.IsOpen());
   Link.BeforeLayout();
   Link.AfterLayout(false);
   EXPECT_THAT(Port.Take(), IsEmpty());
   EXPECT_FALSE(State.ResizeInProgress);
+}
+
+// Half a decibel a step over the reference: what the S-meter is made of.
+TEST_F(IcomLinkTest, HeightsOfTheScopeAreLevelsAtTheAntenna) {
+  EXPECT_FLOAT_EQ(Link.AntennaDbm(120), -73);
+  State.ScopeRefLevel = 10;
+  EXPECT_FLOAT_EQ(Link.AntennaDbm(100), -93);
 }
 
 }  // namespace

@@ -77,22 +77,23 @@ TEST(ParseCivFrame, ChangesWhatTheReplySaysAndNothingElse) {
   };
   for (const auto& [body, outcome] : replies) EXPECT_EQ(Outcome(body), outcome) << body;
 
+  // No news or none of ours; too short; no decimal digits, or too much.
   const char* const ignored[] = {"FB",
                                  "FA",
                                  "",
                                  "1C 00 01",
-                                 "14 02 01 28",  // no news, or none of ours
+                                 "14 02 01 28",
                                  "27 14 01 01",
                                  "16 02",
                                  "16 22 0A",
                                  "27 19 01 10 50 01",
-                                 "27 00 01 01 01",  // the sub scope's
+                                 "27 00 01 01 01",
                                  "03",
                                  "03 00 00 23 14",
                                  "04",
                                  "14 01 01",
                                  "16 12",
-                                 "19 00",  // too short
+                                 "19 00",
                                  "27 00",
                                  "27 00 00 01",
                                  "27 14 00",
@@ -101,29 +102,11 @@ TEST(ParseCivFrame, ChangesWhatTheReplySaysAndNothingElse) {
                                  "03 00 00 2A 14 00",
                                  "04 1F 01",
                                  "14 01 0F 00",
-                                 "14 01 02 56",  // no decimal digits, or too much
+                                 "14 01 02 56",
                                  "27 15 00 00 00 00 FF 00",
                                  "27 19 00 A0 50 01",
                                  "27 1E 01 02 00 00 00 14 00 00 00 3B 14 00"};
   for (const char* body : ignored) EXPECT_EQ(Outcome(body), "") << body;
-}
-
-TEST(HexText, FrequenciesAndBytes) {
-  const std::pair<double, const char*> frequencies[] = {
-      {14.074, "0040071400"}, {14.23, "0000231400"},  {0.0025, "0025000000"},
-      {0, "0000000000"},      {1296.1, "0000109612"}, {9999.999999, "9999999999"},
-  };
-  for (const auto& [mhz, text] : frequencies) {
-    EXPECT_EQ(EncodeFreq(mhz), text);
-    EXPECT_EQ(DecodeFreq(text), mhz);
-  }
-  EXPECT_EQ(EncodeFreq(10123.456789), "8967452301");  // the digit of 10 GHz has no place
-  EXPECT_EQ(EncodeFreq(-1), "0000000000");
-  for (const char* text : {"", "00002314", "000023140000", "00002A1400"}) EXPECT_EQ(DecodeFreq(text), 0);
-
-  const std::pair<const char*, int> bytes[] = {{"00", 0}, {"7f", 127}, {"C8", 200}, {"FF", 255}, {" a ", 10},
-                                               {"9", 9},  {"", 0},     {"123", 0},  {"G4", 4},   {"?", 0}};
-  for (const auto& [text, value] : bytes) EXPECT_EQ(HexByteValue(text), value) << text;
 }
 
 }  // namespace

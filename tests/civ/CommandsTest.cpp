@@ -33,21 +33,17 @@ TEST_F(Commands, EachControlSendsItsFrame) {
     const char* Frames;
   };
   const Row rows[] = {
-      {"94", [](C& c) { c.chkFunc_Click(0, false); }, "160200"},
       {"94", [](C& c) { c.chkFunc_Click(3, true); }, "164101"},
       // The attenuator differs by model, and only its known steps are sent.
       {"94", [](C& c) { c.chkFunc_Click(4, true); }, "1120"},
       {"98", [](C& c) { c.chkFunc_Click(4, true); }, "1112"},
       {"98", [](C& c) { c.chkFunc_Click(4, false); }, "1100"},
       {"77", [](C& c) { c.chkFunc_Click(4, true); }, ""},
-      {"94", [](C& c) { c.chkFunc_Click(5, true); }, "1A0701"},
       {"A4", [](C& c) { c.chkFunc_Click(5, true); }, ""},
       {"98", [](C& c) { c.chkFunc_Click(5, true); }, "166501"},
       {"94", [](C& c) { c.cboSpan_Click(0); }, "2715000025000000"},
       {"94", [](C& c) { c.cboSpan_Click(10); }, ""},
-      {"94", [](C& c) { c.sldVol_Change(7); }, "14010007"},
       {"94", [](C& c) { c.SetIcomAfLevel(300); }, "14010255"},
-      {"94", [](C& c) { c.sldSQL_Change(128); }, "14030128"},
       {"94", [](C& c) { c.SetIcomSquelch(-1); }, "14030000"},
       {"94", [](C& c) { c.sldRFLevel_Change(-21); }, "271900105001 | 271900?"},
       {"94", [](C& c) { c.sldRFLevel_Change(0); }, "271900000001 | 271900?"},
@@ -107,8 +103,19 @@ TEST_F(Commands, StepIsAThirdOfTheSpanAndLeavesFixedMode) {
   EXPECT_EQ(sender_.Take(), "");
 }
 
+TEST_F(Commands, EveryStateOfThePanelIsAskedForOnceARound) {
+  const auto asked = [this](const char* id) {
+    state_.RadioId = id;
+    for (int i = 0; i < IcomCommands::kPanelStates; ++i) commands_.AskPanelState(i);
+    return sender_.Take();
+  };
+  EXPECT_EQ(asked("94"),
+            "1602? | 1622? | 1640? | 1641? | 11? | 1A07? | 1612? | 1401? | 1403? | 271900? | 271A00?");
+  EXPECT_EQ(asked("A4"), "1602? | 1622? | 1640? | 1641? | 11? | 1612? | 1401? | 1403? | 271900? | 271A00?");
+}
+
 /// Windows that write down, among the frames, what happens to them.
-class Scan : public testing::Test, public ScanWindow, public WindowCommands {
+class Scan : public testing::Test, public ScanWindow {
  protected:
   Scan() { state_.RadioId = "94"; }
 
@@ -116,18 +123,15 @@ class Scan : public testing::Test, public ScanWindow, public WindowCommands {
     shown_.push_back({stored.Scan, stored.DFScan, stored.RESScan});
   }
   void ClearScanCheck() override { ++clears_; }
-  void ToggleFullScreen() override {}
-  void AlwaysOnTop(bool) override {}
-  void AllowOnTop(bool allow) override { tops_.push_back(allow); }
 
   CivState state_;
   test::RecordingCivSender sender_;
   MemorySettingsFile file_;
   RecordingNotifier user_;
   SettingsStore store_{file_, user_};
-  ScanCommands scan_{{state_, sender_, store_, *this, *this}};
+  RecordingWindow window_;
+  ScanCommands scan_{{state_, sender_, store_, window_, *this}};
   std::vector<std::vector<int>> shown_;
-  std::vector<bool> tops_;
   int clears_ = 0;
 };
 
@@ -145,7 +149,7 @@ TEST_F(Scan, RunsOnAfterTheDialogUntilItsBoxIsCleared) {
   scan_.Unload(choice);
   EXPECT_EQ(sender_.Take(), "271101");
   EXPECT_EQ(clears_, 0);
-  EXPECT_THAT(tops_, ElementsAre(false, true));
+  EXPECT_THAT(window_.Tops, ElementsAre(false, true));
 
   scan_.MainChkScan_Click(false);
   EXPECT_EQ(sender_.Take(), "0E00 | status");

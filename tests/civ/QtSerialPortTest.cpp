@@ -1,5 +1,5 @@
 // A real serial device, as far as one can be had without a radio: the pseudo-terminal's.
-#include "platform/qt/QtSerialPort.h"
+#include "adapters/qt/QtSerialPort.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@
 #include <QProcess>
 #include <string>
 
-#include "platform/qt/QtSerialPortTrouble.h"
+#include "adapters/qt/QtSerialPortTrouble.h"
 
 namespace spectrino::test {
 namespace {
@@ -73,14 +73,18 @@ TEST_F(QtSerialPortTest, CarriesEveryByteBothWaysAndDrainsOnClose) {
   EXPECT_TRUE(Until([&] { return Heard.size() == all.size(); }));
   EXPECT_EQ(Heard, all);
 
-  Port.Write({reinterpret_cast<const std::uint8_t*>(all.data()), all.size()});
-  Port.Close();
-  std::string got;
-  Until([&] {
-    got += ReadAtRadio();
-    return got.size() >= all.size();
-  });
-  EXPECT_EQ(got, all);
+  for (void (QtSerialPort::*const close)() : {&QtSerialPort::CloseWhenSent, &QtSerialPort::Close}) {
+    ASSERT_EQ(Port.Open(Path), "");
+    Port.Write({reinterpret_cast<const std::uint8_t*>(all.data()), all.size()});
+    (Port.*close)();
+    EXPECT_FALSE(Port.IsOpen());
+    std::string got;
+    Until([&] {
+      got += ReadAtRadio();
+      return got.size() >= all.size();
+    });
+    EXPECT_EQ(got, all);
+  }
   EXPECT_TRUE(Losses.empty());
 }
 

@@ -15,12 +15,6 @@
 namespace spectrino {
 namespace {
 
-class Window final : public WindowCommands {
-  void ToggleFullScreen() override {}
-  void AlwaysOnTop(bool) override {}
-  void AllowOnTop(bool) override {}
-};
-
 class Panel : public testing::Test {
  protected:
   Panel() {
@@ -65,7 +59,7 @@ class Panel : public testing::Test {
   MemorySettingsFile file_;
   RecordingNotifier user_;
   SettingsStore store_{file_, user_};
-  Window window_;
+  RecordingWindow window_;
   IcomPanel panel_;
   IcomScanWindow windows_{[this] { return &panel_; }, panel_};
   ScanCommands scan_{{state_, sender_, store_, window_, windows_}};

@@ -14,55 +14,45 @@ namespace {
 
 using testing::ElementsAre;
 
-struct MeterCase {
-  int Dbm;
-  const char* Design0;
-  const char* Design1;
-};
-class SMeter : public testing::TestWithParam<MeterCase> {};
-
-TEST_P(SMeter, ReadsAsOperatorsSayIt) {
-  const auto level = static_cast<std::int16_t>(GetParam().Dbm);
-  EXPECT_EQ(SMeterText(level, 0), GetParam().Design0);
-  EXPECT_EQ(SMeterText(level, 1), GetParam().Design1);
+TEST(SMeter, ReadsAsOperatorsSayIt) {
+  const std::tuple<int, const char*, const char*> levels[] = {{-73, "9.0", "S9"},
+                                                              {-71, "9.0", "S9"},
+                                                              {-70, "+5", "S9+5"},
+                                                              {-66, "+5", "S9+5"},
+                                                              {-65, "+10", "S9+10"},
+                                                              {-50, "+25", "S9+25"},
+                                                              {32767, "+32840", "S9+32840"},
+                                                              {-74, "9.0", "S9"},
+                                                              {-82, "7.5", "S8"},
+                                                              {-85, "7.0", "S7"},
+                                                              {-86, "7.0", "S7"},
+                                                              {-124, ".5", "S1"},
+                                                              {-127, ".0", "S0"},
+                                                              {-140, ".0", "S0"},
+                                                              {-32768, ".0", "S0"}};
+  for (const auto& [dBm, design0, design1] : levels) {
+    EXPECT_EQ(SMeterText(static_cast<std::int16_t>(dBm), 0), design0) << dBm;
+    EXPECT_EQ(SMeterText(static_cast<std::int16_t>(dBm), 1), design1) << dBm;
+  }
 }
 
-INSTANTIATE_TEST_SUITE_P(Levels, SMeter,
-                         testing::Values(MeterCase{-73, "9.0", "S9"}, MeterCase{-72, "9.0", "S9"},
-                                         MeterCase{-71, "9.0", "S9"}, MeterCase{-70, "+5", "S9+5"},
-                                         MeterCase{-66, "+5", "S9+5"}, MeterCase{-65, "+10", "S9+10"},
-                                         MeterCase{-53, "+20", "S9+20"}, MeterCase{-50, "+25", "S9+25"},
-                                         MeterCase{32767, "+32840", "S9+32840"}, MeterCase{-74, "9.0", "S9"},
-                                         MeterCase{-82, "7.5", "S8"}, MeterCase{-85, "7.0", "S7"},
-                                         MeterCase{-86, "7.0", "S7"}, MeterCase{-124, ".5", "S1"},
-                                         MeterCase{-127, ".0", "S0"}, MeterCase{-140, ".0", "S0"},
-                                         MeterCase{-32768, ".0", "S0"}));
-
-struct HeightCase {
-  int Height;
-  double Scale;
-  int WaterfallSel;
-  int Top;
-  int WaterfallHeight;
-};
-class WaterfallHeights : public testing::TestWithParam<HeightCase> {};
-
-TEST_P(WaterfallHeights, FillThePictureWithThePlot) {
-  const HeightCase& c = GetParam();
-  const PlotMargins margins{.Top = static_cast<int>(20 * c.Scale), .Gap = 16, .Label = 36};
-  const PlotLayout layout = LayoutPlot(600, c.Height, c.Scale, c.WaterfallSel, margins);
-  EXPECT_EQ(layout.WaterfallTop, c.Top);
-  EXPECT_EQ(layout.WaterfallHeight, c.WaterfallHeight);
-  EXPECT_EQ(layout.PlotWidth, 564);
-  EXPECT_EQ(layout.PlotHeight, std::max(0, c.Height - c.WaterfallHeight - 16 - margins.Top));
+TEST(Layout, WaterfallAndPlotFillThePicture) {
+  const struct {
+    int Height;
+    double Scale;
+    int WaterfallSel, Top, WaterfallHeight;
+  } pictures[] = {{300, 1, 3, 160, 140}, {300, 1, 2, 230, 70}, {300, 1, 1, 265, 35},
+                  {300, 1, 0, 300, 0},   {150, 1, 3, 100, 50}, {90, 1, 3, 90, 0},
+                  {300, 2, 3, 200, 100}, {0, 1, 3, 0, 0},      {300, 1, 7, 300, 0}};
+  for (const auto& c : pictures) {
+    const PlotMargins margins{.Top = static_cast<int>(20 * c.Scale), .Gap = 16, .Label = 36};
+    const PlotLayout layout = LayoutPlot(600, c.Height, c.Scale, c.WaterfallSel, margins);
+    EXPECT_EQ(layout.WaterfallTop, c.Top);
+    EXPECT_EQ(layout.WaterfallHeight, c.WaterfallHeight);
+    EXPECT_EQ(layout.PlotWidth, 564);
+    EXPECT_EQ(layout.PlotHeight, std::max(0, c.Height - c.WaterfallHeight - 16 - margins.Top));
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(Pictures, WaterfallHeights,
-                         testing::Values(HeightCase{300, 1, 3, 160, 140}, HeightCase{300, 1, 2, 230, 70},
-                                         HeightCase{300, 1, 1, 265, 35}, HeightCase{300, 1, 0, 300, 0},
-                                         HeightCase{150, 1, 3, 100, 50}, HeightCase{90, 1, 3, 90, 0},
-                                         HeightCase{300, 2, 3, 200, 100}, HeightCase{0, 1, 3, 0, 0},
-                                         HeightCase{300, 1, 7, 300, 0}));
 
 /// Letters six pixels wide, as a small font has them.
 const LabelMetrics kMetrics{[](const std::string& text) { return 6 * static_cast<int>(text.size()); }, 12};
@@ -100,7 +90,7 @@ TEST(ScaleLinesTest, NameLevelsAndFrequencies) {
   unknown.FrequencyKnown = false;
   unknown.Running = false;
   lines = PlaceScale(layout, unknown, true, true, kMetrics);
-  EXPECT_THAT(Texts(lines.FrequencyLabels), ElementsAre("+5.0K", "+5.0K", "+10.0K", "+10.0K"));
+  EXPECT_THAT(Texts(lines.FrequencyLabels), ElementsAre("+5K", "-5K", "+10K", "-10K"));
   EXPECT_EQ(std::ranges::count_if(lines.Levels, &ScaleLine::SubDivision), 28)
       << "every 4 dB between -153 and -13";
 
@@ -112,47 +102,50 @@ TEST(ScaleLinesTest, NameLevelsAndFrequencies) {
   EXPECT_EQ(lines.FrequencyLabels.front().Text, "074.0");
 }
 
-struct ViewCase {
-  double Scale;
-  double SpanMHz;
-  double ShiftMHz;  ///< of the view against the labels' centre
-};
-class ScaleViews : public testing::TestWithParam<ViewCase> {};
-
 /// A line stands where its own frequency is, whatever the zoom and offset; labels neither touch nor leave the
 /// picture.
-TEST_P(ScaleViews, LinesStandAtTheFrequenciesTheyName) {
-  const ViewCase& view = GetParam();
-  const int width = static_cast<int>(640 * view.Scale);
-  const PlotLayout layout = LayoutPlot(width, static_cast<int>(200 * view.Scale), view.Scale, 2, {});
-  ScaleState scale = Scale20m(layout.PlotWidth, view.SpanMHz);
-  scale.Geometry.LeftMHz += view.ShiftMHz;
-  scale.Geometry.RightMHz += view.ShiftMHz;
-  const ScaleLines lines = PlaceScale(layout, scale, false, true, kMetrics);
-  ASSERT_FALSE(lines.FrequencyLabels.empty());
-  for (const ScaleLabel& label : lines.FrequencyLabels) {
-    const double mhz = std::stoi(label.Text) + std::stod(label.Text.substr(3)) / 1000;
-    const double x = scale.Geometry.FrequencyToPixel(mhz);
-    EXPECT_NEAR(label.Left + label.Width / 2.0, x, 1) << label.Text;
-    const auto at = [&](const ScaleLine& line) { return std::abs(line.Position - x) <= 1; };
-    EXPECT_TRUE(std::ranges::any_of(lines.Frequencies, at)) << label.Text << " has no line";
-    EXPECT_GE(label.Left, 0);
-    EXPECT_LE(label.Left + label.Width, layout.Width);
-  }
-  for (std::vector<ScaleLabel> labels : {lines.FrequencyLabels, lines.LevelLabels}) {
-    std::ranges::sort(labels, {}, [](const ScaleLabel& l) { return l.Left + 10000 * l.Top; });
-    for (std::size_t i = 1; i < labels.size(); ++i) {
-      const bool beside = labels[i].Left > labels[i - 1].Left + labels[i - 1].Width;
-      const bool below = labels[i].Top > labels[i - 1].Top + labels[i - 1].Height;
-      EXPECT_TRUE(beside || below) << labels[i - 1].Text << " touches " << labels[i].Text;
+TEST(ScaleLinesTest, LinesStandAtTheFrequenciesTheyName) {
+  const struct {
+    double Scale, SpanMHz, ShiftMHz;  ///< shift: of the view against the labels' centre
+    bool Zoomed = false;
+  } views[] = {
+      {1, 0.048, 0}, {1, 0.048, 0.011},          {1.5, 0.192, -0.03},       {2, 0.012, 0.0037},
+      {1, 2.0, 0},   {1, 0.0013, 0.00477, true}, {2, 0.024, -0.0119, true}, {1.5, 0.006, 0.0005, true}};
+  for (const auto& view : views) {
+    const int width = static_cast<int>(640 * view.Scale);
+    const PlotLayout layout = LayoutPlot(width, static_cast<int>(200 * view.Scale), view.Scale, 2, {});
+    ScaleState scale = Scale20m(layout.PlotWidth, view.SpanMHz);
+    scale.Geometry.LeftMHz += view.ShiftMHz;
+    scale.Geometry.RightMHz += view.ShiftMHz;
+    scale.Zoomed = view.Zoomed;
+    const ScaleLines lines = PlaceScale(layout, scale, false, true, kMetrics);
+    ASSERT_FALSE(lines.FrequencyLabels.empty());
+    for (const ScaleLabel& label : lines.FrequencyLabels) {
+      const double mhz = std::stoi(label.Text) + std::stod(label.Text.substr(3)) / 1000;
+      const double x = scale.Geometry.FrequencyToPixel(mhz);
+      EXPECT_NEAR(label.Left + label.Width / 2.0, x, 1) << label.Text;
+      const auto at = [&](const ScaleLine& line) { return std::abs(line.Position - x) <= 1; };
+      EXPECT_TRUE(std::ranges::any_of(lines.Frequencies, at)) << label.Text << " has no line";
+      EXPECT_GE(label.Left, 0);
+      EXPECT_LE(label.Left + label.Width, layout.Width);
+    }
+    if (view.Zoomed) {
+      std::vector<double> middles{0};
+      for (const ScaleLabel& label : lines.FrequencyLabels) middles.push_back(label.Left + label.Width / 2.0);
+      middles.push_back(layout.PlotWidth);
+      for (std::size_t n = 1; n < middles.size(); ++n)
+        EXPECT_LT(middles[n] - middles[n - 1], 0.3 * layout.PlotWidth) << "nowhere without labels";
+    }
+    for (std::vector<ScaleLabel> labels : {lines.FrequencyLabels, lines.LevelLabels}) {
+      std::ranges::sort(labels, {}, [](const ScaleLabel& l) { return l.Left + 10000 * l.Top; });
+      for (std::size_t i = 1; i < labels.size(); ++i) {
+        const bool beside = labels[i].Left > labels[i - 1].Left + labels[i - 1].Width;
+        const bool below = labels[i].Top > labels[i - 1].Top + labels[i - 1].Height;
+        EXPECT_TRUE(beside || below) << labels[i - 1].Text << " touches " << labels[i].Text;
+      }
     }
   }
 }
-
-INSTANTIATE_TEST_SUITE_P(Views, ScaleViews,
-                         testing::Values(ViewCase{1, 0.048, 0}, ViewCase{1, 0.048, 0.011},
-                                         ViewCase{1.5, 0.192, -0.03}, ViewCase{2, 0.012, 0.0037},
-                                         ViewCase{1, 2.0, 0}));
 
 }  // namespace
 }  // namespace spectrino

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <random>
 #include <vector>
 
 #include "display/Colours.h"
@@ -91,21 +92,30 @@ INSTANTIATE_TEST_SUITE_P(Sizes, Carrier,
                                          CarrierCase{624, 1.5, 1}, CarrierCase{700, 2, 4095},
                                          CarrierCase{3000, 2, 2222}, CarrierCase{727, 1.25, 2048}));
 
-TEST(PanDisplayTest, EveryPixelIsPaintedAndMovesDownByOneRow) {
+TEST(PanDisplayTest, EveryPixelIsPainted) {
   Bench bench(QSize(500, 301), 1.5);
-  bench.Line.Levels[1000] = -20;
   bench.Show();
-  const QImage before = bench.Paint();
-  bench.Line.Levels[1000] = -140;
-  bench.Show();
-  const QImage after = bench.Paint();
-  const PlotLayout& layout = bench.Display.Layout();
-  for (int y = layout.WaterfallTop; y + 1 < layout.Height; ++y) {
-    for (int x = 0; x < layout.PlotWidth; ++x)
-      ASSERT_EQ(after.pixel(x, y + 1), before.pixel(x, y)) << x << ' ' << y;
+  const QImage image = bench.Paint();
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) ASSERT_NE(image.pixel(x, y), 0xFFFF00FFU) << x << ' ' << y;
   }
-  for (int y = 0; y < layout.Height; ++y) {
-    for (int x = 0; x < layout.Width; ++x) ASSERT_NE(after.pixel(x, y), 0xFFFF00FFU) << x << ' ' << y;
+}
+
+/// In PEAK the trace keeps what was; the waterfall shows when it was, unless it is to follow the trace.
+TEST(PanDisplayTest, TheWaterfallTakesTheNewestLevelsOrTheTraces) {
+  for (const bool live : {true, false}) {
+    Bench bench(QSize(500, 300), 1);
+    DisplayOptions options;
+    options.WaterfallSel = 3;
+    options.WFLive = live;
+    bench.Display.SetOptions(options);
+    const std::vector<float> peak(bench.Line.Levels.size(), -50);
+    bench.Display.ShowFrame({bench.Line, bench.Geometry, peak, {}, bench.Line.Levels});
+    const double newest = bench.Display.Layout().WaterfallTop;
+    EXPECT_EQ(bench.Display.At({200, newest}).Level(), live ? -140 : -50);
+    EXPECT_EQ(bench.Display.At({200, 50}).Level(), -50) << "the trace, either way";
+    bench.Display.ShowFrame({bench.Line, bench.Geometry, peak, {}});
+    EXPECT_EQ(bench.Display.At({200, newest}).Level(), -50) << "one set of levels is both";
   }
 }
 
@@ -138,15 +148,12 @@ TEST(PanDisplayTest, HoverTellsFrequencyAndLevelOfPlotAndWaterfall) {
   bench.Line.Levels[2048] = -71;
   bench.Show();
   const double middle = bench.Display.PlotWidth() / 2 / 2;
-  bench.Display.SetHover(QPointF(middle, 50));
-  EXPECT_NEAR(bench.Display.HoverFreqMHz(), 14.074, 1e-5);
-  EXPECT_EQ(bench.Display.HoverLevel(), -71);
-  bench.Display.SetHover(QPointF(middle, 399));
-  EXPECT_EQ(bench.Display.HoverFreqMHz(), 0) << "a click there tunes nothing";
-  bench.Display.SetHover(QPointF(middle, bench.Display.Layout().WaterfallTop / 2.0 + 0.1));
-  EXPECT_EQ(bench.Display.HoverLevel(), -71);
-  bench.Display.SetHover(QPointF(799, 50));
-  EXPECT_EQ(bench.Display.HoverFreqMHz(), 0) << "label column";
+  EXPECT_NEAR(bench.Display.At({middle, 50}).TuneFreqMHz(), 14.074, 1e-5);
+  EXPECT_EQ(bench.Display.At({middle, 50}).Level(), -71);
+  const double newestRow = bench.Display.Layout().WaterfallTop / 2.0 + 0.1;
+  EXPECT_EQ(bench.Display.At({middle, newestRow - 1}).TuneFreqMHz(), 0) << "between plot and waterfall";
+  EXPECT_EQ(bench.Display.At({middle, newestRow}).Level(), -71);
+  EXPECT_EQ(bench.Display.At({799, 50}).TuneFreqMHz(), 0) << "label column";
 
   EXPECT_EQ(HoverText({14.08415, true, -71.2F, true, {}}), "14.084.150  -71 dBm");
   EXPECT_EQ(HoverText({14.08415, true, 71.2F, false, {}}), "14.084.150  71");
@@ -163,7 +170,7 @@ TEST(PanDisplayTest, TextsStayInsideThePlot) {
   TextCache texts;
   const OverlayPen pen{painter, layout, kColoursK4, texts};
   for (int x = 0; x < layout.PlotWidth; x += 7) {
-    const QRect box = DrawHover(pen, x, "14.084.150  -71 dBm", font);
+    const QRect box = DrawHover(pen, {x, 0, 200, {}}, "14.084.150  -71 dBm", font);
     EXPECT_TRUE(HoverStrip(layout, box.height()).contains(box)) << "more is not painted again";
     EXPECT_GE(box.left(), 0);
     EXPECT_LT(box.right(), layout.PlotWidth);
@@ -205,6 +212,84 @@ TEST(PanDisplayTest, PaintingOnlyWhatChangedGivesTheWholePicture) {
       bench.Display.Paint(painter);
     }
     ASSERT_EQ(window.copy(place), bench.Paint()) << frame;
+  }
+}
+
+/// What a K4 shows while its operator clicks, tunes, points and drags the window's edge, with frames between
+/// a repaint's request and its painting: after each request the screen is what a whole repaint would give.
+TEST(PanDisplayTest, NoGhostOfTheInsetStaysWhateverComesBetweenRepaints) {
+  Bench parts(QSize(800, 400), 1), whole(QSize(800, 400), 1);
+  std::minstd_rand random(7);
+  const auto below = [&random](int count) {
+    return static_cast<int>(random() % static_cast<unsigned>(count));
+  };
+  QImage screen;
+  QRegion pending;
+  const auto paintParts = [&] {
+    if (pending.isEmpty()) return;
+    screen.paintEngine()->setSystemClip(pending);
+    QPainter painter(&screen);
+    parts.Display.Paint(painter);
+  };
+  double centreMHz = 14.074, dialMHz = 14.08;
+  for (int step = 0; step < 600; ++step) {
+    const int width = 700 + 40 * below(5);
+    const QPointF pointer(below(800), below(400));
+    const bool leaves = below(3) == 0;
+    const int what = below(12);
+    for (Bench* bench : {&parts, &whole}) {
+      switch (what) {
+        case 0:  // the radio follows with its next line
+          bench->Geometry.LeftMHz += dialMHz - centreMHz;
+          bench->Geometry.RightMHz += dialMHz - centreMHz;
+          break;
+        case 1:
+          bench->Display.Resize(QSize(width, 400), 1);
+          bench->Geometry.PlotWidth = bench->Display.PlotWidth();
+          break;
+        case 2:
+          bench->Display.SetHover(leaves ? std::nullopt : std::optional(pointer));
+          break;
+        case 3: {
+          const std::vector<PlotMarker> markers{{.FreqMHz = dialMHz, .Label = "A"}};
+          bench->Display.SetMarkers(markers);
+          break;
+        }
+        case 4:
+        case 5:
+        case 6: {
+          StatusArea area;
+          area.Shown = area.Main.Shown = true;
+          area.MainLine = "AGC-S " + std::to_string(step);
+          area.Main.History = {{-120, -90, -120}};
+          area.Main.LowMHz = dialMHz - 0.005;
+          area.Main.HighMHz = dialMHz + 0.005;
+          bench->Display.SetStatus(area, dialMHz, dialMHz + 0.003);
+          break;
+        }
+        default:
+          break;
+      }
+      bench->Line.Levels[static_cast<std::size_t>(1 + (step * 97) % kPoints)] = -60;
+      bench->Show();
+    }
+    if (what == 0) centreMHz = dialMHz;
+    if (what == 7) dialMHz = centreMHz + (below(9) - 4) * 0.005;
+    if (what == 8) {  // the event loop paints late: what was asked for, as it is by now
+      paintParts();
+      whole.Paint();
+      continue;
+    }
+    if (what == 9) continue;
+    const QSize size(parts.Display.Layout().Width, parts.Display.Layout().Height);
+    pending = parts.Display.Prepare();
+    if (screen.size() != size) {
+      screen = QImage(size, QImage::Format_RGB32);
+      pending = screen.rect();
+    }
+    paintParts();
+    [[maybe_unused]] const QRegion same = whole.Display.Prepare();
+    ASSERT_EQ(screen, whole.Paint()) << step << " after " << what;
   }
 }
 

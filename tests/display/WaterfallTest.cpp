@@ -19,17 +19,22 @@ namespace {
 using testing::ElementsAre;
 
 TEST(WaterfallColours, RunFromBlackOverBlueToRed) {
-  EXPECT_EQ(WaterfallColour(0), qRgb(0, 0, 0));
-  EXPECT_EQ(WaterfallColour(256), qRgb(255, 0, 0));
-  EXPECT_EQ(WaterfallColour(106), qRgb(0, 255, 127)) << "150 degrees";
-  EXPECT_EQ(WaterfallColour(34), qRgb(0, 76, 255)) << "222 degrees, full brightness";
-  EXPECT_EQ(WaterfallColour(17), qRgb(0, 2, 130)) << "239 degrees, 51 %";
-  EXPECT_EQ(WaterfallColour(-3), WaterfallColour(0));
-  EXPECT_EQ(WaterfallColour(1000), WaterfallColour(256));
+  EXPECT_EQ(WaterfallPalette()[0], qRgb(0, 0, 0));
+  EXPECT_EQ(WaterfallPalette()[256], qRgb(255, 0, 0));
+  EXPECT_EQ(WaterfallPalette()[106], qRgb(0, 255, 127)) << "150 degrees";
+  EXPECT_EQ(WaterfallPalette()[34], qRgb(0, 76, 255)) << "222 degrees, full brightness";
+  EXPECT_EQ(WaterfallPalette()[17], qRgb(0, 2, 130)) << "239 degrees, 51 %";
 }
 
 constexpr WaterfallRow kRow{
     .LeftMHz = 14.0, .RightMHz = 14.1, .TakenUtc = {}, .BottomLevel = -256, .TopLevel = 0};
+
+QImage Picture(const WaterfallImage& waterfall) {
+  QImage image(waterfall.Width(), waterfall.Height(), QImage::Format_RGB32);
+  QPainter painter(&image);
+  waterfall.Draw(painter, 0, 0);
+  return image;
+}
 
 /// Scrolls the picture down by a row and draws the new one on top, pixel by pixel.
 void PlainAddLine(QImage& image, const std::vector<float>& levels) {
@@ -38,7 +43,8 @@ void PlainAddLine(QImage& image, const std::vector<float>& levels) {
   painter.drawImage(QPoint(0, 1), before, QRect(0, 0, image.width(), image.height() - 1));
   painter.end();
   for (int x = 0; x < image.width(); ++x) {
-    image.setPixel(x, 0, WaterfallColour(static_cast<int>(levels[static_cast<std::size_t>(x)]) + 256));
+    image.setPixel(x, 0,
+                   WaterfallPalette()[static_cast<std::size_t>(levels[static_cast<std::size_t>(x)] + 256)]);
   }
 }
 
@@ -54,7 +60,7 @@ TEST(WaterfallTest, RingLooksLikeBlockCopies) {
     for (float& value : levels) value = static_cast<float>(level(random));
     waterfall.AddLine(levels, kRow);
     PlainAddLine(plain, levels);
-    ASSERT_EQ(waterfall.ToImage(), plain) << "after line " << line;
+    ASSERT_EQ(Picture(waterfall), plain) << "after line " << line;
   }
 }
 
@@ -70,10 +76,10 @@ TEST(WaterfallTest, LinesKeepTheScaleAndBrightnessTheyWereDrawnWith) {
   later.Dimmed = true;
   waterfall.AddLine(level, later);
   waterfall.Resize(2, 3);
-  const QImage image = waterfall.ToImage();
-  const QRgb full = WaterfallColour(100);
+  const QImage image = Picture(waterfall);
+  const QRgb full = WaterfallPalette()[100];
   EXPECT_EQ(image.pixel(1, 0), qRgb(qRed(full) / 2, qGreen(full) / 2, qBlue(full) / 2));
-  EXPECT_EQ(image.pixel(1, 1), WaterfallColour(0));
+  EXPECT_EQ(image.pixel(1, 1), WaterfallPalette()[0]);
   EXPECT_EQ(image.pixel(1, 2), full);
 }
 
@@ -87,11 +93,11 @@ TEST(WaterfallTest, ResizingKeepsTheNewestLinesInPlace) {
   EXPECT_EQ(waterfall.RowCount(), 8);
   waterfall.Resize(200, 30);
   EXPECT_EQ(waterfall.RowCount(), 8);
-  const QImage image = waterfall.ToImage();
+  const QImage image = Picture(waterfall);
   for (int y = 0; y < 8; ++y) {
-    EXPECT_EQ(image.pixel(60, y), WaterfallColour(256)) << y;
-    EXPECT_EQ(image.pixel(61, y), WaterfallColour(256)) << y;
-    EXPECT_EQ(image.pixel(59, y), WaterfallColour(0)) << y;
+    EXPECT_EQ(image.pixel(60, y), WaterfallPalette()[256]) << y;
+    EXPECT_EQ(image.pixel(61, y), WaterfallPalette()[256]) << y;
+    EXPECT_EQ(image.pixel(59, y), WaterfallPalette()[0]) << y;
   }
   EXPECT_FALSE(waterfall.RowAt(8));
   waterfall.Resize(0, 0);
@@ -110,12 +116,12 @@ TEST(WaterfallTest, FollowPutsOlderLinesAtTheirFrequencies) {
   tuned.LeftMHz += 0.02;
   tuned.RightMHz += 0.02;
   waterfall.AddLine(std::vector<float>(100, -256), tuned);
-  EXPECT_EQ(waterfall.ToImage().pixel(50, 1), WaterfallColour(256)) << "plain scroll";
+  EXPECT_EQ(Picture(waterfall).pixel(50, 1), WaterfallPalette()[256]) << "plain scroll";
   EXPECT_NEAR(waterfall.FrequencyAt(50.5, 1), 14.0505, 1e-9);
   waterfall.SetFollow(true);
-  const QImage image = waterfall.ToImage();
-  EXPECT_EQ(image.pixel(30, 1), WaterfallColour(256));
-  EXPECT_EQ(image.pixel(50, 1), WaterfallColour(0));
+  const QImage image = Picture(waterfall);
+  EXPECT_EQ(image.pixel(30, 1), WaterfallPalette()[256]);
+  EXPECT_EQ(image.pixel(50, 1), WaterfallPalette()[0]);
   EXPECT_EQ(image.pixel(85, 1), qRgb(1, 2, 3)) << "never received";
   EXPECT_EQ(waterfall.LevelAt(30, 1), 0);
   EXPECT_EQ(waterfall.LevelAt(85, 1), kUndrawnLevel);

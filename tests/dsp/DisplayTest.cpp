@@ -5,10 +5,10 @@
 #include <cmath>
 #include <vector>
 
-#include "dsp/DisplayTrace.h"
+#include "dsp/ColumnMap.h"
 #include "dsp/LevelScale.h"
-#include "dsp/PowerOfTwo.h"
 #include "dsp/VisibleRange.h"
+#include "dsp/WaterfallColourIndex.h"
 #include "state/SpectrumLine.h"
 
 namespace spectrino {
@@ -27,8 +27,20 @@ using ::testing::FloatEq;
 
 constexpr int kRate = 48000;
 
-TEST(DisplayTrace, ACarrierOfOnePointShowsAtEveryZoomAndWidth) {
-  DisplayTrace trace;
+TEST(ColumnMap, ARadiosLastPointIsInTheLastPixelAtEveryWidth) {
+  for (const int points : {2, 3, 475, 689, 1024, 2049}) {
+    std::vector<float> levels(static_cast<std::size_t>(points) + 1, -120);
+    levels.back() = -20;
+    for (int width = points < 3 ? 1 : 2; width < 2000; width += 7) {
+      std::vector<float> pixels(static_cast<std::size_t>(width));
+      ColumnMap().Map(RadioGeometry(points, 14.0, 14.2, width), 1, points + 1, levels, pixels);
+      ASSERT_EQ(pixels.back(), -20) << points << " at " << width;
+    }
+  }
+}
+
+TEST(ColumnMap, ACarrierOfOnePointShowsAtEveryZoomAndWidth) {
+  ColumnMap trace;
   for (const int points : {256, 8192, 65536}) {
     for (const int zoom : {1, 2, 4, 8, 16, 32}) {
       for (const int width : {1, 300, 1279, 1280, 3840}) {
@@ -50,17 +62,17 @@ TEST(DisplayTrace, ACarrierOfOnePointShowsAtEveryZoomAndWidth) {
   }
 }
 
-TEST(DisplayTrace, ARadioLineReachesFromEdgeToEdge) {
+TEST(ColumnMap, ARadioLineReachesFromEdgeToEdge) {
   // Points 1..3 at x = 0, 4 and 8; index 0 is no point.
   const std::vector<float> levels = {99, -10, -50, -30};
   std::vector<float> pixels(8);
-  DisplayTrace().Map(RadioGeometry(3, 14.0, 14.2, 8), 1, 4, levels, pixels);
+  ColumnMap().Map(RadioGeometry(3, 14.0, 14.2, 8), 1, 4, levels, pixels);
   EXPECT_THAT(pixels, ElementsAre(-10, FloatEq(-25), FloatEq(-35), FloatEq(-45), -50, FloatEq(-42.5F),
                                   FloatEq(-37.5F), -30));
 }
 
-TEST(DisplayTrace, NoValueIsNeverDrawnNorDrawnAcross) {
-  DisplayTrace trace;
+TEST(ColumnMap, NoValueIsNeverDrawnNorDrawnAcross) {
+  ColumnMap trace;
   std::vector<float> pixels(4);
   // Two points a pixel: the other one counts; both without value: nothing.
   const std::vector<float> dense = {kUndrawnLevel, -500,          kUndrawnLevel, kUndrawnLevel,
@@ -77,8 +89,8 @@ TEST(DisplayTrace, NoValueIsNeverDrawnNorDrawnAcross) {
   EXPECT_THAT(pixels, ElementsAre(-60, -50, kUndrawnLevel, kUndrawnLevel));
 }
 
-TEST(DisplayTrace, FollowsAChangeOfGeometryOfTheSameWidth) {
-  DisplayTrace trace;
+TEST(ColumnMap, FollowsAChangeOfGeometryOfTheSameWidth) {
+  ColumnMap trace;
   std::vector<float> levels(64, -100);
   levels[40] = -10;
   std::vector<float> pixels(64);
@@ -96,48 +108,34 @@ TEST(ColourIndex, RoundsAndStaysInThePalette) {
   EXPECT_EQ(WaterfallColourIndex(kEmptyLevel, -153, -13), 0);
   EXPECT_EQ(WaterfallColourIndex(50, -153, -13), 256);
   EXPECT_EQ(WaterfallColourIndex(-20, -20, -20), 0);
-  EXPECT_DOUBLE_EQ(LevelToY(-48, -153, -13, 500, 400), 200);
 }
 
-struct RangeCase {
-  const char* name;
-  double ifOffsetKHz;
-  int zoom, pan;
-  int first, last, centre;
-};
-class VisibleRange : public ::testing::TestWithParam<RangeCase> {};
-INSTANTIATE_TEST_SUITE_P(
-    Cases, VisibleRange,
-    ::testing::Values(RangeCase{"WholeLine", 9, 1, 700, 0, 8192, 4096},
-                      RangeCase{"Zoomed", 0, 8, 0, 4096 - 512, 4096 + 512, 4096},
-                      RangeCase{"CentredOnTheRadio", 6, 8, 0, 5120 - 512, 5120 + 512, 5120},
-                      RangeCase{"RoundsHalvesToEven", 12.5 / 8192 * 48, 32, 0, 4108 - 128, 4108 + 128, 4108},
-                      RangeCase{"Panned", 6, 8, -100, 5020 - 512, 5020 + 512, 5020},
-                      RangeCase{"ShiftedBackAtTheTop", 23, 8, 0, 8192 - 1024, 8192, 8192 - 512},
-                      RangeCase{"ShiftedBackAtTheBottom", -6, 2, -5000, 0, 4096, 2048},
-                      RangeCase{"FixedReceiverFarAway", 1e12, 4, 1 << 30, 8192 - 2048, 8192, 8192 - 1024},
-                      RangeCase{"FarBelow", -1e12, 32, -(1 << 30), 0, 256, 128}),
-    [](const auto& test) { return std::string(test.param.name); });
-
-TEST_P(VisibleRange, ShowsPointsAtTheirFrequency) {
-  const RangeCase& c = GetParam();
-  const auto geometry = Shown(8192, kRate, 14.1, c.ifOffsetKHz, c.zoom, c.pan, 1000);
-  EXPECT_EQ(geometry.FirstPoint, c.first);
-  EXPECT_EQ(geometry.LastPoint, c.last);
-  EXPECT_EQ(geometry.CentrePoint, c.centre);
-  EXPECT_NEAR(geometry.ShownSpanHz(), 48000.0 * (c.last - c.first) / 8192,
-              0.01 * std::abs(c.ifOffsetKHz) + 1e-3);
-  if (std::abs(c.ifOffsetKHz) > 1000) return;
-  // Point 4096 is 0 Hz; it stands at the radio's frequency less the offset.
-  EXPECT_NEAR(geometry.FrequencyAt(geometry.PointX(4096)), 14.1 - c.ifOffsetKHz / 1000, 1e-9);
-}
-
-TEST(RadioGeometry, PutsFirstAndLastPointAtTheEdges) {
-  const auto geometry = RadioGeometry(475, 14.0, 14.1, 948);
-  EXPECT_DOUBLE_EQ(geometry.PointX(1), 0);
-  EXPECT_DOUBLE_EQ(geometry.PointX(475), 948);
-  EXPECT_DOUBLE_EQ(geometry.FrequencyAt(geometry.PointX(geometry.CentrePoint)), 14.05);
-  EXPECT_FALSE(RadioGeometry(0, 14.0, 14.1, 948).Valid());
+TEST(VisibleRange, ShowsPointsAtTheirFrequency) {
+  const struct {
+    const char* Name;
+    double IfOffsetKHz;
+    int Zoom, Pan, First, Last, Centre;
+  } cases[] = {{"whole line", 9, 1, 700, 0, 8192, 4096},
+               {"zoomed", 0, 8, 0, 4096 - 512, 4096 + 512, 4096},
+               {"centred on the radio", 6, 8, 0, 5120 - 512, 5120 + 512, 5120},
+               {"halves to even", 12.5 / 8192 * 48, 32, 0, 4108 - 128, 4108 + 128, 4108},
+               {"panned", 6, 8, -100, 5020 - 512, 5020 + 512, 5020},
+               {"shifted back at the top", 23, 8, 0, 8192 - 1024, 8192, 8192 - 512},
+               {"shifted back at the bottom", -6, 2, -5000, 0, 4096, 2048},
+               {"far above", 1e12, 4, 1 << 30, 8192 - 2048, 8192, 8192 - 1024},
+               {"far below", -1e12, 32, -(1 << 30), 0, 256, 128}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.Name);
+    const auto geometry = Shown(8192, kRate, 14.1, c.IfOffsetKHz, c.Zoom, c.Pan, 1000);
+    EXPECT_EQ(geometry.FirstPoint, c.First);
+    EXPECT_EQ(geometry.LastPoint, c.Last);
+    EXPECT_EQ(geometry.CentrePoint, c.Centre);
+    EXPECT_NEAR(geometry.ShownSpanHz(), 48000.0 * (c.Last - c.First) / 8192,
+                0.01 * std::abs(c.IfOffsetKHz) + 1e-3);
+    if (std::abs(c.IfOffsetKHz) > 1000) continue;
+    // Point 4096 is 0 Hz; it stands at the radio's frequency less the offset.
+    EXPECT_NEAR(geometry.FrequencyAt(geometry.PointX(4096)), 14.1 - c.IfOffsetKHz / 1000, 1e-9);
+  }
 }
 
 TEST(LevelScale, FollowsReferenceRangeAndBinWidth) {
@@ -149,17 +147,6 @@ TEST(LevelScale, FollowsReferenceRangeAndBinWidth) {
   UpdateLevelScale(scale, -57, 12, BinWidthDb(11025, 16));
   EXPECT_EQ(scale, (LevelScale{-165, -111, 40, 5})) << "an unknown divisor moves the bottom alone";
   EXPECT_EQ(RangeDb(12), 0);
-  EXPECT_EQ(K4LevelScale(-120.5F, 60.25), (LevelScale{-121, -61, 60, 20}));
-}
-
-TEST(PowerOfTwo, TellsFrameLengthsFromOthers) {
-  for (const int n : {0, 1, 3, -8, 689, INT32_MIN}) EXPECT_FALSE(IsPowerOfTwo(n)) << n;
-  for (int bits = 1; bits <= 16; ++bits) {
-    EXPECT_TRUE(IsPowerOfTwo(1 << bits));
-    EXPECT_EQ(NumberOfBitsNeeded(1 << bits), bits);
-  }
-  EXPECT_EQ(NumberOfBitsNeeded(1 << 17), 0);
-  EXPECT_EQ(NumberOfBitsNeeded(12), 2);
 }
 
 }  // namespace

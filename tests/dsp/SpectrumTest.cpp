@@ -45,7 +45,6 @@ struct Machine {
     spectrum.ComputeSpectrum(samples, sign, balance, smooth, power);
     return power;
   }
-  int Peak() const { return static_cast<int>(std::ranges::max_element(power) - power.begin()); }
   Spectrum spectrum;
   std::vector<double> power;
 };
@@ -81,22 +80,6 @@ TEST_P(SpectrumByKernel, AgreesWithThePlainTransform) {
   }
 }
 
-TEST_P(SpectrumByKernel, PutsAToneWhereItsFrequencyIs) {
-  for (const int bits : {8, 11, 13, 16}) {
-    const int points = 1 << bits;
-    for (const int cycles : {0, 5, points / 2 - 3, -points / 4}) {
-      Machine machine(*GetParam(), bits, WindowType::None);
-      const auto samples = Tone(bits, cycles, 12000);
-      machine.Run(samples);
-      EXPECT_EQ(machine.Peak(), points / 2 - cycles) << bits;
-      EXPECT_NEAR(std::sqrt(machine.power[static_cast<std::size_t>(machine.Peak())]), 12000.0 * points / 4,
-                  points / 4.0);
-      machine.Run(samples, IqSign::Minus);
-      EXPECT_EQ(machine.Peak(), points / 2 + cycles) << bits;
-    }
-  }
-}
-
 TEST_P(SpectrumByKernel, LevelsAreTenLogarithmsOfPower) {
   std::vector<double> power = {0, 5e-324, 1, 0.5, 2, std::sqrt(0.5), std::sqrt(2.0), 1.41421, 1e-30, 3.1e19};
   std::mt19937 random(7);
@@ -109,14 +92,6 @@ TEST_P(SpectrumByKernel, LevelsAreTenLogarithmsOfPower) {
   for (std::size_t i = 2; i < power.size(); ++i) {
     ASSERT_NEAR(levels[i], 10 * std::log10(power[i]) - 12.5, 0.001) << power[i];
   }
-}
-
-TEST(Spectrum, SilenceIsAllZeroAndEntersNoLevel) {
-  Machine machine(BestKernels(), 9, WindowType::FlatTop);
-  machine.Run(std::vector<std::int16_t>(256), IqSign::Minus, {0.5, 0.5}, true);
-  std::vector<float> levels(512);
-  PowerToLevels(machine.power, 20, levels);
-  EXPECT_EQ(levels, std::vector<float>(512, kKeepLevel));
 }
 
 TEST(Spectrum, SmoothingReplacesTheBinsRoundZeroHzAlone) {

@@ -9,21 +9,14 @@
 #include <random>
 #include <thread>
 
+#include "adapters/sound/PulseInput.h"
 #include "fakes/PrivateSoundServer.h"
-#include "platform/sound/PulseInput.h"
+#include "fakes/Recorders.h"
 
 namespace spectrino {
 
 using namespace std::chrono_literals;
 using Samples = std::vector<std::int16_t>;
-
-class LogNotifier final : public Notifier {
- public:
-  void ShowMessage(std::string_view, std::string_view, Severity) override {}
-  void ShowStatus(std::string_view) override {}
-  void Log(LogArea, std::string_view text) override { Logged.emplace_back(text); }
-  std::vector<std::string> Logged;
-};
 
 /// Interleaved noise, so that any exchange, scaling, loss or repetition of samples shows. Begins with 1, 2.
 inline Samples MakeNoise(double seconds, int rateHz) {
@@ -56,17 +49,17 @@ class Stopwatch {
 
 /// A started server and an input that talks to it.
 struct SoundBench {
+  SoundBench() { Server.PointClientsHere(); }
   void Start(int rateHz) { ASSERT_EQ(Server.Start(rateHz), ""); }
   [[nodiscard]] SoundDevice Receiver() const {
     SoundDevice device;
-    device.Name = Server.SourceDescription();
-    device.StableId = "pulse:" + Server.SourceName();
+    device.Name = "Receiver";
+    device.StableId = "pulse:iq";
     return device;
   }
 
   PrivateSoundServer Server;
-  ScopedEnvironment Environment{Server.Environment()};
-  LogNotifier Notifier;
+  RecordingNotifier Notifier;
   PulseInput Input{Notifier};
   std::string Reason;
 };

@@ -9,12 +9,7 @@
 namespace spectrino {
 namespace {
 
-struct ExactCase {
-  int RateHz;
-  int BlockFrames;
-};
-
-class SoundExact : public testing::TestWithParam<ExactCase> {};
+class SoundExact : public testing::TestWithParam<std::pair<int, int>> {};
 
 TEST_P(SoundExact, DeliversEverySampleUnchangedAndInOrder) {
   const auto [rateHz, blockFrames] = GetParam();
@@ -41,7 +36,7 @@ TEST_P(SoundExact, DeliversEverySampleUnchangedAndInOrder) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Rates, SoundExact,
-                         testing::Values(ExactCase{48000, 4096}, ExactCase{192000, 16384}));
+                         testing::Values(std::pair(48000, 4096), std::pair(192000, 16384)));
 
 TEST(SoundCapture, ReturnsTheNewestBlockAfterAPauseAndGoesOnFromThere) {
   constexpr int kRateHz = 48000;

@@ -2,9 +2,9 @@
 
 #include <atomic>
 
+#include "adapters/sound/CardRate.h"
+#include "adapters/sound/SampleRing.h"
 #include "end_to_end/sound_bench.h"
-#include "platform/sound/CardRate.h"
-#include "platform/sound/SampleRing.h"
 
 namespace spectrino {
 namespace {

@@ -1,11 +1,11 @@
-// A back-end and a radio with a scope of its own, both moved by the test.
+// A back-end, a radio with a scope of its own and a kit made of both, all moved by the test.
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
-#include "rig/RadioLink.h"
-#include "rig/RigBackend.h"
+#include "rig/RadioKit.h"
 
 namespace spectrino {
 
@@ -22,10 +22,9 @@ class FakeRig final : public RigBackend {
     radio.RadioMode = Mode;
   }
   [[nodiscard]] double LinkOffsetKHz() const override { return Offset; }
-  void SetFrequency(Vfo vfo, double freqMHz) override {
-    Note((vfo == Vfo::A ? "A " : "B ") + std::to_string(freqMHz));
+  void SetFrequency(Vfo vfo, double freqMHz, Aim aim) override {
+    Note((vfo == Vfo::A ? "A " : "B ") + std::to_string(freqMHz) + (aim == Aim::Signal ? " signal" : ""));
   }
-  [[nodiscard]] bool HasVfoB() const override { return VfoB; }
   void RememberBand() override { Note("remember"); }
   void SelectBand(int button) override { Note("band " + std::to_string(button)); }
   bool SelectMode(const ModeRequest& request) override {
@@ -40,10 +39,7 @@ class FakeRig final : public RigBackend {
   void ShiftPassband(Vfo receiver, int deltaHz) override {
     Note(std::string("shift ") + (receiver == Vfo::A ? "A " : "B ") + std::to_string(deltaHz));
   }
-  bool StepSpan(int direction) override {
-    if (OwnSpan) Note("span " + std::to_string(direction));
-    return OwnSpan;
-  }
+  void StepSpan(int direction) override { Note("span " + std::to_string(direction)); }
   void StepFrequency(int direction, double centreMHz) override {
     Note("step " + std::to_string(direction) + " from " + std::to_string(centreMHz));
   }
@@ -55,9 +51,7 @@ class FakeRig final : public RigBackend {
   int Opens = 0;
   int Closes = 0;
   int Refreshes = 0;
-  bool VfoB = true;
   bool Modes = true;
-  bool OwnSpan = false;
   std::vector<std::string> Requests;  ///< everything that was asked of it, in order
 
  private:
@@ -66,14 +60,8 @@ class FakeRig final : public RigBackend {
 
 class FakeScope final : public RadioLink, public SpectrumSource {
  public:
-  bool Open(RadioState& radio) override {
-    radio.K4Connected = Connects;
-    return Accepts;
-  }
-  void Close(RadioState& radio) override {
-    radio.K4Connected = false;
-    ++Closes;
-  }
+  bool Open(RadioState&) override { return Accepts; }
+  void Close() override { ++Closes; }
   [[nodiscard]] SpectrumSource& Source() override { return *this; }
   [[nodiscard]] LevelScale Scale() const override { return {-140, -40, 100, 20}; }
   [[nodiscard]] std::array<double, 21> GridHz() const override {
@@ -81,6 +69,8 @@ class FakeScope final : public RadioLink, public SpectrumSource {
     for (std::size_t i = 0; i < grid.size(); ++i) grid[i] = 5000.0 * static_cast<double>(i);
     return grid;
   }
+  /// An antenna 30 dB above the line.
+  [[nodiscard]] float AntennaDbm(float level) const override { return level + 30; }
   PollResult Poll(const LineRequest&, SpectrumLine& line) override {
     if (!Ready) return PollResult::Pending;
     Ready = false;
@@ -90,10 +80,34 @@ class FakeScope final : public RadioLink, public SpectrumSource {
   [[nodiscard]] std::string Failure() const override { return {}; }
 
   bool Accepts = true;
-  bool Connects = true;
   bool Ready = false;
   int Closes = 0;
   SpectrumLine Next;
+};
+
+struct FakeKit final : RadioKit {
+  FakeKit() = default;
+  /// Of a radio that delivers the spectrum of these sources.
+  explicit FakeKit(std::vector<SourceKind> kinds) {
+    for (const SourceKind kind : kinds) Rows.push_back({kind, "radio"});
+  }
+  /// Of a program that carries these ways.
+  explicit FakeKit(std::vector<CatWay> ways) : Ways(std::move(ways)) {}
+
+  RigBackend& Backend() override { return Rig; }
+  [[nodiscard]] const RadioTraits& Traits() const override { return Has; }
+  [[nodiscard]] LinkHealth Health() const override { return {}; }
+  RadioLink* Link() override { return Rows.empty() ? nullptr : &Scope; }
+  [[nodiscard]] std::span<const RadioSource> Sources() const override { return Rows; }
+  [[nodiscard]] bool Carries(CatWay way) const override {
+    return std::find(Ways.begin(), Ways.end(), way) != Ways.end();
+  }
+
+  std::vector<RadioSource> Rows;
+  std::vector<CatWay> Ways;
+  RadioTraits Has;
+  FakeRig Rig;
+  FakeScope Scope;
 };
 
 }  // namespace spectrino

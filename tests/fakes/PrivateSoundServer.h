@@ -17,8 +17,6 @@
 #include <sstream>
 #include <string>
 #include <thread>
-#include <tuple>
-#include <utility>
 #include <vector>
 
 namespace spectrino {
@@ -77,9 +75,10 @@ class PrivateSoundServer {
             {"HOME", folder_},
             {"PULSE_SERVER", "unix:" + Path("socket")}};
   }
-  [[nodiscard]] std::string SinkName() const { return "cable"; }
-  [[nodiscard]] std::string SourceName() const { return "iq"; }
-  [[nodiscard]] std::string SourceDescription() const { return "Receiver"; }
+  /// Points this process's own sound clients at this server, until another one does.
+  void PointClientsHere() const {
+    for (const auto& [name, value] : Environment()) setenv(name.c_str(), value.c_str(), 1);
+  }
   [[nodiscard]] std::string Path(const std::string& name) const { return folder_ + "/" + name; }
 
   /// Plays interleaved 16-bit stereo samples into the sink, once, beside the test.
@@ -90,7 +89,7 @@ class PrivateSoundServer {
                static_cast<std::streamsize>(samples.size() * sizeof(std::int16_t)));
     const pid_t player =
         Spawn({"paplay", "--raw", "--format=s16le", "--channels=2", "--channel-map=left,right",
-               "--rate=" + std::to_string(rateHz), "--device=" + SinkName(), file},
+               "--rate=" + std::to_string(rateHz), "--device=cable", file},
               "player.log");
     if (player > 0) players_.push_back(player);
     return player > 0;
@@ -165,28 +164,6 @@ class PrivateSoundServer {
   std::string folder_;
   pid_t server_ = 0;
   std::vector<pid_t> players_;
-};
-
-/// Points this process's own sound clients at a server, and back when it goes out of scope.
-class ScopedEnvironment {
- public:
-  explicit ScopedEnvironment(const std::map<std::string, std::string>& variables) {
-    for (const auto& [name, value] : variables) {
-      const char* old = std::getenv(name.c_str());
-      before_.emplace_back(name, old != nullptr ? old : "", old != nullptr);
-      setenv(name.c_str(), value.c_str(), 1);
-    }
-  }
-  ~ScopedEnvironment() {
-    for (const auto& [name, value, wasSet] : before_) {
-      wasSet ? setenv(name.c_str(), value.c_str(), 1) : unsetenv(name.c_str());
-    }
-  }
-  ScopedEnvironment(const ScopedEnvironment&) = delete;
-  ScopedEnvironment& operator=(const ScopedEnvironment&) = delete;
-
- private:
-  std::vector<std::tuple<std::string, std::string, bool>> before_;
 };
 
 }  // namespace spectrino

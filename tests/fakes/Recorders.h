@@ -5,8 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "fakes/FakeClock.h"
 #include "platform/EventPump.h"
 #include "platform/Notifier.h"
+#include "platform/WindowCommands.h"
 #include "state/FrameSink.h"
 
 namespace spectrino {
@@ -33,6 +35,7 @@ class RecordingSink final : public FrameSink {
     Geometry = frame.Geometry;
     DisplayLevel.assign(frame.DisplayLevel.begin(), frame.DisplayLevel.end());
     BackgroundPeak.assign(frame.BackgroundPeak.begin(), frame.BackgroundPeak.end());
+    NewestLevel.assign(frame.NewestLevel.begin(), frame.NewestLevel.end());
   }
   void DrawScale(const ScaleState& scale) override { Scale = scale; }
   void ClearFrames() override { ++Clears; }
@@ -44,18 +47,32 @@ class RecordingSink final : public FrameSink {
   ScaleState Scale;
   std::vector<float> DisplayLevel;
   std::vector<float> BackgroundPeak;
+  std::vector<float> NewestLevel;
 };
 
-/// Waits by calling what the test wants to happen meanwhile.
+/// Waits by calling what the test wants to happen meanwhile; a clock that is handed in moves on.
 class ScriptedPump final : public EventPump {
  public:
+  explicit ScriptedPump(FakeClock* clock = nullptr) : clock_(clock) {}
   void Wait(std::chrono::milliseconds time) override {
     Waited += time;
+    if (clock_ != nullptr) clock_->Advance(time);
     if (Meanwhile) Meanwhile();
   }
 
   std::chrono::milliseconds Waited{};
   std::function<void()> Meanwhile;
+
+ private:
+  FakeClock* clock_;
+};
+
+/// A window that writes down whether it was let stay on top.
+struct RecordingWindow final : WindowCommands {
+  void ToggleFullScreen() override {}
+  void AlwaysOnTop(bool) override {}
+  void AllowOnTop(bool allow) override { Tops.push_back(allow); }
+  std::vector<bool> Tops;
 };
 
 }  // namespace spectrino

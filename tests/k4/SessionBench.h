@@ -45,19 +45,6 @@ class ScriptedSocket final : public ByteSocket {
   Log& log_;
 };
 
-class TurningPump final : public EventPump {
- public:
-  explicit TurningPump(FakeClock& clock) : clock_(clock) {}
-  void Wait(std::chrono::milliseconds time) override {
-    clock_.Advance(time);
-    if (Meanwhile) Meanwhile();
-  }
-  std::function<void()> Meanwhile;
-
- private:
-  FakeClock& clock_;
-};
-
 struct RecordingView final : K4SessionView {
   explicit RecordingView(Log& log) : Events(log) {}
   void TickMinipan() override { MinipanTicked = true; }
@@ -95,7 +82,7 @@ struct SessionBench {
   MemorySettingsFile File;
   RecordingNotifier User;
   FakeClock Time;
-  TurningPump Pump{Time};
+  ScriptedPump Pump{&Time};
   SettingsStore Store{File, User, Time};
   RecordingView View{Events};
   ListedAnswers Retry{Events};

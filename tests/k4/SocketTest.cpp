@@ -1,4 +1,4 @@
-// The session over real sockets on the loopback address, and what a socket's handlers may do to it.
+// A socket on the loopback address, and what its handlers may do to it.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -6,21 +6,18 @@
 #include <QElapsedTimer>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
 
-#include "k4/K4Link.h"
-#include "k4/PanFrames.h"
-#include "k4/PanStream.h"
-#include "k4/SessionBench.h"
-#include "platform/qt/QtByteSocket.h"
-#include "platform/qt/QtEventPump.h"
+#include "adapters/qt/QtByteSocket.h"
 
 namespace spectrino {
 namespace {
 
-using test::Log;
+using Log = std::vector<std::string>;
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using namespace std::chrono_literals;
 
 bool Until(const std::function<bool()>& reached, int limitMs = 3000) {
   QElapsedTimer timer;
@@ -50,7 +47,6 @@ class Port {
     peer_->write(bytes.data(), static_cast<qint64>(bytes.size()));
     peer_->flush();
   }
-  void Send(const test::Bytes& bytes) { Send({reinterpret_cast<const char*>(bytes.data()), bytes.size()}); }
   void Close() { peer_->close(); }
   void StopListening() { server_.close(); }
   [[nodiscard]] bool PeerGone() const { return peer_->state() == QTcpSocket::UnconnectedState; }
@@ -162,96 +158,5 @@ TEST_F(SocketTest, WhatArrivesWhileAHandlerTurnsTheEventLoopIsDelivered) {
   EXPECT_THAT(Events, ElementsAre("connected", "data a", "handler done", "data b"));
 }
 
-/// A session on real sockets, with the rest of its surroundings scripted.
-struct RealSession : ::testing::Test {
-  test::SessionBench Bench;
-  Port Cat, Pan;
-  QtByteSocket WSCat, WSPan;
-  QtEventPump Pump;
-  SystemClock Time;
-  std::string Replies;
-  K4Session Session{{Bench.State, WSCat, WSPan, Bench.Store, Bench.View, Bench.Retry, Bench.User, Pump, Time,
-                     [this](std::string& buffer) {
-                       for (std::size_t end; (end = buffer.find(';')) != std::string::npos;) {
-                         Replies += "[" + buffer.substr(0, end) + "]";
-                         buffer.erase(0, end + 1);
-                       }
-                     },
-                     [](int) {}}};
-  K4Link Link{Bench.State, Session, Bench.User, Time};
-  RadioState Radio;
-  SpectrumLine Line;
-
-  void SetUp() override {
-    Bench.Setting("K4TCP", "127.0.0.1");
-    Bench.Setting("K4CATPORT", std::to_string(Cat.Number()));
-    Bench.Setting("K4PANPORT", std::to_string(Pan.Number()));
-    Bench.Setting("TCPTimeOut", "250");
-    Bench.State.PanScaleDb = 70;
-    Bench.State.PanSpanMHz = 0.1;
-  }
-};
-
-TEST_F(RealSession, RepliesAndFramesInPiecesOfAnySizeBecomeStateAndLines) {
-  ASSERT_TRUE(Link.Open(Radio));
-  const std::string replies = "ID017;FA00014074000;MD2;";
-  const test::Bytes frame = test::PanFrame();
-  for (const std::size_t piece : {1U, 7U, 4161U, 4163U}) {
-    SCOPED_TRACE(piece);
-    Replies.clear();
-    for (std::size_t at = 0; at < replies.size(); at += piece) {
-      Cat.Send(std::string_view(replies).substr(at, piece));
-      Pass(1);
-    }
-    test::Bytes stream;
-    for (int i = 0; i < 3; ++i) stream = test::operator+(stream, frame);
-    const std::uint64_t serial = Bench.State.K4PanChannels[kPanMain].Serial;
-    // In pieces of a byte only the heads: each piece may be a packet.
-    for (std::size_t at = 0, size = 0; at < stream.size(); at += size) {
-      size = std::min(piece > 1 || at % kPanFrameBytes < 64 ? piece : 1366, stream.size() - at);
-      Pan.Send({stream.begin() + static_cast<std::ptrdiff_t>(at),
-                stream.begin() + static_cast<std::ptrdiff_t>(at + size)});
-      QCoreApplication::processEvents();
-    }
-    EXPECT_TRUE(Until([&] { return Replies == "[ID017][FA00014074000][MD2]"; })) << Replies;
-    EXPECT_TRUE(Until([&] { return Bench.State.K4PanChannels[kPanMain].Serial > serial; }));
-    Pass(20);
-    ASSERT_EQ(Link.Poll({}, Line), PollResult::Line);
-    EXPECT_EQ(Line.PointCount, 2048);
-    EXPECT_THAT(std::span(Line.Levels).subspan(1), ::testing::Each(-120));
-  }
-  EXPECT_EQ(Cat.Received.substr(0, 15), "ID;ME0005;AI5;K");
-  EXPECT_EQ(Pan.Received, "PING\r\nA1\r\nB0\r\nY1\r\nZ0\r\n");
-  Session.Stop();
-  EXPECT_TRUE(Until([&] { return Cat.PeerGone() && Pan.PeerGone(); }));
-}
-
-TEST_F(RealSession, OneOpenPortIsEnoughButNotNone) {
-  Pan.StopListening();
-  EXPECT_TRUE(Link.Open(Radio));
-  EXPECT_THAT(Bench.User.Statuses, ElementsAre(HasSubstr("Connected to"), HasSubstr("panadapter port")));
-  Cat.StopListening();
-  EXPECT_FALSE(Link.Open(Radio));
-  EXPECT_THAT(Bench.Retry.Shown, ::testing::SizeIs(1));
-  EXPECT_THAT(Bench.User.Messages,
-              ElementsAre(HasSubstr("Spectrino|TCP ERROR - HOST = 127.0.0.1 PORTPAN = ")));
-}
-
-TEST_F(RealSession, ARadioThatHangsUpInsideAFrameIsTold) {
-  ASSERT_TRUE(Link.Open(Radio));
-  const test::Bytes frame = test::PanFrame();
-  Pan.Send({frame.begin(), frame.begin() + 3000});
-  Pan.Close();
-  ASSERT_TRUE(Until([&] { return !Bench.State.K4Connected; }));
-  EXPECT_THAT(Bench.User.Statuses.back(), HasSubstr("lost"));
-  EXPECT_EQ(Link.Poll({}, Line), PollResult::Pending);
-}
-
 }  // namespace
 }  // namespace spectrino
-
-int main(int argc, char** argv) {
-  ::testing::InitGoogleTest(&argc, argv);
-  QCoreApplication application(argc, argv);
-  return RUN_ALL_TESTS();
-}

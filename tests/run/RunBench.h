@@ -8,6 +8,7 @@
 #include "fakes/FakeRig.h"
 #include "fakes/FakeSoundInput.h"
 #include "fakes/MemorySettingsFile.h"
+#include "fakes/RadioSources.h"
 #include "fakes/Recorders.h"
 #include "run/RunCycle.h"
 
@@ -15,7 +16,7 @@ namespace spectrino {
 
 struct RunBench {
   RunBench() {
-    State.Settings.SourceName = "Card";
+    State.Settings.Source.Name = "Card";
     State.Settings.Bits = 2;   // N = 1024
     State.Settings.SRate = 3;  // 48000
     State.Settings.Control = CatControl::RadioDirect;
@@ -59,13 +60,13 @@ struct RunBench {
   ScriptedPump Pump;
   StageTimes Times;
   SettingsStore Store{File, User};
-  DeviceList Devices{{&Input}};
-  FakeRig Host;
-  FakeRig K4Rig;
-  FakeScope K4;
-  RunCycle Cycle{State,
-                 {Devices, Sink, Store, User, Pump, Time, Times,
-                  RigRouter({.Host = &Host, .K4 = &K4Rig, .K4Link = &K4})}};
+  DeviceList Devices{{&Input}, kRadioSources};
+  FakeKit HostKit{{CatWay::Host, CatWay::HostK3, CatWay::HostAndScope}};
+  FakeKit RadioKit{{SourceKind::K4, SourceKind::K4D}};
+  FakeRig& Host = HostKit.Rig;
+  FakeRig& RadioRig = RadioKit.Rig;
+  FakeScope& Radio = RadioKit.Scope;
+  RunCycle Cycle{State, {Devices, Sink, Store, User, Pump, Time, Times, RigRouter({&HostKit, &RadioKit})}};
 };
 
 }  // namespace spectrino

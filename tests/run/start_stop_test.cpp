@@ -2,22 +2,21 @@
 #include <gtest/gtest.h>
 
 #include "run/RunBench.h"
-#include "run/SetupChecks.h"
 
 namespace spectrino {
 namespace {
 
 TEST(StartStop, WhatOneRadioToldIsNotKnownOfTheNext) {
   RunBench bench;
-  bench.State.Settings.SourceName = "K4";
-  bench.K4Rig.FreqMHz = 14.05;
+  bench.State.Settings.Source = {{SourceKind::K4}, "K4"};
+  bench.RadioRig.FreqMHz = 14.05;
   ASSERT_TRUE(bench.Cycle.Start());
   bench.Step();
   bench.State.Radio.Transmitting = true;
   bench.State.Radio.MainNotchHz = 900;
   bench.Cycle.Stop();
   EXPECT_EQ(bench.State.Radio.MainFreqMHz, 14.05) << "still shown";
-  bench.State.Settings.SourceName = "Card";
+  bench.State.Settings.Source = {{}, "Card"};
   ASSERT_TRUE(bench.Cycle.Start());
   EXPECT_EQ(bench.State.Radio.MainFreqMHz, 0);
   EXPECT_FALSE(bench.State.Radio.Transmitting);
@@ -55,7 +54,12 @@ TEST(Start, AMissingHostIsShownForASecondAndTheRunGoesOn) {
   RunBench bench;
   bench.State.Settings.Control = CatControl::HostIf;
   bench.Host.Found = false;
+  bool told = false;
+  bench.Cycle.RunningChanged = [&] {
+    told = told || (bench.Cycle.Starting() && bench.Pump.Waited.count() == 0);
+  };
   EXPECT_TRUE(bench.Cycle.Start());
+  EXPECT_TRUE(told) << "Stop is to be had while it is looked for";
   EXPECT_EQ(bench.User.Statuses.back(), "Castelon not found");
   EXPECT_EQ(bench.Pump.Waited, std::chrono::milliseconds(1000));
   bench.Step();
@@ -83,21 +87,21 @@ TEST(Start, TheHostIsReleasedWhenTheInputDoesNotOpen) {
   EXPECT_EQ(bench.Host.Closes, 1);
 }
 
-TEST(Start, AK4ThatIsNotConnectedEndsAtSetUp) {
+TEST(Start, ARadioThatRefusesLeavesTheWindowStopped) {
   RunBench bench;
-  bench.State.Settings.SourceName = "K4";
-  bench.K4.Connects = false;
+  bench.State.Settings.Source.Id.Kind = SourceKind::K4;
+  bench.Radio.Accepts = false;
   EXPECT_FALSE(bench.Cycle.Start());
-  EXPECT_EQ(bench.K4.Closes, 1);
-  EXPECT_FALSE(bench.State.Radio.K4Active);
-  bench.K4.Connects = true;
+  EXPECT_EQ(bench.Radio.Closes, 1);
+  EXPECT_FALSE(bench.State.Radio.OwnSpectrum);
+  bench.Radio.Accepts = true;
   EXPECT_TRUE(bench.Cycle.Start());
-  EXPECT_TRUE(bench.State.Radio.K4Active);
+  EXPECT_TRUE(bench.State.Radio.OwnSpectrum);
 }
 
 TEST(Start, IcomThroughTheHostIsAlwaysTheIfAdapter) {
   RunBench bench;
-  bench.State.Settings.SourceName = "ICOM";
+  bench.State.Settings.Source = {{SourceKind::Icom}, "ICOM"};
   bench.State.Settings.Control = CatControl::FixedLo;
   EXPECT_FALSE(bench.Cycle.Start());  // no such link here: told, and nothing is left open
   EXPECT_EQ(bench.User.Messages.size(), 1U);
@@ -129,12 +133,38 @@ TEST(HighResolutionZoom, ReopensAtTheLowerRateOnlyWhenItChanges) {
   EXPECT_EQ(bench.Store.GetSetting("Spectrino", "Setup", "Zoom", "?"), "4");
 }
 
-TEST(SetupChecks, LengthsThatAreNoPowerOfTwoAreNamed) {
-  EXPECT_EQ(FftLengthError(3),
-            "Error in FFT:\r\nNumSamples is 3, which is not a positive integer power of two.");
-  EXPECT_FALSE(FftLengthError(2));
-  EXPECT_TRUE(FftLengthError(1));
-  EXPECT_TRUE(FftLengthError(-8));
+// The band, the operator's way back and the host program have nothing to do with the card's rate.
+TEST(HighResolutionZoom, ReopensTheInputAndNothingElse) {
+  RunBench bench;
+  PanSettings& settings = bench.State.Settings;
+  settings.Control = CatControl::HostIf;
+  settings.TypZoom = true;
+  settings.Zoom = 3;
+  bench.Host.FreqMHz = 14.1;
+  ASSERT_TRUE(bench.Cycle.Start());
+  int told = 0;
+  bench.Cycle.RunningChanged = [&told] { ++told; };
+  const auto middleMHz = [&bench] {
+    const ZoomPlan& plan = bench.Cycle.View().Plan;
+    bench.Input.Shared->Blocks.push_back(RunBench::Tone(1 << plan.FftBits, plan.SampleRate, 0));
+    while (bench.Step() == std::chrono::milliseconds(1)) {
+    }
+    return (bench.Sink.Geometry.LeftMHz + bench.Sink.Geometry.RightMHz) / 2;
+  };
+  static_cast<void>(middleMHz());  // learns the frequency
+  static_cast<void>(middleMHz());
+  bench.Cycle.Scale().PanBy(0.5);
+  const double before = middleMHz();
+  EXPECT_GT(before, 14.1005);
+  const FrameGeometry shown = bench.Sink.Scale.Geometry;
+  bench.Cycle.SetZoom(4);
+  EXPECT_EQ(bench.Sink.Scale.Geometry, shown) << "the picture stands until its first line";
+  EXPECT_NEAR(middleMHz(), before, 22050 / 1024 / 1e6);
+  EXPECT_EQ(bench.Input.Opened.size(), 2U);
+  EXPECT_EQ(bench.Host.Opens, 1);
+  EXPECT_EQ(bench.Host.Closes, 0);
+  EXPECT_EQ(bench.Sink.Clears, 1);
+  EXPECT_EQ(told, 0);
 }
 
 }  // namespace

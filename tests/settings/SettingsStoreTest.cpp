@@ -5,12 +5,13 @@
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
-#include <thread>
 
-#include "platform/posix/FileSystem.h"
+#include "adapters/posix/FileSystem.h"
+#include "fakes/MemorySettingsFile.h"
 #include "settings/TestStore.h"
 
 namespace spectrino {
@@ -23,32 +24,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
-
-TEST_F(StoreTest, KeepsValuesAcrossRunsWithoutRegardToCase) {
-  EXPECT_EQ(Store.GetSetting("Spectrino", "MacrosK4", "mac0", "none"), "none");
-  Store.SaveSetting("Spectrino", "MacrosK4", "mac0", "KY;FA00014000000;");
-  EXPECT_EQ(SettingsStore(File, Notes).GetSetting("Spectrino", "macrosk4", "MAC0", "none"),
-            "KY;FA00014000000;");
-  EXPECT_THAT(Notes.Messages, IsEmpty());
-}
-
-TEST_F(StoreTest, WritesABatchOnceAndNothingWhenNothingChanged) {
-  const std::vector<KeyValue> values{{"Ref", "-66"}, {"Divisor", "1000"}};
-  Store.SaveSettings("Spectrino", "Setup", values);
-  const auto inode = [&] {
-    struct stat info {};
-    ::stat(File.PathOf("Spectrino").c_str(), &info);
-    return info.st_ino;
-  };
-  const auto before = inode();
-  // Held: an inode number that is free could come back.
-  const posix::Descriptor held(::open(File.PathOf("Spectrino").c_str(), O_RDONLY));
-  Store.SaveSettings("Spectrino", "setup", values);
-  EXPECT_EQ(inode(), before);
-  Store.SaveSetting("Spectrino", "Setup", "Ref", "-69");
-  EXPECT_NE(inode(), before);
-  EXPECT_EQ(OnDisk(), "[Setup]\nRef=-69\nDivisor=1000\n");
-}
+using ::testing::StartsWith;
 
 TEST_F(StoreTest, SeesWhatOthersWriteAndKeepsItInItsOwnWrites) {
   Write("[PAN]\nMD=3\n", "Bexmora");
@@ -60,21 +36,14 @@ TEST_F(StoreTest, SeesWhatOthersWriteAndKeepsItInItsOwnWrites) {
   EXPECT_EQ(OnDisk("Bexmora"), "[PAN]\nMD=7\nFW=500\n");
 }
 
-TEST_F(StoreTest, AFileCountsAsChangedUntilTheFileClockHasMovedOn) {
-  Write("[PAN]\nMD=3\n", "Bexmora");
-  EXPECT_NE(File.Stamp("Bexmora"), File.Stamp("Bexmora"));
-  std::this_thread::sleep_for(std::chrono::milliseconds(40));
-  EXPECT_EQ(File.Stamp("Bexmora"), File.Stamp("Bexmora"));
-}
-
 TEST_F(StoreTest, HoldsTheLastValuesWhileAnotherProgramRewritesItsFile) {
   Write("[PAN]\nMD=3\n", "Bexmora");
   ASSERT_EQ(Store.GetSetting("Bexmora", "PAN", "MD", ""), "3");
   Write("", "Bexmora");
   EXPECT_EQ(Store.GetSetting("Bexmora", "PAN", "MD", ""), "3");
-  Time.Time += std::chrono::milliseconds(49);
+  Time.Advance(std::chrono::milliseconds(49));
   EXPECT_EQ(Store.GetSetting("Bexmora", "PAN", "MD", ""), "3");
-  Time.Time += std::chrono::milliseconds(1);
+  Time.Advance(std::chrono::milliseconds(1));
   EXPECT_EQ(Store.GetSetting("Bexmora", "PAN", "MD", ""), "") << "the program has ended and cleaned up";
 }
 
@@ -133,7 +102,8 @@ TEST_P(ObstacleTest, IsToldOnceAndNothingIsLost) {
   const std::string value(4000, 'x');
   Store.SaveSetting("Spectrino", "Setup", "A", value);
   Store.SaveSetting("Spectrino", "Setup", "B", "2");
-  EXPECT_THAT(Notes.Messages, ElementsAre(AllOf(HasSubstr(folder), HasSubstr(obstacle.reason))));
+  EXPECT_THAT(Notes.Messages,
+              ElementsAre(AllOf(StartsWith("Spectrino|"), HasSubstr(folder), HasSubstr(obstacle.reason))));
   EXPECT_EQ(Store.GetSetting("Spectrino", "Setup", "a", ""), value) << "the session goes on with it";
   EXPECT_EQ(OnDisk(), before);
   obstacle.undo(folder);
@@ -193,6 +163,59 @@ TEST_F(StoreTest, DoesNotWaitForeverForALock) {
   }
   Store.SaveSetting("Spectrino", "Setup", "A", "1");
   EXPECT_EQ(OnDisk(), "[Setup]\nA=1\n");
+}
+
+TEST_F(StoreTest, SavingNeverWaitsForAProgramThatHoldsTheLock) {
+  using std::chrono::steady_clock;
+  Write("[Setup]\nKept=1\n");
+  int ready[2], release[2];
+  ASSERT_EQ(::pipe(ready) + ::pipe(release), 0);
+  const pid_t holder = ::fork();
+  if (holder == 0) {
+    std::string reason;
+    const auto held = posix::Lock(File.PathOf("Spectrino") + ".lock", std::chrono::seconds(1), reason);
+    char byte = 0;
+    if (::write(ready[1], &byte, 1) != 1 || ::read(release[0], &byte, 1) < 0) ::_exit(1);
+    ::_exit(0);
+  }
+  char byte = 0;
+  ASSERT_EQ(::read(ready[0], &byte, 1), 1);
+  Store.WriteInBackground([] {});
+  const auto start = steady_clock::now();
+  for (int n = 0; n < 20; ++n) Store.SaveSetting("Spectrino", "Setup", "A", std::to_string(n));
+  EXPECT_LT(steady_clock::now() - start, std::chrono::milliseconds(50));
+  EXPECT_EQ(Store.GetSetting("Spectrino", "Setup", "A", ""), "19");
+  const std::string unsaved = Store.Finish(std::chrono::milliseconds(300));
+  EXPECT_THAT(unsaved, AllOf(HasSubstr(File.PathOf("Spectrino")), HasSubstr("keeps"),
+                             HasSubstr(std::to_string(holder))));
+  EXPECT_THAT(Notes.Messages, IsEmpty()) << "it may be done soon";
+  ASSERT_EQ(::write(release[1], &byte, 1), 1);
+  ::waitpid(holder, nullptr, 0);
+  EXPECT_EQ(Store.Finish(std::chrono::seconds(5)), "");
+  EXPECT_EQ(OnDisk(), "[Setup]\nKept=1\nA=19\n");
+}
+
+TEST(SettingsInBackground, KeepWhatFailedAndWriteTheNewest) {
+  MemorySettingsFile file;
+  RecordingNotifier notes;
+  SettingsStore store(file, notes);
+  store.WriteInBackground([] {});
+  file.WritesFail = true;
+  store.SaveSetting("Spectrino", "Setup", "A", "1");
+  store.SaveSetting("Spectrino", "Setup", "B", "1");
+  EXPECT_THAT(store.Finish(std::chrono::milliseconds(20)), HasSubstr("Spectrino.ini"));
+  store.SaveSetting("Spectrino", "Setup", "A", "2");
+  file.WritesFail = false;
+  EXPECT_EQ(store.Finish(std::chrono::seconds(5)), "");
+  EXPECT_EQ(file.Files["Spectrino"], "[Setup]\nA=2\nB=1\n");
+  EXPECT_THAT(notes.Messages, SizeIs(1));
+}
+
+TEST_F(StoreTest, AFileThatIsGoodAgainIsNotSetAside) {
+  Write("[Setup]\nRef=-66\n");
+  const auto never = [](const std::string& text) { return text.empty(); };
+  EXPECT_EQ(File.SetAside("Spectrino", never).State, AsideState::GoodNow);
+  EXPECT_EQ(OnDisk(), "[Setup]\nRef=-66\n");
 }
 
 TEST_F(StoreTest, WritesThroughASymbolicLinkAndKeepsTheAccessRights) {

@@ -9,10 +9,10 @@
 #include <fstream>
 #include <sstream>
 #include <string>
-#include <vector>
 
-#include "platform/Notifier.h"
-#include "platform/posix/PosixSettingsFile.h"
+#include "adapters/posix/PosixSettingsFile.h"
+#include "fakes/FakeClock.h"
+#include "fakes/Recorders.h"
 #include "settings/SettingsStore.h"
 
 namespace spectrino::test {
@@ -41,31 +41,11 @@ class TemporaryFolder {
   std::string path_ = std::filesystem::temp_directory_path().string() + "/spectrino-test-XXXXXX";
 };
 
-class RecordingNotifier final : public Notifier {
- public:
-  void ShowMessage(std::string_view title, std::string_view text, Severity) override {
-    EXPECT_EQ(title, "Spectrino");
-    Messages.emplace_back(text);
-  }
-  void ShowStatus(std::string_view) override {}
-  void Log(LogArea area, std::string_view text) override {
-    EXPECT_EQ(area, LogArea::Settings);
-    Logged.emplace_back(text);
-  }
-  std::vector<std::string> Messages, Logged;
-};
-
-struct HandClock final : Clock {
-  [[nodiscard]] std::chrono::steady_clock::time_point Now() const override { return Time; }
-  [[nodiscard]] std::chrono::system_clock::time_point UtcNow() const override { return {}; }
-  std::chrono::steady_clock::time_point Time{};
-};
-
 /// A store on a folder of its own that ends with the test.
 struct StoreTest : ::testing::Test {
   TemporaryFolder Folder;
   RecordingNotifier Notes;
-  HandClock Time;
+  FakeClock Time;
   PosixSettingsFile File{Folder.Path("spectrino"), std::chrono::milliseconds(50)};
   SettingsStore Store{File, Notes, Time};
 

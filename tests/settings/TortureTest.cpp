@@ -12,7 +12,6 @@ namespace spectrino {
 namespace {
 
 using namespace std::chrono_literals;
-using test::RecordingNotifier;
 using test::TemporaryFolder;
 
 /// Runs work in a process of its own, which ends with it.
@@ -90,6 +89,45 @@ TEST(Torture, FourWritersAtOnceLoseNoKey) {
       found += store.GetSetting("Spectrino", "Setup", "W" + std::to_string(writer) + "N" + std::to_string(n),
                                 "0") == "1";
   EXPECT_EQ(found, kWriters * kKeys);
+}
+
+// A shell script or an editor knows nothing of the lock: it truncates the file and writes it again.
+TEST(Torture, AProgramThatRewritesTheFileInPlaceKeepsItsKeys) {
+  constexpr int kTrials = 12;
+  const TemporaryFolder folder;
+  std::string text = "[Setup]\n";
+  for (int n = 0; n < 50; ++n) text += "Other" + std::to_string(n) + "=1\n";
+  std::mt19937 random(1);
+  int lost = 0;
+  for (int trial = 0; trial < kTrials; ++trial) {
+    const std::string name = "s/Spectrino.ini";
+    std::filesystem::create_directory(folder.Path("s"));
+    folder.Put(name, text);
+    PosixSettingsFile file(folder.Path("s"), 5s);
+    RecordingNotifier notes;
+    SettingsStore store(file, notes);
+    EXPECT_EQ(store.GetSetting("Spectrino", "Setup", "Other49", ""), "1");
+    const auto pause = std::chrono::microseconds(std::uniform_int_distribution(0, 20000)(random));
+    std::this_thread::sleep_for(30ms);
+    const pid_t script = Fork([&] {
+      std::ofstream out(folder.Path(name), std::ios::binary | std::ios::trunc);
+      for (std::size_t at = 0; at < text.size(); at += 100) {
+        std::this_thread::sleep_for(2ms);
+        out << text.substr(at, 100) << std::flush;
+      }
+    });
+    std::this_thread::sleep_for(pause);
+    store.SaveSetting("Spectrino", "Setup", "Ours", std::to_string(trial));
+    ::waitpid(script, nullptr, 0);
+    std::string reason;
+    const std::string after = file.Read("Spectrino", reason).value_or("");
+    for (int n = 0; n < 50; ++n)
+      if (after.find("Other" + std::to_string(n) + "=1\n") == std::string::npos) {
+        ++lost;
+        break;
+      }
+  }
+  EXPECT_EQ(lost, 0) << "of " << kTrials;
 }
 
 }  // namespace

@@ -11,25 +11,6 @@
 namespace spectrino {
 namespace {
 
-TEST(K4Radio, SetsAnswersStepsAndReports) {
-  K4Radio radio(true);
-  std::string reports;
-  radio.Changed = [&](const std::string& reply) { reports += reply; };
-  const auto ask = [&](std::initializer_list<std::string_view> commands) {
-    std::string answers;
-    for (const std::string_view command : commands) answers += radio.Answer(command, 1);
-    return answers;
-  };
-  EXPECT_EQ(ask({"FA", "FA00007010000", "FA"}), "FA00014074000;FA00007010000;");
-  EXPECT_EQ(ask({"GT/", "GT", "RA21", "RA", "RA$"}), "GT0;RA21;RA$00;");
-  EXPECT_EQ(ask({"AB0", "FB", "MD$3", "MD$", "MD"}), "FB00007010000;MD$3;MD2;");
-  EXPECT_EQ(ask({"IF"}).size(), 38U);
-  EXPECT_EQ(ask({"ME0005", "ME0102.1", "ME0102"}), "ME0005.0001;ME0102.0001;");
-  EXPECT_EQ(ask({"FAxyz", "QQ", "MD99", "MD"}), "?;?;?;MD2;");
-  radio.TurnVfoA(10);
-  EXPECT_EQ(reports, "FA00007010000;GT0;RA21;FB00007010000;MD$3;IS$ 0060;BW$0050;ME0102.0001;FA00007010010;");
-}
-
 TEST(K4Radio, ItsFramesShowItsBandWhereItIs) {
   K4Radio radio(true);
   K4State state;

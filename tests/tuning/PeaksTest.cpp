@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <random>
 
 #include "tuning/Peaks.h"
 
@@ -42,6 +43,11 @@ TEST(Peaks, SpotPutsTheStrongestSignalWhereItBelongs) {
       {mode::kLsb, {-2800, -200}, 14.022, 14.0215},  // into the middle
       {mode::kCw, {-250, 250}, 14.05, 14.050025},    // between two points
       {mode::kCw, {-20, 20}, 14.02003, 14.02},       // a filter narrower than a point
+      {mode::kUsb, {200, 2800}, 14.0195, 14.0185},   // not the stronger one beside it
+      {mode::kUsb, {200, 2800}, 14.026, 14.0225},    // within one passband beside
+      {mode::kUsb, {200, 2800}, 14.03, 0},           // farther away
+      {mode::kCw, {-250, 250}, 14.06, 0},            // 5 dB above the floor
+      {mode::kCw, {-250, 250}, 14.07, 14.07},        // 7 dB above it
       {mode::kUsb, {200, 2800}, 0, 0},
       {mode::kUsb, {200, 2800}, 13.9, 0},
       {mode::kUsb, {kNan, 0}, 14.02, 0},
@@ -51,9 +57,35 @@ TEST(Peaks, SpotPutsTheStrongestSignalWhereItBelongs) {
     Put(line, 200, -80);
     Put(line, 240, -60);
     Put(line, 500, -80, 6);
+    Put(line, 600, -115);
+    Put(line, 700, -113);
     for (const auto& [mode, filter, dialMHz, spotMHz] : spots)
       EXPECT_NEAR(SpotFrequency(line, filter, dialMHz, mode).value_or(0), spotMHz, 1e-9) << dialMHz;
   }
+}
+
+TEST(Peaks, SpotStaysWhereThereIsOnlyNoise) {
+  std::minstd_rand random(3);
+  std::exponential_distribution<double> power(1);
+  const auto noise = [&](int averaged) {
+    SpectrumLine line = Band(0);
+    for (float& level : line.Levels) {
+      double sum = 0;
+      for (int i = 0; i < averaged; ++i) sum += 10 * std::log10(power(random) + 1e-12);
+      level = static_cast<float>(-120 + sum / averaged);
+    }
+    return line;
+  };
+  int jumps = 0;
+  for (int trial = 0; trial < 200; ++trial) {
+    for (const int averaged : {1, 4, 10}) {
+      SpectrumLine line = noise(averaged);
+      jumps += SpotFrequency(line, {200, 2800}, 14.05, mode::kUsb) ? 1 : 0;
+      Put(line, 515, -105);
+      EXPECT_NEAR(SpotFrequency(line, {200, 2800}, 14.05, mode::kUsb).value_or(0), 14.05, 1e-4);
+    }
+  }
+  EXPECT_LE(jumps, 3) << "of 600";
 }
 
 std::vector<double> Walk(const SpectrumLine& line, double fromMHz, int direction) {

@@ -21,8 +21,7 @@ class Tuning : public testing::Test, public TuningWindow {
     Radio.SubFreqMHz = 14.3;
     Radio.RadioMode = mode::kUsb;
     Radio.SubRadioMode = mode::kCw;
-    Radio.K4Active = true;
-    Settings.Control = CatControl::RadioDirect;
+    Radio.OwnSpectrum = true;
     Settings.StepHz = {10, 25, 100, 5};
   }
   void ToggleFullScreen() override { Note("full screen"); }
@@ -48,19 +47,21 @@ class Tuning : public testing::Test, public TuningWindow {
   bool HasRig = true;
   bool Running = true;
   int Restarts = 0;
+  RadioTraits Traits;
   Tuner Tune{{Radio, Settings, Time, *this, [this] { return HasRig ? &Rig : nullptr; },
-              [this] { return Running; }, [this] { return Settings.Control; }}};
+              [this] { return Traits; }, [this] { return Traits.OwnSpan ? &Rig : nullptr; },
+              [this] { return Running; }}};
 };
 
 TEST_F(Tuning, ClicksTuneTheirVfoAndUndoGoesBack) {
   Tune.Scope_MouseDown(ClickButton::Left, 14.25, false);
   EXPECT_EQ(Restarts, 1);
-  EXPECT_THAT(Asked(), ElementsAre("A 14.250000"));
+  EXPECT_THAT(Asked(), ElementsAre("A 14.250000 signal"));
   Tune.cmdUndo_Click();
   EXPECT_THAT(Asked(), ElementsAre("A 14.200300"));
   Tune.Scope_MouseDown(ClickButton::Right, 14.26, false);
   Tune.cmdUndo_Click();
-  EXPECT_THAT(Asked(), ElementsAre("B 14.260000", "B 14.300000"));
+  EXPECT_THAT(Asked(), ElementsAre("B 14.260000 signal", "B 14.300000"));
   EXPECT_EQ(Tune.WheelVfo(), Vfo::A) << "a click chooses the wheel's VFO for some back-ends only";
   Tune.EnterFrequency(Vfo::B, 7.1);
   Tune.EnterFrequency(Vfo::A, 0);
@@ -68,16 +69,11 @@ TEST_F(Tuning, ClicksTuneTheirVfoAndUndoGoesBack) {
   Tune.cmdUpDn_Click(0, 14.2);
   Tune.cmdUpDn_Click(1, 14.2);
   EXPECT_THAT(Asked(), ElementsAre("step 1 from 14.200000", "step -1 from 14.200000"));
-}
-
-TEST_F(Tuning, AClickAlsoChoosesTheWheelsVfoForTheHostsLinks) {
-  for (const auto control : {CatControl::HostK3If, CatControl::KetrelFixedLo}) {
-    Settings.Control = control;
-    Tune.Scope_MouseDown(ClickButton::Right, 14.26, false);
-    EXPECT_EQ(Tune.WheelVfo(), Vfo::B);
-    Tune.Scope_MouseDown(ClickButton::Left, 14.26, false);
-    EXPECT_EQ(Tune.WheelVfo(), Vfo::A);
-  }
+  Traits.ClickChoosesWheel = true;
+  Tune.Scope_MouseDown(ClickButton::Right, 14.26, false);
+  EXPECT_EQ(Tune.WheelVfo(), Vfo::B);
+  Tune.Scope_MouseDown(ClickButton::Left, 14.26, false);
+  EXPECT_EQ(Tune.WheelVfo(), Vfo::A);
 }
 
 TEST_F(Tuning, OutsideThePlotOnlyTheRightEdgeMeansSomething) {
@@ -102,40 +98,64 @@ TEST_F(Tuning, OverAPassbandButtonsAndWheelChangeTheFilter) {
   EXPECT_EQ(Restarts, 0);
 }
 
-struct NotchCase {
-  int Mode;
-  double FromMHz;
-  int Direction;
-  bool Fast, Reverse, Tenfold;
-  const char* Sent;
-  double Kept;
-};
-class Notch : public Tuning, public testing::WithParamInterface<NotchCase> {};
-TEST_P(Notch, StepsByTheModeAndSnaps) {
-  const NotchCase& c = GetParam();
-  Radio.RadioMode = c.Mode;
-  Radio.MainFreqMHz = c.FromMHz;
-  Settings.WheelInverted = c.Reverse;
-  Tune.KeyPress(c.Fast ? 'f' : 's');
-  Tune.WheelStep(c.Direction, c.Tenfold);
-  const auto asked = Asked();
-  EXPECT_EQ(asked.empty() ? "" : asked.front(), c.Sent);
-  EXPECT_NEAR(Radio.MainFreqMHz, c.Kept, 1e-9);
+TEST_F(Tuning, ADraggedPassbandFollowsThePointerAtThePaceOfTheRadio) {
+  const struct {
+    PassbandGrip Grip;
+    Vfo Receiver;
+    int Mode;
+    std::vector<std::string> Asked;
+  } drags[] = {
+      {PassbandGrip::Middle, Vfo::A, mode::kUsb, {"shift A 20", "shift A 100"}},
+      {PassbandGrip::Middle, Vfo::B, mode::kLsb, {"shift B -20", "shift B -100"}},
+      {PassbandGrip::Middle, Vfo::A, mode::kCwReverse, {"shift A -20", "shift A -100"}},
+      {PassbandGrip::LowEdge, Vfo::A, mode::kLsb, {"bandwidth A -10", "bandwidth A -30", "bandwidth A -210"}},
+      {PassbandGrip::HighEdge, Vfo::B, mode::kUsb, {"bandwidth B 10", "bandwidth B 30", "bandwidth B 210"}},
+  };
+  for (const auto& drag : drags) {
+    Radio.RadioMode = Radio.SubRadioMode = drag.Mode;
+    Tune.GripPassband(drag.Grip, drag.Receiver);
+    for (const double hertz : {4.0, 21.0, -60.0, 80.0, 124.0}) {
+      Tune.DragPassband(hertz);
+      if (hertz == 4.0) Time.Advance(1s);
+    }
+    Tune.LetPassbandGo();
+    EXPECT_EQ(Asked(), drag.Asked);
+    Tune.DragPassband(500);
+    EXPECT_THAT(Asked(), IsEmpty()) << "let go";
+  }
 }
-INSTANTIATE_TEST_SUITE_P(
-    Cases, Notch,
-    testing::Values(NotchCase{mode::kUsb, 14.2003, 1, false, false, false, "A 14.200325", 14.200325},
-                    NotchCase{mode::kAm, 14.20033, 1, false, false, false, "A 14.200400", 14.20043},
-                    NotchCase{11, 14.2, -1, false, false, false, "A 14.199900", 14.1999},
-                    NotchCase{mode::kCwReverse, 14.2, 1, false, true, false, "A 14.199990", 14.19999},
-                    NotchCase{mode::kDataReverse, 14.2, 1, true, false, false, "A 14.200050", 14.20005},
-                    NotchCase{mode::kData, 14.2, 1, true, false, true, "A 14.200050", 14.20005},
-                    NotchCase{mode::kData, 14.2, 1, false, false, true, "A 14.200050", 14.20005},
-                    NotchCase{mode::kUnknown, 14.2, 1, false, false, false, "", 14.2},
-                    NotchCase{8, 14.2, 1, false, false, false, "", 14.2},
-                    NotchCase{mode::kUsb, 0, 1, false, false, false, "", 0},
-                    NotchCase{mode::kUsb, 0.00001, -1, false, false, false, "", 0.00001},
-                    NotchCase{mode::kUsb, 999999.99999, 1, true, false, false, "", 999999.99999}));
+
+TEST_F(Tuning, ANotchStepsByTheModeAndSnaps) {
+  const struct {
+    int Mode;
+    double FromMHz;
+    int Direction;
+    bool Fast, Reverse, Tenfold;
+    const char* Sent;
+    double Kept;
+  } cases[] = {{mode::kUsb, 14.2003, 1, false, false, false, "A 14.200325", 14.200325},
+               {mode::kAm, 14.20033, 1, false, false, false, "A 14.200400", 14.20043},
+               {11, 14.2, -1, false, false, false, "A 14.199900", 14.1999},
+               {mode::kCwReverse, 14.2, 1, false, true, false, "A 14.199990", 14.19999},
+               {mode::kDataReverse, 14.2, 1, true, false, false, "A 14.200050", 14.20005},
+               {mode::kData, 14.2, 1, true, false, true, "A 14.200050", 14.20005},
+               {mode::kData, 14.2, 1, false, false, true, "A 14.200050", 14.20005},
+               {mode::kUnknown, 14.2, 1, false, false, false, "", 14.2},
+               {8, 14.2, 1, false, false, false, "", 14.2},
+               {mode::kUsb, 0, 1, false, false, false, "", 0},
+               {mode::kUsb, 0.00001, -1, false, false, false, "", 0.00001},
+               {mode::kUsb, 999999.99999, 1, true, false, false, "", 999999.99999}};
+  for (const auto& c : cases) {
+    Radio.RadioMode = c.Mode;
+    Radio.MainFreqMHz = c.FromMHz;
+    Settings.WheelInverted = c.Reverse;
+    Tune.KeyPress(c.Fast ? 'f' : 's');
+    Tune.WheelStep(c.Direction, c.Tenfold);
+    const auto asked = Asked();
+    EXPECT_EQ(asked.empty() ? "" : asked.front(), c.Sent);
+    EXPECT_NEAR(Radio.MainFreqMHz, c.Kept, 1e-9);
+  }
+}
 
 TEST_F(Tuning, NothingMovesWithoutARunARadioOrAStep) {
   const auto everything = [this] {
@@ -197,7 +217,7 @@ TEST_F(Tuning, ChangingTheVfoSendsWhatWaited) {
   Tune.KeyPress('b');
   Tune.WheelStep(1, false);
   EXPECT_THAT(Asked(), ElementsAre("A 14.200325", "A 14.200350", "B 14.300010"));
-  Rig.VfoB = false;
+  Traits.HasVfoB = false;
   Tune.WheelStep(1, false);
   EXPECT_THAT(Asked(), ElementsAre("A 14.200375")) << "a radio without a VFO B turns A";
   Time.Advance(1s);
@@ -212,7 +232,7 @@ TEST_F(Tuning, AClickOnOneVfoLeavesTheOthersLastNotchOnTheWay) {
   Tune.WheelStep(1, false);
   Tune.WheelStep(1, false);
   Tune.Scope_MouseDown(ClickButton::Left, 14.25, false);
-  EXPECT_THAT(Asked(), ElementsAre("B 14.300010", "B 14.300020", "A 14.250000"));
+  EXPECT_THAT(Asked(), ElementsAre("B 14.300010", "B 14.300020", "A 14.250000 signal"));
   Tune.KeyPress('a');
   Tune.WheelStep(1, false);
   Tune.Retuning();
@@ -235,11 +255,11 @@ TEST_F(Tuning, ATouchpadsFineMovementsAddUpToNotches) {
 }
 
 TEST_F(Tuning, KeysDoWhatTheTableSays) {
-  Rig.OwnSpan = true;
+  Traits.OwnSpan = true;
   for (const char key : {'+', '-', '\x1b', 'p', 'P', 'z'}) EXPECT_TRUE(Tune.KeyPress(key)) << key;
   EXPECT_THAT(Asked(), ElementsAre("span 1", "span -1", "full screen", "spot", "spot"));
-  Rig.OwnSpan = false;
-  Radio.K4Active = false;
+  Traits.OwnSpan = false;
+  Radio.OwnSpectrum = false;
   for (const char key : {'+', '-', 'z'}) EXPECT_TRUE(Tune.KeyPress(key)) << key;
   EXPECT_THAT(Asked(), ElementsAre("zoom 1", "zoom -1", "1X"));
   Tune.KeyPress('B');

@@ -2,6 +2,8 @@
 
 #include <QVBoxLayout>
 
+#include "controls/Controls.h"
+
 namespace spectrino {
 namespace {
 
@@ -43,13 +45,11 @@ BandModePanel::BandModePanel(QWidget* parent) : QWidget(parent) {
 }
 
 QPushButton* BandModePanel::AddButton(const QString& name, QHBoxLayout* row) {
-  auto* button = new QPushButton(this);
-  button->setObjectName(name);
-  button->setMinimumWidth(8);
-  button->setCheckable(true);
+  QPushButton* button = MakeToggle(name, {}, {}, this);
+  button->setMinimumWidth(kNarrowest);
   // Pressed is what the radio is on; a click only asks for it.
   connect(button, &QPushButton::clicked, button, [button](bool on) { button->setChecked(!on); });
-  row->addWidget(button, 1);
+  row->addWidget(button, kButtonStretch);
   return button;
 }
 

@@ -15,6 +15,9 @@ namespace spectrino {
 class BandModePanel final : public QWidget {
   Q_OBJECT
  public:
+  /// Of each of its buttons in its row.
+  static constexpr int kButtonStretch = 4;
+
   explicit BandModePanel(QWidget* parent = nullptr);
 
   /// Captions, tool tips and which mode buttons there are.

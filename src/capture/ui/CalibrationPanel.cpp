@@ -3,6 +3,8 @@
 #include <QHBoxLayout>
 #include <QSignalBlocker>
 
+#include "controls/Controls.h"
+
 namespace spectrino {
 namespace {
 
@@ -25,13 +27,8 @@ CalibrationPanel::CalibrationPanel(QWidget* parent) : QWidget(parent) {
   QSlider** const sliders[] = {&sldAmplitude_, &sldPhase_, &slddbm_};
   QLabel** const labels[] = {&lbliQ1_, &lbliQ0_, &lbldbm_};
   for (std::size_t i = 0; i < std::size(kRows); ++i) {
-    auto* caption = new QLabel(kRows[i].caption, this);
-    caption->setProperty("role", "tag");
-    auto* slider = new QSlider(Qt::Horizontal, this);
-    slider->setObjectName(kRows[i].slider);
-    slider->setRange(-kRows[i].limit, kRows[i].limit);
-    slider->setToolTip(kRows[i].caption);
-    slider->setAccessibleName(kRows[i].caption);
+    QLabel* caption = MakeLabel(kRows[i].caption, "tag", this);
+    QSlider* slider = MakeSlider(kRows[i].slider, -kRows[i].limit, kRows[i].limit, kRows[i].caption, this);
     caption->setBuddy(slider);
     auto* value = new QLabel(this);
     value->setObjectName(kRows[i].label);

@@ -3,6 +3,8 @@
 #include <QResizeEvent>
 #include <QSignalBlocker>
 
+#include "controls/Controls.h"
+
 namespace spectrino {
 namespace {
 
@@ -14,6 +16,7 @@ constexpr Control kFunctions[] = {{"pre", "Preamplifier"},   {"nb", "Noise blank
                                   {"nr", "Noise reduction"}, {"anf", "Automatic notch filter"},
                                   {"att", "Attenuator"},     {"ip+", "IP plus: wider dynamic range"}};
 constexpr int kOneRowWidth = 1000;
+constexpr int kSliderWidth = 30;  // at least
 constexpr const char* kSpans[] = {"2.5", "5 ", "10", "25", "50", "100", "250", "500", "1000", "2500"};
 
 /// Moves a slider for the parser.
@@ -68,10 +71,8 @@ void IcomPanel::AddSpan() {
   // Clicked, not toggled: the scope's lines write this box many times a second.
   connect(chkFIX_, &QPushButton::clicked, this, &IcomPanel::chkFIX_Click);
   cboSpan_ = new QComboBox(this);
-  cboSpan_->setObjectName("cboSpan");
+  Describe(*cboSpan_, "cboSpan", tr("Half span of the scope, kHz"));
   for (const char* span : kSpans) cboSpan_->addItem(span);
-  cboSpan_->setToolTip(tr("Half span of the scope, kHz"));
-  cboSpan_->setAccessibleName(cboSpan_->toolTip());
   connect(cboSpan_, &QComboBox::activated, this, &IcomPanel::cboSpan_Click);
   lblSpan_ = new QLabel(this);
   lblSpan_->setObjectName("lblSpan");
@@ -83,27 +84,18 @@ void IcomPanel::AddSpan() {
 
 QPushButton* IcomPanel::AddButton(QHBoxLayout* row, const QString& name, const QString& caption,
                                   const QString& toolTip, bool check) {
-  auto* button = new QPushButton(caption, this);
-  button->setObjectName(name);
-  button->setToolTip(toolTip);
-  button->setAccessibleName(toolTip);
-  button->setMinimumWidth(8);
-  button->setCheckable(check);
+  QPushButton* button =
+      check ? MakeToggle(name, caption, toolTip, this) : MakeButton(name, caption, toolTip, this);
+  button->setMinimumWidth(kNarrowest);
   row->addWidget(button, 1);
   return button;
 }
 
 QSlider* IcomPanel::AddSlider(const QString& name, const QString& caption, const QString& toolTip, int low,
                               int high) {
-  auto* label = new QLabel(caption, this);
-  label->setProperty("role", "caption");
-  levels_->addWidget(label);
-  auto* slider = new QSlider(Qt::Horizontal, this);
-  slider->setObjectName(name);
-  slider->setRange(low, high);
-  slider->setMinimumWidth(30);
-  slider->setToolTip(toolTip);
-  slider->setAccessibleName(toolTip);
+  levels_->addWidget(MakeLabel(caption, "caption", this));
+  QSlider* slider = MakeSlider(name, low, high, toolTip, this);
+  slider->setMinimumWidth(kSliderWidth);
   levels_->addWidget(slider, 2);
   return slider;
 }

@@ -5,21 +5,13 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "controls/Controls.h"
+
 namespace spectrino {
 namespace {
 
 QString Text(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-QPushButton* MakeButton(const char* name, const QString& caption, const QString& toolTip, QWidget* parent) {
-  auto* button = new QPushButton(caption, parent);
-  button->setObjectName(name);
-  button->setToolTip(toolTip);
-  button->setAccessibleName(toolTip);
-  // Enter in a list must not press one of them.
-  button->setAutoDefault(false);
-  return button;
 }
 
 }  // namespace
@@ -32,9 +24,7 @@ frmICOMScan::frmICOMScan(const ScanChoice& stored, QWidget* parent) : QDialog(pa
   rows->addLayout(form);
   const auto addList = [&](const char* name, const QString& label, const QString& toolTip) {
     auto* list = new QComboBox(this);
-    list->setObjectName(name);
-    list->setToolTip(toolTip);
-    list->setAccessibleName(toolTip);
+    Describe(*list, name, toolTip);
     form->addRow(label, list);
     return list;
   };
@@ -52,10 +42,10 @@ frmICOMScan::frmICOMScan(const ScanChoice& stored, QWidget* parent) : QDialog(pa
 
   auto* buttons = new QHBoxLayout;
   rows->addLayout(buttons);
-  auto* chkScan = MakeButton("chkScan", "SCAN", tr("Starts and stops the scan"), this);
+  QPushButton* chkScan = MakeDialogButton("chkScan", "SCAN", tr("Starts and stops the scan"), this);
   chkScan->setCheckable(true);
   connect(chkScan, &QPushButton::toggled, this, &frmICOMScan::chkScan_Click);
-  auto* cmdExit = MakeButton("cmdExit", tr("E&xit"), tr("Closes; a scan goes on"), this);
+  QPushButton* cmdExit = MakeDialogButton("cmdExit", tr("E&xit"), tr("Closes; a scan goes on"), this);
   connect(cmdExit, &QPushButton::clicked, this, &QDialog::accept);
   buttons->addWidget(chkScan);
   buttons->addStretch(1);

@@ -1,10 +1,12 @@
 #include "display/ui/HeaderPanel.h"
 
-#include <QHBoxLayout>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QResizeEvent>
 #include <QSignalBlocker>
+#include <initializer_list>
+
+#include "controls/Controls.h"
 
 namespace spectrino {
 namespace {
@@ -12,22 +14,30 @@ namespace {
 constexpr int kSmallWidth = 900;
 constexpr int kLeastDevicesWidth = 100;  // gives way before anything else does
 constexpr int kMeterHeight = 28;
+constexpr int kMeterWidth = 190;
+constexpr int kSmallMeterWidth = 96;
+constexpr int kLeastMeterWidth = 56;
 
-QPushButton* MakeButton(const char* name, const QString& text, const QString& toolTip, QWidget* parent) {
-  auto* button = new QPushButton(text, parent);
-  button->setObjectName(name);
-  button->setToolTip(toolTip);
-  button->setAccessibleName(toolTip);
+/// As wide as its caption.
+QPushButton* MakeFixed(const char* name, const QString& caption, const QString& toolTip, QWidget* parent) {
+  QPushButton* button = MakeButton(name, caption, toolTip, parent);
   button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   return button;
 }
 
-QLabel* MakeLabel(const char* name, const char* role, const QString& accessible, QWidget* parent) {
-  auto* label = new QLabel(parent);
+QLabel* MakeReading(const char* name, const char* role, const QString& accessible, QWidget* parent) {
+  QLabel* label = MakeLabel({}, role, parent);
   label->setObjectName(name);
-  label->setProperty("role", role);
   label->setAccessibleName(accessible);
   label->setTextFormat(Qt::PlainText);
+  return label;
+}
+
+QLabel* MakeMeterReading(QWidget* parent) {
+  QLabel* label = MakeReading("lblSMeter", "meter", HeaderPanel::tr("Signal level"), parent);
+  label->ensurePolished();
+  // Of fixed size: the reading changes every frame, and the row is not laid out again for it.
+  label->setFixedSize(label->fontMetrics().horizontalAdvance("S9+60") * 3 / 2, kMeterHeight);
   return label;
 }
 
@@ -36,65 +46,73 @@ QLabel* MakeLabel(const char* name, const char* role, const QString& accessible,
 HeaderPanel::HeaderPanel(QWidget* parent) : QWidget(parent) {
   setObjectName("HeaderPanel");
   setFixedHeight(36);
-  startButton_ = MakeButton("StartButton", QString::fromUtf8("\u25B6 Start"), tr("Start"), this);
-  stopButton_ = MakeButton("StopButton", QString::fromUtf8("\u25A0 Stop"), tr("Stop"), this);
-  devicesBox_ = new DevicesBox(this);
-  devicesBox_->setObjectName("DevicesBox");
-  devicesBox_->setToolTip(tr("Device selection"));
-  devicesBox_->setAccessibleName(tr("Device selection"));
-  devicesBox_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  devicesBox_->setMinimumContentsLength(22);
-  devicesBox_->setMinimumWidth(kLeastDevicesWidth);
-  lblA_ = MakeLabel("lblA", "tag", {}, this);
-  lblA_->setText("A");
-  lblFreqA_ = MakeLabel("lblFreqA", "frequency", tr("Frequency of VFO A"), this);
-  lblFreqA_->setTextFormat(Qt::RichText);
-  lblMode_ = MakeLabel("lblMode", "badge", tr("Mode"), this);
-  lblB_ = MakeLabel("lblB", "tag", {}, this);
-  lblB_->setText("B");
-  lblFreqB_ = MakeLabel("lblFreqB", "frequencyB", tr("Frequency of VFO B"), this);
-  lblSplit_ = MakeLabel("lblSplit", "split", tr("Split"), this);
-  lblSplit_->hide();
-  bar_ = new SMeterBar(this);
-  lblSMeter_ = MakeLabel("lblSMeter", "meter", tr("Signal level"), this);
-  lblSMeter_->ensurePolished();
-  // Of fixed size: the reading changes every frame, and the row is not laid out again for it.
-  lblSMeter_->setFixedSize(lblSMeter_->fontMetrics().horizontalAdvance("S9+60") * 3 / 2, kMeterHeight);
-  auto* cmdSetup = MakeButton("cmdSetup", tr("Setup"), tr("Setup"), this);
-  auto* cmdHelp = MakeButton("cmdHelp", tr("?"), tr("Help"), this);
-  chkTop_ = MakeButton("chkTop", QString::fromUtf8("\u25B2"), tr("Always on top"), this);
-  chkTop_->setCheckable(true);
-  cmdFullScreen_ = MakeButton("cmdFullScreen", QString::fromUtf8("\u21F2"), tr("Full screen"), this);
-  cmdFullScreen_->setCheckable(true);
-
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(8, 4, 8, 4);
   row->setSpacing(8);
-  for (QWidget* widget : std::initializer_list<QWidget*>{startButton_, stopButton_, devicesBox_, lblA_,
-                                                         lblFreqA_, lblMode_, lblB_, lblFreqB_, lblSplit_}) {
-    row->addWidget(widget, 0, Qt::AlignVCenter);
-  }
+  AddRun(*row);
+  AddFrequencies(*row);
   row->addStretch(1);
-  for (QWidget* widget :
-       std::initializer_list<QWidget*>{bar_, lblSMeter_, cmdSetup, cmdHelp, chkTop_, cmdFullScreen_}) {
-    row->addWidget(widget);
-  }
+  bar_ = new SMeterBar(this);
+  row->addWidget(bar_);
+  lblSMeter_ = MakeMeterReading(this);
+  row->addWidget(lblSMeter_);
+  AddWindowButtons(*row);
+  // Made last: it lies over the other parts of the line.
   txtFrequency_ = new FrequencyEntry(this);
   txtFrequency_->setObjectName("txtFrequency");
   connect(txtFrequency_, &FrequencyEntry::Entered, this,
           [this](const QString& text) { emit FrequencyTyped(entryVfo_, text); });
-  for (QLabel* label : {lblFreqA_, lblFreqB_}) {
-    label->setToolTip(tr("Click to type a frequency"));
-    label->setCursor(Qt::IBeamCursor);
-  }
   ShowRunning(false, false);
   ShowFrequency("---------", {});
   ShowSubFrequency({});
+}
 
+void HeaderPanel::AddRun(QHBoxLayout& row) {
+  startButton_ = MakeFixed("StartButton", QString::fromUtf8("\u25B6 Start"), tr("Start"), this);
+  stopButton_ = MakeFixed("StopButton", QString::fromUtf8("\u25A0 Stop"), tr("Stop"), this);
+  devicesBox_ = new DevicesBox(this);
+  Describe(*devicesBox_, "DevicesBox", tr("Device selection"));
+  devicesBox_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  devicesBox_->setMinimumContentsLength(22);
+  devicesBox_->setMinimumWidth(kLeastDevicesWidth);
+  for (QWidget* widget : std::initializer_list<QWidget*>{startButton_, stopButton_, devicesBox_})
+    row.addWidget(widget, 0, Qt::AlignVCenter);
   connect(startButton_, &QAbstractButton::clicked, this, &HeaderPanel::StartButton_Click);
   connect(stopButton_, &QAbstractButton::clicked, this, &HeaderPanel::StopButton_Click);
   connect(devicesBox_, &QComboBox::activated, this, &HeaderPanel::DevicesBox_Click);
   connect(devicesBox_, &DevicesBox::AboutToShow, this, &HeaderPanel::DevicesWanted);
+}
+
+void HeaderPanel::AddFrequencies(QHBoxLayout& row) {
+  lblA_ = MakeReading("lblA", "tag", {}, this);
+  lblA_->setText("A");
+  lblFreqA_ = MakeReading("lblFreqA", "frequency", tr("Frequency of VFO A"), this);
+  lblFreqA_->setTextFormat(Qt::RichText);
+  lblFreqA_->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Preferred);  // rich text gives way otherwise
+  lblMode_ = MakeReading("lblMode", "badge", tr("Mode"), this);
+  lblB_ = MakeReading("lblB", "tag", {}, this);
+  lblB_->setText("B");
+  lblFreqB_ = MakeReading("lblFreqB", "frequencyB", tr("Frequency of VFO B"), this);
+  lblSplit_ = MakeReading("lblSplit", "split", tr("Split"), this);
+  lblSplit_->hide();
+  for (QLabel* label : {lblA_, lblFreqA_, lblMode_, lblB_, lblFreqB_, lblSplit_})
+    row.addWidget(label, 0, Qt::AlignVCenter);
+  for (QLabel* label : {lblFreqA_, lblFreqB_}) {
+    label->setToolTip(tr("Click to type a frequency"));
+    label->setCursor(Qt::IBeamCursor);
+  }
+}
+
+void HeaderPanel::AddWindowButtons(QHBoxLayout& row) {
+  QPushButton* cmdSetup = MakeFixed("cmdSetup", tr("Setup"), tr("Setup"), this);
+  QPushButton* cmdHelp = MakeFixed("cmdHelp", tr("?"), tr("Help"), this);
+  chkTop_ = MakeFixed("chkTop", QString::fromUtf8("\u25B2"), tr("Always on top"), this);
+  cmdFullScreen_ = MakeFixed("cmdFullScreen", QString::fromUtf8("\u21F2"), tr("Full screen"), this);
+  for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{chkTop_, cmdFullScreen_})
+    button->setCheckable(true);
+  for (QAbstractButton* button :
+       std::initializer_list<QAbstractButton*>{cmdSetup, cmdHelp, chkTop_, cmdFullScreen_})
+    row.addWidget(button);
   connect(cmdSetup, &QAbstractButton::clicked, this, &HeaderPanel::cmdSetup_Click);
   connect(cmdHelp, &QAbstractButton::clicked, this, &HeaderPanel::cmdHelp_Click);
   connect(chkTop_, &QAbstractButton::toggled, this, &HeaderPanel::chkTop_Click);
@@ -125,12 +143,35 @@ void HeaderPanel::ShowFrequency(const QString& frequencyText, const QString& mod
       QString("<span style=\"color:%1\">%2<span style=\"font-size:14px;color:%3\">%4</span></span>")
           .arg(frequencyColour_.name(), frequencyText.left(cut).toHtmlEscaped(),
                frequencyColour_.darker(150).name(), frequencyText.mid(cut).toHtmlEscaped());
+  const bool otherWidth =
+      lblFreqA_->accessibleDescription().size() != frequencyText.size() || lblMode_->text() != modeText;
   if (lblFreqA_->text() != html) {
     lblFreqA_->setText(html);
     lblFreqA_->setAccessibleDescription(frequencyText);
   }
-  if (lblMode_->text() != modeText) lblMode_->setText(modeText);
+  if (!otherWidth) return;
+  lblMode_->setText(modeText);
   lblMode_->setVisible(!modeText.isEmpty());
+  Fit();
+}
+
+void HeaderPanel::Fit() {
+  const bool small = width() < kSmallWidth;
+  const auto fits = [this] {
+    layout()->invalidate();
+    return layout()->minimumSize().width() <= width();
+  };
+  bar_->setVisible(true);
+  bar_->setFixedWidth(small ? kSmallMeterWidth : kMeterWidth);
+  lblA_->setVisible(!small);
+  lblSplit_->setText(split_);
+  lblSplit_->setVisible(!split_.isEmpty());
+  if (fits()) return;
+  bar_->setFixedWidth(kLeastMeterWidth);
+  if (fits()) return;
+  // The reading stands beside the bar, and VFO B tells the offset.
+  bar_->setVisible(false);
+  if (!fits() && !split_.isEmpty()) lblSplit_->setText(split_.section(' ', 0, 0));
 }
 
 void HeaderPanel::BeginEntry(int vfo, const QString& typed) {
@@ -157,8 +198,10 @@ void HeaderPanel::ShowSubFrequency(const QString& frequencyText) {
 }
 
 void HeaderPanel::ShowSplit(const QString& text) {
-  if (lblSplit_->text() != text) lblSplit_->setText(text);
-  lblSplit_->setVisible(!text.isEmpty());
+  if (split_ == text) return;
+  split_ = text;
+  lblSplit_->setAccessibleDescription(text);
+  Fit();
 }
 
 void HeaderPanel::ShowMeter(float levelDbm, float heldDbm, bool known, const QString& reading) {
@@ -166,12 +209,9 @@ void HeaderPanel::ShowMeter(float levelDbm, float heldDbm, bool known, const QSt
   if (lblSMeter_->text() != reading) lblSMeter_->setText(reading);
 }
 
-void HeaderPanel::SetMeterColour(const QColor& colour) {
-  lblSMeter_->setStyleSheet(QString("color:%1").arg(colour.name()));
-}
-
-void HeaderPanel::SetFrequencyColour(const QColor& colour) {
-  frequencyColour_ = colour;
+void HeaderPanel::SetColours(const QColor& meter, const QColor& frequency) {
+  lblSMeter_->setStyleSheet(QString("color:%1").arg(meter.name()));
+  frequencyColour_ = frequency;
 }
 
 void HeaderPanel::ShowOnTop(bool on) {
@@ -185,10 +225,8 @@ void HeaderPanel::ShowFullScreen(bool on) {
 
 void HeaderPanel::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  const bool small = event->size().width() < kSmallWidth;
-  bar_->setFixedWidth(small ? 96 : 190);
-  lblA_->setVisible(!small);
   ShowSubFrequency(lblFreqB_->text());
+  Fit();
 }
 
 }  // namespace spectrino

@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QColor>
 #include <QComboBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QWidget>
 
@@ -46,9 +47,8 @@ class HeaderPanel final : public QWidget {
   void ShowMeter(float levelDbm, float heldDbm, bool known, const QString& reading);
   void ShowOnTop(bool on);
   void ShowFullScreen(bool on);
-  void SetMeterColour(const QColor& colour);
-  /// Of VFO A, from the next ShowFrequency on.
-  void SetFrequencyColour(const QColor& colour);
+  /// Of the S-meter's reading, and of VFO A from the next ShowFrequency on.
+  void SetColours(const QColor& meter, const QColor& frequency);
 
  signals:
   void StartButton_Click();
@@ -68,6 +68,12 @@ class HeaderPanel final : public QWidget {
   void mousePressEvent(QMouseEvent* event) override;
 
  private:
+  void AddRun(QHBoxLayout& row);
+  void AddFrequencies(QHBoxLayout& row);
+  void AddWindowButtons(QHBoxLayout& row);
+  /// Nothing in the line is cut: what matters least gives way.
+  void Fit();
+
   QAbstractButton* startButton_;
   QAbstractButton* stopButton_;
   DevicesBox* devicesBox_;
@@ -78,6 +84,7 @@ class HeaderPanel final : public QWidget {
   QLabel* lblB_;
   QLabel* lblFreqB_;
   QLabel* lblSplit_;
+  QString split_;
   FrequencyEntry* txtFrequency_;
   int entryVfo_ = 0;
   SMeterBar* bar_;

@@ -1,12 +1,13 @@
 #include "display/ui/RangePanel.h"
 
 #include <QGridLayout>
-#include <QPushButton>
 #include <QResizeEvent>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QVBoxLayout>
 #include <utility>
+
+#include "controls/Controls.h"
 
 namespace spectrino {
 namespace {
@@ -40,11 +41,8 @@ constexpr int kRowsHeight = 272;      // below, the rows move closer
 constexpr Control kPeakHold = {"chkBPH", "BPH", "Background Peak Hold"};
 constexpr Control kCalibration = {"cmdIQ", "I/Q", "Calibration (I/Q Rejection, CAL Level)"};
 
-QPushButton* MakeButton(const Control& control, QWidget* parent) {
-  auto* button = new QPushButton(QString::fromUtf8(control.caption), parent);
-  button->setObjectName(control.name);
-  button->setToolTip(QString::fromUtf8(control.toolTip));
-  button->setAccessibleName(QString::fromUtf8(control.toolTip));
+QPushButton* MakeNarrow(const Control& control, QWidget* parent) {
+  QPushButton* button = MakeButton(control.name, control.caption, control.toolTip, parent);
   button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   button->setMinimumWidth(button->fontMetrics().horizontalAdvance(button->text()) + 4);
   return button;
@@ -58,7 +56,7 @@ QList<QPushButton*> AddBlock(const Control (&controls)[count], int columns, QWid
   grid->setSpacing(3);
   QList<QPushButton*> buttons;
   for (std::size_t i = 0; i < count; ++i) {
-    QPushButton* button = MakeButton(controls[i], parent);
+    QPushButton* button = MakeNarrow(controls[i], parent);
     const int index = static_cast<int>(i);
     grid->addWidget(button, index / columns, index % columns);
     if (group != nullptr) {
@@ -129,15 +127,13 @@ void RangePanel::AddTuning() {
 
 void RangePanel::SetUpDnStep(const QString& step) {
   if (step == std::exchange(upDnStep_, step)) return;
-  cmdUpDn_[0]->setToolTip("Move Freq Dn " + step);
-  cmdUpDn_[1]->setToolTip("Move Freq Up " + step);
-  for (QPushButton* button : cmdUpDn_) button->setAccessibleName(button->toolTip());
+  Describe(*cmdUpDn_[0], "Move Freq Dn " + step);
+  Describe(*cmdUpDn_[1], "Move Freq Up " + step);
 }
 
 QLabel* RangePanel::AddCaption(const QString& text, const QString& name) {
-  auto* label = new QLabel(text, this);
+  QLabel* label = MakeLabel(text, "caption", this);
   label->setObjectName(name);
-  label->setProperty("role", "caption");
   captions_.append(label);
   layout()->addWidget(label);
   return label;

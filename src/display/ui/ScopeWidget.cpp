@@ -11,7 +11,21 @@ namespace {
 // knob.
 constexpr int kRepaintMs = 20;
 constexpr int kResizeSettleMs = 40;
+constexpr int kPassingMs = 4000;
 constexpr QRgb kFocusColour = 0xFF7CC4EE;
+
+/// Whole logical pixels that cover the device pixels; Qt rounds their edges at a broken scale.
+QRegion ToLogical(const QRegion& pixels, double ratio) {
+  if (ratio == 1) return pixels;
+  const int edge = ratio == std::floor(ratio) ? 0 : 1;
+  QRegion logical;
+  for (const QRect& rect : pixels) {
+    const QRectF exact(rect.x() / ratio, rect.y() / ratio, rect.width() / ratio, rect.height() / ratio);
+    logical += exact.toAlignedRect().adjusted(-edge, -edge, edge, edge);
+  }
+  return logical;
+}
+
 }  // namespace
 
 ScopeWidget::ScopeWidget(PanDisplay& display, StageTimes& times, QWidget* parent)
@@ -27,6 +41,9 @@ ScopeWidget::ScopeWidget(PanDisplay& display, StageTimes& times, QWidget* parent
   lblStatus_->setTextFormat(Qt::PlainText);
   lblStatus_->setAttribute(Qt::WA_TransparentForMouseEvents);
   lblStatus_->hide();
+  passingTimer_.setSingleShot(true);
+  passingTimer_.setInterval(kPassingMs);
+  connect(&passingTimer_, &QTimer::timeout, this, [this] { WriteStatus(status_); });
   // A window that is dragged wider sends hundreds of sizes; the picture is laid out for the last one.
   resizeTimer_.setSingleShot(true);
   resizeTimer_.setInterval(kResizeSettleMs);
@@ -57,23 +74,22 @@ void ScopeWidget::RequestRepaint() {
     times_.Add(Stage::Latency, ready - arrived_);
   shownArrival_ = arrived_;
   sinceRepaint_.restart();
-  update(ToLogical(changed));
-}
-
-/// Whole logical pixels that cover the device pixels; Qt rounds their edges at a broken scale.
-QRegion ScopeWidget::ToLogical(const QRegion& pixels) const {
-  const double ratio = devicePixelRatioF();
-  if (ratio == 1) return pixels;
-  const int edge = ratio == std::floor(ratio) ? 0 : 1;
-  QRegion logical;
-  for (const QRect& rect : pixels) {
-    const QRectF exact(rect.x() / ratio, rect.y() / ratio, rect.width() / ratio, rect.height() / ratio);
-    logical += exact.toAlignedRect().adjusted(-edge, -edge, edge, edge);
-  }
-  return logical;
+  update(ToLogical(changed, devicePixelRatioF()));
 }
 
 void ScopeWidget::ShowStatus(const QString& text) {
+  status_ = text;
+  if (text.isEmpty() && passingTimer_.isActive()) return;
+  passingTimer_.stop();
+  WriteStatus(text);
+}
+
+void ScopeWidget::ShowPassing(const QString& text) {
+  passingTimer_.start();
+  WriteStatus(text);
+}
+
+void ScopeWidget::WriteStatus(const QString& text) {
   lblStatus_->setText(text);
   lblStatus_->setVisible(!text.isEmpty());
   PlaceStatus();

@@ -22,6 +22,8 @@ class ScopeWidget final : public QWidget {
   void ShowNew(std::chrono::steady_clock::time_point arrived);
   /// One line over the lower left corner of the plot; empty hides it.
   void ShowStatus(const QString& text);
+  /// The same for a few seconds; then what stood there before, or came meanwhile, shows again.
+  void ShowPassing(const QString& text);
   /// Tells a screen reader, which has no pointer to hover with.
   void Announce(const QString& text);
   /// What was announced is no longer so.
@@ -55,12 +57,14 @@ class ScopeWidget final : public QWidget {
   void ApplySize();
   void FillBeyondPicture(QPainter& painter);
   void RequestRepaint();
-  [[nodiscard]] QRegion ToLogical(const QRegion& pixels) const;
   void PlaceStatus();
+  void WriteStatus(const QString& text);
 
   PanDisplay& display_;
   StageTimes& times_;
   QLabel* lblStatus_;
+  QString status_;  ///< what stands, when nothing passing is shown
+  QTimer passingTimer_;
   QTimer resizeTimer_;
   QTimer repaintTimer_;
   QElapsedTimer sinceRepaint_;

@@ -1,5 +1,5 @@
 // The inner loops, compiled once per instruction set, and the choice among them.
-// Internal to dsp: everyone else uses Spectrum, Levels, LevelHistory and DisplayTrace.
+// Internal to dsp: everyone else uses Spectrum, Levels, LevelHistory and ColumnMap.
 //
 // The kernels are raw loops over raw memory. Their translation units are built for newer processors than
 // the program may run on, so they call no inline function of any header: the linker would be free to keep

@@ -2,15 +2,17 @@
 
 #include <QButtonGroup>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
+
+#include "controls/Controls.h"
 
 namespace spectrino {
 namespace {
 
 constexpr int kCommitMs = 150;
+constexpr int kSliderWidth = 30;  // at least
 
 struct Control {
   const char* Name;
@@ -67,12 +69,8 @@ K4Panel::K4Panel(QWidget* parent) : QWidget(parent) {
   auto* presets = new QButtonGroup(this);
   for (int i = 0; i < 3; ++i) {
     const Control& control = kPresets[i];
-    auto* button = new QPushButton(control.Caption, this);
-    button->setObjectName(control.Name);
-    button->setToolTip(control.ToolTip);
-    button->setAccessibleName(control.ToolTip);
-    button->setCheckable(true);
-    button->setMinimumWidth(8);
+    QPushButton* button = MakeToggle(control.Name, control.Caption, control.ToolTip, this);
+    button->setMinimumWidth(kNarrowest);
     optK4Span_[static_cast<std::size_t>(i)] = button;
     presets->addButton(button, i);
     lower->addWidget(button, 3);
@@ -80,9 +78,7 @@ K4Panel::K4Panel(QWidget* parent) : QWidget(parent) {
   connect(presets, &QButtonGroup::idClicked, this, &K4Panel::optK4Span_Click);
   const auto slider = [&](QSlider*& member, const char* name, const char* caption, int maximum,
                           const QString& toolTip) {
-    auto* label = new QLabel(caption, this);
-    label->setProperty("role", "caption");
-    lower->addWidget(label);
+    lower->addWidget(MakeLabel(caption, "caption", this));
     member = AddSlider(name, maximum, toolTip);
     lower->addWidget(member, 5);
   };
@@ -92,12 +88,8 @@ K4Panel::K4Panel(QWidget* parent) : QWidget(parent) {
 }
 
 QAbstractButton* K4Panel::AddButton(const char* name, const char* caption, const char* toolTip, bool check) {
-  auto* button = new QPushButton(caption, this);
-  button->setObjectName(name);
-  button->setToolTip(tr(toolTip));
-  button->setAccessibleName(tr(toolTip));
-  button->setMinimumWidth(8);
-  button->setCheckable(true);
+  QPushButton* button = MakeToggle(name, caption, tr(toolTip), this);
+  button->setMinimumWidth(kNarrowest);
   buttons_.insert(name, button);
   const QString id = name;
   if (check) {
@@ -113,12 +105,8 @@ QAbstractButton* K4Panel::AddButton(const char* name, const char* caption, const
 }
 
 QSlider* K4Panel::AddSlider(const char* name, int maximum, const QString& toolTip) {
-  auto* slider = new QSlider(Qt::Horizontal, this);
-  slider->setObjectName(name);
-  slider->setRange(0, maximum);
-  slider->setMinimumWidth(30);
-  slider->setToolTip(toolTip);
-  slider->setAccessibleName(toolTip);
+  QSlider* slider = MakeSlider(name, 0, maximum, toolTip, this);
+  slider->setMinimumWidth(kSliderWidth);
   auto* rest = new QTimer(slider);
   rest->setSingleShot(true);
   rest->setInterval(kCommitMs);
@@ -162,7 +150,12 @@ void K4Panel::Show(const K4State& state) {
   SetActive("cmdANT", false, state.Antenna != 0 ? QString("ANT%1").arg(state.Antenna) : "ANT");
 }
 
-void K4Panel::SetCheck(const QString& name, bool on) {
+void K4Panel::SetCheck(K4Check check, bool ticked) {
+  constexpr const char* kNames[] = {"chkSplt", "chkBSET", "chkSub", "chkDIV", "chkIIR", "chkFXT"};
+  SetNamedCheck(kNames[static_cast<int>(check)], ticked);
+}
+
+void K4Panel::SetNamedCheck(const QString& name, bool on) {
   if (QAbstractButton* button = buttons_.value(name)) button->setChecked(on);
 }
 bool K4Panel::IsChecked(const QString& name) const {
@@ -181,18 +174,17 @@ void K4Panel::MoveFromRadio(QSlider* slider, int value) {
   fromRadio_ = false;
 }
 
-void K4Panel::SetVolumeToolTip(const QString& text) {
-  sldVol2_->setToolTip(text);
-  sldVol2_->setAccessibleName(text);
+void K4Panel::SetVolumeToolTip(const std::string& text) {
+  Describe(*sldVol2_, QString::fromStdString(text));
 }
 void K4Panel::SetNotch(int value) {
   MoveFromRadio(sldNotch_, value);
 }
-void K4Panel::SetNotchToolTip(const QString& text) {
-  sldNotch_->setToolTip(text);
+void K4Panel::SetNotchToolTip(const std::string& text) {
+  sldNotch_->setToolTip(QString::fromStdString(text));
 }
-void K4Panel::SetFilterCaption(int receiver, const QString& text) {
-  buttons_.value(receiver == kMainRx ? "cmdXFIL0" : "cmdXFIL1")->setText(text);
+void K4Panel::SetFilterCaption(int receiver, const std::string& caption) {
+  buttons_.value(receiver == kMainRx ? "cmdXFIL0" : "cmdXFIL1")->setText(QString::fromStdString(caption));
 }
 void K4Panel::SelectSpanPreset(int index) {
   if (index >= 0 && index < 3) optK4Span_[static_cast<std::size_t>(index)]->setChecked(true);

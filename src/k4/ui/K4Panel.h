@@ -9,11 +9,12 @@
 #include <QWidget>
 #include <array>
 
+#include "k4/K4PanelView.h"
 #include "k4/K4State.h"
 
 namespace spectrino {
 
-class K4Panel final : public QWidget {
+class K4Panel final : public QWidget, public K4PanelView {
   Q_OBJECT
  public:
   explicit K4Panel(QWidget* parent = nullptr);
@@ -21,16 +22,18 @@ class K4Panel final : public QWidget {
   /// Captions and pressed looks of everything that follows the radio, without a signal.
   void Show(const K4State& state);
   /// As the parser writes a check box: its Toggled fires when the value differs.
-  void SetCheck(const QString& name, bool on);
+  void SetNamedCheck(const QString& name, bool on);
   [[nodiscard]] bool IsChecked(const QString& name) const;
-  /// index: 1 main, 2 sub. SliderMoved fires when the value differs, without a commit.
-  void SetVolume(int index, int value);
-  void SetVolumeToolTip(const QString& text);
-  void SetNotch(int value);
-  [[nodiscard]] int Notch() const { return sldNotch_->value(); }
-  void SetNotchToolTip(const QString& text);
-  void SetFilterCaption(int receiver, const QString& text);
   void SelectSpanPreset(int index);
+
+  // K4PanelView. SliderMoved fires when a value differs, without a commit.
+  void SetCheck(K4Check check, bool ticked) override;
+  void SetFilterCaption(int receiver, const std::string& caption) override;
+  void SetVolume(int index, int value) override;
+  void SetVolumeToolTip(const std::string& text) override;
+  [[nodiscard]] int Notch() const override { return sldNotch_->value(); }
+  void SetNotch(int value) override;
+  void SetNotchToolTip(const std::string& text) override;
 
  signals:
   /// A button by its control name: "cmdAGCK4", "cmdNotch0" ...

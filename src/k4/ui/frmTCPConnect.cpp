@@ -4,8 +4,9 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPointer>
-#include <QPushButton>
 #include <QVBoxLayout>
+
+#include "controls/Controls.h"
 
 namespace spectrino {
 
@@ -28,19 +29,15 @@ frmTCPConnect::frmTCPConnect(const QString& message, const K4ConnectTexts& shown
     auto* label = new QLabel(captions[i], frame);
     label->setObjectName(QString("lblPort%1").arg(i));
     auto* text = new QLineEdit(QString::fromStdString(*texts[i]), frame);
-    text->setObjectName(QString("txtIP%1").arg(i));
-    text->setToolTip(toolTips[i]);
-    text->setAccessibleName(toolTips[i]);
+    Describe(*text, QString("txtIP%1").arg(i), toolTips[i]);
     label->setBuddy(text);
     grid->addWidget(label, i + 1, 0);
     grid->addWidget(text, i + 1, 1);
     txtIP_[static_cast<std::size_t>(i)] = text;
   }
-  auto* cmdOK = new QPushButton(tr("&OK"), frame);
-  cmdOK->setObjectName("cmdOK");
+  QPushButton* cmdOK = MakeButton("cmdOK", tr("&OK"), {}, frame);
   cmdOK->setDefault(true);
-  auto* cmdCancel = new QPushButton(tr("&Cancel"), frame);
-  cmdCancel->setObjectName("cmdCancel");
+  QPushButton* cmdCancel = MakeButton("cmdCancel", tr("&Cancel"), {}, frame);
   connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
   connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   auto* buttons = new QHBoxLayout;

@@ -4,6 +4,8 @@
 #include <QShortcut>
 #include <QStyleOptionButton>
 
+#include "controls/Controls.h"
+
 namespace spectrino {
 namespace {
 
@@ -43,9 +45,8 @@ MacroPanel::MacroPanel(QWidget* parent) : QWidget(parent) {
 }
 
 QPushButton* MacroPanel::AddButton(const QString& name, int n) {
-  auto* button = new QPushButton(this);
-  button->setObjectName(name);
-  button->setMinimumWidth(8);
+  QPushButton* button = MakeButton(name, {}, {}, this);
+  button->setMinimumWidth(kNarrowest);
   // All alike, however long a caption is.
   button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   button->setContextMenuPolicy(Qt::CustomContextMenu);

@@ -5,6 +5,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "controls/Controls.h"
+
 namespace spectrino {
 namespace {
 
@@ -12,11 +14,11 @@ constexpr int kCommandWidth = 320;
 
 }  // namespace
 
-frmRemFunction::frmRemFunction(int n, const Macro& stored, bool forIcom, QWidget* parent) : QDialog(parent) {
+frmRemFunction::frmRemFunction(int n, const Macro& stored, bool inHex, QWidget* parent) : QDialog(parent) {
   setObjectName("frmRemFunction");
   setWindowTitle(tr("Macro %1").arg(n + 1));
   new QVBoxLayout(this);
-  AddFields(forIcom);
+  AddFields(inHex);
   AddButtons();
   txtCaption_->setText(QString::fromStdString(stored.Caption));
   txtMacro_->setText(QString::fromStdString(stored.Mac));
@@ -34,48 +36,36 @@ QLineEdit* frmRemFunction::AddLine(const char* name, const QString& accessibleNa
   return line;
 }
 
-QPushButton* frmRemFunction::AddButton(const char* name, const QString& caption, const QString& toolTip) {
-  auto* button = new QPushButton(caption, this);
-  button->setObjectName(name);
-  button->setToolTip(toolTip);
-  button->setAccessibleName(toolTip);
-  // Enter in a field means OK, never a try.
-  button->setAutoDefault(false);
-  return button;
-}
-
-void frmRemFunction::AddFields(bool forIcom) {
+void frmRemFunction::AddFields(bool inHex) {
   auto* form = new QFormLayout;
   txtCaption_ = AddLine("txtCaption", tr("Caption of the button"));
   form->addRow("&CAPTION", txtCaption_);
   txtMacro_ = AddLine("txtMacro", tr("Command of the button, or when switched on"));
   form->addRow("&MACRO", txtMacro_);
   chkOnOff_ = new QCheckBox("O&FF :", this);
-  chkOnOff_->setObjectName("chkOnOff");
-  chkOnOff_->setToolTip(tr("The button switches on and off"));
-  chkOnOff_->setAccessibleName(chkOnOff_->toolTip());
+  Describe(*chkOnOff_, "chkOnOff", tr("The button switches on and off"));
   txtOff_ = AddLine("txtOff", tr("Command when switched off"));
   form->addRow(chkOnOff_, txtOff_);
   auto* lblIcom = new QLabel("Format: Cn SC Data (ex PREAMP ON=160201)", this);
   lblIcom->setObjectName("lblIcom");
   form->addRow(lblIcom);
-  lblIcom->setVisible(forIcom);
+  lblIcom->setVisible(inHex);
   static_cast<QVBoxLayout*>(layout())->addLayout(form);
 }
 
 void frmRemFunction::AddButtons() {
   auto* row = new QHBoxLayout;
-  cmdTest_ = AddButton("cmdTest", tr("&Test"), tr("Sends the command"));
+  cmdTest_ = MakeDialogButton("cmdTest", tr("&Test"), tr("Sends the command"), this);
   connect(cmdTest_, &QPushButton::clicked, this, [this] { emit ExecuteMacro(Edited().Mac); });
-  chkTest_ = AddButton("chkTest", tr("&Test"), tr("Sends one command, then the other"));
+  chkTest_ = MakeDialogButton("chkTest", tr("&Test"), tr("Sends one command, then the other"), this);
   chkTest_->setCheckable(true);
   connect(chkTest_, &QPushButton::clicked, this, &frmRemFunction::chkTest_Click);
-  auto* cmdClear = AddButton("cmdClear", tr("C&lear"), tr("Empties the macro"));
+  QPushButton* cmdClear = MakeDialogButton("cmdClear", tr("C&lear"), tr("Empties the macro"), this);
   connect(cmdClear, &QPushButton::clicked, this, &frmRemFunction::cmdClear_Click);
-  auto* cmdOK = AddButton("cmdOK", tr("&OK"), tr("Saves the macro and closes"));
+  QPushButton* cmdOK = MakeDialogButton("cmdOK", tr("&OK"), tr("Saves the macro and closes"), this);
   cmdOK->setDefault(true);
   connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
-  auto* cmdCancel = AddButton("cmdCancel", tr("Ca&ncel"), tr("Closes without saving"));
+  QPushButton* cmdCancel = MakeDialogButton("cmdCancel", tr("Ca&ncel"), tr("Closes without saving"), this);
   connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   for (QPushButton* button : {cmdTest_, chkTest_, cmdClear}) row->addWidget(button);
   row->addStretch(1);
@@ -109,7 +99,7 @@ void frmRemFunction::chkTest_Click(bool checked) {
 
 void ShowMacroEditor(Macros& macros, int n, MacroPanel& panel, QWidget* window, WindowCommands& commands) {
   commands.AllowOnTop(false);
-  auto* dialog = new frmRemFunction(n, macros.Load(n), macros.ForIcom(), window);
+  auto* dialog = new frmRemFunction(n, macros.Load(n), macros.InHex(), window);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   QObject::connect(dialog, &frmRemFunction::ExecuteMacro, dialog,
                    [&macros](const std::string& text) { macros.ExecuteMacro(text); });

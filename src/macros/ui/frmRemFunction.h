@@ -17,8 +17,8 @@ namespace spectrino {
 class frmRemFunction final : public QDialog {
   Q_OBJECT
  public:
-  /// n: 0..8. forIcom: shows how CI-V texts are written.
-  frmRemFunction(int n, const Macro& stored, bool forIcom, QWidget* parent = nullptr);
+  /// n: 0..8. inHex: shows how texts in hexadecimal are written.
+  frmRemFunction(int n, const Macro& stored, bool inHex, QWidget* parent = nullptr);
 
   /// As it stands in the fields.
   [[nodiscard]] Macro Edited() const;
@@ -29,8 +29,7 @@ class frmRemFunction final : public QDialog {
 
  private:
   QLineEdit* AddLine(const char* name, const QString& accessibleName);
-  QPushButton* AddButton(const char* name, const QString& caption, const QString& toolTip);
-  void AddFields(bool forIcom);
+  void AddFields(bool inHex);
   void AddButtons();
 
   void chkOnOff_Click(bool checked);

@@ -1,94 +1,107 @@
 #include "settings/ui/DisplayPage.h"
 
-#include <QHBoxLayout>
-#include <QIcon>
-#include <QPixmap>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
+
+#include "settings/Keys.h"
 
 namespace spectrino::setup {
 namespace {
-constexpr int kColourColumns = 5;
 constexpr int kMostSamples = 10;
 }  // namespace
 
 DisplayPage::DisplayPage(QWidget* parent) : QWidget(parent) {
-  MakeSpectrum();
-  MakeColours();
   auto* rows = new QVBoxLayout(this);
-  rows->addWidget(fraSpectrum);
-  rows->addWidget(fraColor);
+  rows->addWidget(MakeSpectrum());
+  rows->addWidget(MakeDesign());
   rows->addStretch(1);
 }
 
-void DisplayPage::MakeSpectrum() {
-  fraSpectrum = MakeFrame("fraSpectrum", tr("Spectrum"), this);
+QGroupBox* DisplayPage::MakeSpectrum() {
+  QGroupBox* fraSpectrum = MakeFrame("fraSpectrum", tr("Spectrum"), this);
   QStringList counts;
   for (int n = 0; n <= kMostSamples; ++n) counts.append(QString::number(n));
-  cboSoft = MakeList("cboSoft", counts, tr("Number of samples for AVG/MAX integration"), fraSpectrum);
-  chkQSY = MakeCheck("chkQSY", tr("&QSY Detect."), tr("Restart averaging after a change of frequency"),
-                     fraSpectrum);
-  chkAUTOREF =
+  cboSoft_ = MakeList("cboSoft", counts, tr("Number of samples for AVG/MAX integration"), fraSpectrum);
+  QCheckBox* chkQSY = MakeCheck("chkQSY", tr("&QSY Detect."),
+                                tr("Restart averaging after a change of frequency"), fraSpectrum);
+  chkAUTOREF_ =
       MakeCheck("chkAUTOREF", tr("Auto &REF Level"), tr("Memorizes and set REF level by band"), fraSpectrum);
   chkPriority = MakeCheck("chkPriority", tr("&Priority: Real Time"),
                           tr("Windows Real Time Priority (not recommended)"), fraSpectrum);
-  chkWFFollow =
+  QCheckBox* chkWFFollow =
       MakeCheck("chkWFFollow", tr("&Waterfall follows the frequency"),
                 tr("Older waterfall lines move to where their frequencies are after tuning"), fraSpectrum);
+  QCheckBox* chkWFLive =
+      MakeCheck("chkWFLive", tr("Waterfall of the newest le&vels"),
+                tr("MAX, AVG and PEAK act on the trace only, not on the waterfall"), fraSpectrum);
   QGridLayout* grid = GridOf(fraSpectrum);
-  AddRow(grid, 0, tr("MAX/AVG &Samples"), cboSoft);
+  AddRow(grid, 0, tr("MAX/AVG &Samples"), cboSoft_);
   grid->addWidget(chkQSY, 0, 2);
-  grid->addWidget(chkAUTOREF, 0, 3);
+  grid->addWidget(chkAUTOREF_, 0, 3);
   grid->addWidget(chkPriority, 1, 2);
   grid->addWidget(chkWFFollow, 1, 3);
+  grid->addWidget(chkWFLive, 2, 3);
   grid->setColumnStretch(3, 1);
+  free_.push_back(FlagField(chkQSY, key::kQsy));
+  free_.push_back(FlagField(chkWFFollow, key::kWFFollow));
+  free_.push_back(FlagField(chkWFLive, key::kWFLive));
+  return fraSpectrum;
 }
 
-void DisplayPage::MakeColours() {
-  fraColor = MakeFrame("fraColor", tr("Color/Design"), this);
+QGroupBox* DisplayPage::MakeDesign() {
+  QGroupBox* fraColor = MakeFrame("fraColor", tr("Color/Design"), this);
+  optDesign_[0] = MakeOption("optDesign0", tr("Design &1"), {}, fraColor);
+  optDesign_[1] = MakeOption("optDesign1", tr("Design &2"), {}, fraColor);
+  chkFill_ = MakeCheck("chkFill", tr("&Fill"), {}, fraColor);
+  chkSubD_ = MakeCheck("chkSubD", tr("su&b-division (line)"), {}, fraColor);
+  QCheckBox* chkMHz = MakeCheck("chkMHz", tr("Disp &MHz"), {}, fraColor);
+  chkBandMode_ = MakeCheck("chkBandMode", tr("Band/Mode SW (&Always)"),
+                           tr("Band/Mode buttons always displayed"), fraColor);
+  colours_ = new ColourEditor(fraColor, chkFill_, chkSubD_);
   QGridLayout* grid = GridOf(fraColor);
-  auto* buttons = new QGridLayout;
-  for (std::size_t n = 0; n < kColourCount; ++n) {
-    const QString caption = kColourRows[n].Caption;
-    cmdColor[n] = MakeButton(QString("cmdColor%1").arg(n), caption, tr("Color: %1").arg(caption), fraColor);
-    const auto cell = static_cast<int>(n);
-    buttons->addWidget(cmdColor[n], cell / kColourColumns, cell % kColourColumns);
-  }
-  cmdDefault = MakeButton("cmdDefault", tr("Defa&ult"), tr("Default colors (Spectrino)"), fraColor);
-  cmdK4Color = MakeButton("cmdK4Color", tr("Default K&4"), tr("Default colors (K4)"), fraColor);
-  optDesign[0] = MakeOption("optDesign0", tr("Design &1"), {}, fraColor);
-  optDesign[1] = MakeOption("optDesign1", tr("Design &2"), {}, fraColor);
-  chkSubD = MakeCheck("chkSubD", tr("su&b-division (line)"), {}, fraColor);
-  chkFill = MakeCheck("chkFill", tr("&Fill"), {}, fraColor);
-  chkMHz = MakeCheck("chkMHz", tr("Disp &MHz"), {}, fraColor);
-  chkBandMode = MakeCheck("chkBandMode", tr("Band/Mode SW (&Always)"),
-                          tr("Band/Mode buttons always displayed"), fraColor);
-  picColor = new ColourPreview(fraColor);
-  auto* defaults = new QHBoxLayout;
-  defaults->addWidget(cmdDefault);
-  defaults->addWidget(cmdK4Color);
-  defaults->addStretch(1);
-  grid->addLayout(buttons, 0, 0, 1, 2);
-  grid->addLayout(defaults, 1, 0, 1, 2);
-  grid->addWidget(optDesign[0], 2, 0);
-  grid->addWidget(optDesign[1], 2, 1);
-  grid->addWidget(chkFill, 3, 0);
-  grid->addWidget(chkSubD, 3, 1);
+  grid->addWidget(optDesign_[0], 2, 0);
+  grid->addWidget(optDesign_[1], 2, 1);
+  grid->addWidget(chkFill_, 3, 0);
+  grid->addWidget(chkSubD_, 3, 1);
   grid->addWidget(chkMHz, 4, 0);
-  grid->addWidget(chkBandMode, 4, 1);
-  grid->addWidget(picColor, 0, 2, 5, 1, Qt::AlignTop);
+  free_.push_back(FlagField(chkMHz, key::kMHz));
+  grid->addWidget(chkBandMode_, 4, 1);
   grid->setColumnStretch(1, 1);
-  setTabOrder(optDesign[1], chkFill);
-  setTabOrder(chkFill, chkSubD);
+  // The colours stand above what was made before them.
+  QWidget* last = colours_->LastButton();
+  for (QWidget* next : std::initializer_list<QWidget*>{optDesign_[0], optDesign_[1], chkFill_, chkSubD_,
+                                                       chkMHz, chkBandMode_}) {
+    setTabOrder(last, next);
+    last = next;
+  }
+  return fraColor;
 }
 
-void DisplayPage::ShowColours(const ColourTable& colours) {
-  for (std::size_t n = 0; n < kColourCount; ++n) {
-    QPixmap swatch(14, 14);
-    swatch.fill(ToColour(colours[n]));
-    cmdColor[n]->setIcon(QIcon(swatch));
-    cmdColor[n]->setAccessibleDescription(ToColour(colours[n]).name());
+void DisplayPage::AddFields(SetupFields& fields) {
+  fields.push_back(
+      {std::string(key::kDesign.Name.Text()),
+       [this](const SetupSection& setup) { optDesign_[setup.Read(key::kDesign)]->setChecked(true); },
+       [this](SetupBatch& batch) { batch.Put(key::kDesign, optDesign_[1]->isChecked() ? 1 : 0); }});
+  fields.push_back(colours_->Field());
+  fields.push_back(FlagField(chkSubD_, key::kSubD));
+  fields.push_back(FlagField(chkPriority, key::kPriority));
+  fields.push_back(FlagField(chkAUTOREF_, key::kAutoRef));
+  fields.push_back(ListField(cboSoft_, key::kHistoryDepth));
+  fields.push_back(FlagField(chkFill_, key::kFill));
+  fields.push_back(FlagField(chkBandMode_, key::kBandMode));
+  fields.insert(fields.end(), free_.begin(), free_.end());
+}
+
+void DisplayPage::Show(const SetupView& view) {
+  chkAUTOREF_->setVisible(view.AutoRef);
+  chkPriority->setVisible(view.SoundCard);
+  chkBandMode_->setEnabled(view.SoundCard);
+  if (!view.SoundCard) {
+    const QSignalBlocker silent(chkPriority);
+    chkPriority->setChecked(false);
+    chkBandMode_->setChecked(true);
   }
-  picColor->Show(colours, chkFill->isChecked(), chkSubD->isChecked());
+  if (view.HistoryDepth) cboSoft_->setCurrentIndex(*view.HistoryDepth);
 }
 
 }  // namespace spectrino::setup

@@ -1,9 +1,9 @@
 // Setup, fourth page: averaging, what the display shows, its colours.
 #pragma once
 
-#include <array>
-
-#include "settings/ui/ColourPreview.h"
+#include "settings/SetupView.h"
+#include "settings/ui/ColourEditor.h"
+#include "settings/ui/SetupFields.h"
 #include "settings/ui/SetupWidgets.h"
 
 namespace spectrino::setup {
@@ -12,29 +12,24 @@ class DisplayPage final : public QWidget {
   Q_OBJECT
  public:
   explicit DisplayPage(QWidget* parent = nullptr);
-  /// The 13 colours on their buttons and in the preview.
-  void ShowColours(const ColourTable& colours);
 
-  QGroupBox* fraSpectrum;
-  QComboBox* cboSoft;
-  QCheckBox* chkQSY;
-  QCheckBox* chkAUTOREF;
+  void AddFields(SetupFields& fields);
+  void Show(const SetupView& view);
+
   QCheckBox* chkPriority;
-  QCheckBox* chkWFFollow;
-  QGroupBox* fraColor;
-  std::array<QPushButton*, kColourCount> cmdColor;
-  QPushButton* cmdDefault;
-  QPushButton* cmdK4Color;
-  QRadioButton* optDesign[2];
-  QCheckBox* chkSubD;
-  QCheckBox* chkFill;
-  QCheckBox* chkMHz;
-  QCheckBox* chkBandMode;
-  ColourPreview* picColor;
 
  private:
-  void MakeSpectrum();
-  void MakeColours();
+  QGroupBox* MakeSpectrum();
+  QGroupBox* MakeDesign();
+
+  QComboBox* cboSoft_;
+  QCheckBox* chkAUTOREF_;
+  QRadioButton* optDesign_[2];
+  QCheckBox* chkSubD_;
+  QCheckBox* chkFill_;
+  QCheckBox* chkBandMode_;
+  ColourEditor* colours_;
+  SetupFields free_;  ///< of the controls that no rule speaks of
 };
 
 }  // namespace spectrino::setup

@@ -1,12 +1,13 @@
 #include "settings/ui/SetupWidgets.h"
 
+#include "controls/Controls.h"
+
 namespace spectrino::setup {
 namespace {
 
-void Describe(QWidget* widget, const QString& name, const QString& toolTip) {
-  widget->setObjectName(name);
-  widget->setToolTip(toolTip);
-  widget->setAccessibleName(toolTip);
+/// A control without a tool tip is called by its caption.
+QString Spoken(const QString& caption, const QString& toolTip) {
+  return toolTip.isEmpty() ? QString(caption).remove('&') : toolTip;
 }
 
 }  // namespace
@@ -27,35 +28,32 @@ QGridLayout* GridOf(QGroupBox* frame) {
 
 QCheckBox* MakeCheck(const QString& name, const QString& caption, const QString& toolTip, QWidget* parent) {
   auto* check = new QCheckBox(caption, parent);
-  Describe(check, name, toolTip.isEmpty() ? QString(caption).remove('&') : toolTip);
+  Describe(*check, name, Spoken(caption, toolTip));
   return check;
 }
 
 QRadioButton* MakeOption(const QString& name, const QString& caption, const QString& toolTip,
                          QWidget* parent) {
   auto* option = new QRadioButton(caption, parent);
-  Describe(option, name, toolTip.isEmpty() ? QString(caption).remove('&') : toolTip);
+  Describe(*option, name, Spoken(caption, toolTip));
   return option;
 }
 
 QPushButton* MakeButton(const QString& name, const QString& caption, const QString& toolTip,
                         QWidget* parent) {
-  auto* button = new QPushButton(caption, parent);
-  Describe(button, name, toolTip.isEmpty() ? QString(caption).remove('&') : toolTip);
-  button->setAutoDefault(false);
-  return button;
+  return MakeDialogButton(name, caption, Spoken(caption, toolTip), parent);
 }
 
 QComboBox* MakeList(const QString& name, const QStringList& items, const QString& toolTip, QWidget* parent) {
   auto* list = new QComboBox(parent);
-  Describe(list, name, toolTip);
+  Describe(*list, name, toolTip);
   list->addItems(items);
   return list;
 }
 
 QLineEdit* MakeText(const QString& name, const QString& toolTip, int widthChars, QWidget* parent) {
   auto* text = new QLineEdit(parent);
-  Describe(text, name, toolTip);
+  Describe(*text, name, toolTip);
   text->setMinimumWidth(text->fontMetrics().horizontalAdvance(QString(widthChars, '0')) + 16);
   return text;
 }

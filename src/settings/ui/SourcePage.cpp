@@ -1,30 +1,30 @@
 #include "settings/ui/SourcePage.h"
 
 #include <QHBoxLayout>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
+
+#include "settings/Keys.h"
 
 namespace spectrino::setup {
 
-SourcePage::SourcePage(QWidget* parent) : QWidget(parent) {
-  MakeDevice();
-  MakeFrequency();
-  fraTRXM = MakeFrame("fraTRXM", {}, this);
-  lblTRX = new QLabel(fraTRXM);
-  lblTRX->setObjectName("lblTRX");
-  lblTRX->setWordWrap(true);
-  GridOf(fraTRXM)->addWidget(lblTRX, 0, 0);
-  MakeIcom();
-  MakeK4();
-  MakeCatServer();
+SourcePage::SourcePage(SettingsStore& store, const SerialPorts* ports, QWidget* parent) : QWidget(parent) {
+  QGroupBox* fraDevice = MakeDevice();
+  QGroupBox* fraFrequency = MakeFrequency();
+  fraTRXM_ = MakeInstructions();
+  Icom = new IcomFrames(store, ports, this);
+  k4_ = new K4Frames(this);
+  QGroupBox* fraCatServer = MakeCatServer();
   auto* rows = new QVBoxLayout(this);
-  for (QGroupBox* frame : {fraDevice, fraFrequency, fraTRXM, fraK4, fraMiscK4, fraICOM, fraCIV, fraCatServer})
+  for (QGroupBox* frame : {fraDevice, fraFrequency, fraTRXM_, k4_->fraK4, k4_->fraMiscK4, Icom->fraICOM,
+                           Icom->fraCIV, fraCatServer})
     rows->addWidget(frame);
   rows->addStretch(1);
 }
 
-void SourcePage::MakeDevice() {
-  fraDevice = MakeFrame("fraDevice", tr("Device"), this);
-  DevicesBox = new SourceList(fraDevice);
+QGroupBox* SourcePage::MakeDevice() {
+  QGroupBox* fraDevice = MakeFrame("fraDevice", tr("Device"), this);
+  DevicesBox = new FreshList(fraDevice);
   DevicesBox->setObjectName("DevicesBox");
   DevicesBox->setToolTip(tr("Device selection"));
   DevicesBox->setAccessibleName(tr("Device selection"));
@@ -40,78 +40,83 @@ void SourcePage::MakeDevice() {
   grid->addWidget(label, 1, 0);
   grid->addLayout(row, 1, 1);
   grid->setColumnStretch(1, 1);
+  return fraDevice;
 }
 
-void SourcePage::MakeFrequency() {
-  fraFrequency = MakeFrame("fraFrequency", {}, this);
+QGroupBox* SourcePage::MakeFrequency() {
+  QGroupBox* fraFrequency = MakeFrame("fraFrequency", {}, this);
   QGridLayout* grid = GridOf(fraFrequency);
   cboControl = MakeList("cboControl", {"Castelon", "Castelon+K3", "LPBridge", "Ketrel", "ICOM"},
                         tr("CAT Control software"), fraFrequency);
   cboSDR = MakeList("cboSDR", {"LPPan (IF Adapter)", "SDR (Fixed LO)"}, tr("Type of SDR (Qudarature output)"),
                     fraFrequency);
-  txtHostEndpoint = MakeText(
+  txtHostEndpoint_ = MakeText(
       "txtHostEndpoint", tr("Where Castelon answers, host:port; empty: 127.0.0.1:4532"), 18, fraFrequency);
-  txtHostEndpoint->setPlaceholderText("127.0.0.1:4532");
+  txtHostEndpoint_->setPlaceholderText("127.0.0.1:4532");
   AddRow(grid, 0, tr("CAT Contro&l"), cboControl);
-  lblSDR = AddRow(grid, 0, tr("SD&R"), cboSDR, 2);
-  AddRow(grid, 1, tr("&Host"), txtHostEndpoint);
+  lblSDR_ = AddRow(grid, 0, tr("SD&R"), cboSDR, 2);
+  AddRow(grid, 1, tr("&Host"), txtHostEndpoint_);
   grid->setColumnStretch(1, 1);
   grid->setColumnStretch(3, 1);
+  return fraFrequency;
 }
 
-void SourcePage::MakeIcom() {
-  fraICOM = MakeFrame("fraICOM", tr("ICOM"), this);
-  QGridLayout* grid = GridOf(fraICOM);
-  cboICOM = MakeList("cboICOM", {"Serial Port", "Castelon (OLE)"}, tr("Waveform data mode"), fraICOM);
-  QStringList numbers;
-  for (int n = 1; n <= 32; ++n) numbers.append(QString::number(n));
-  cboPort = MakeList("cboPort", numbers, tr("Serial port (1-32)"), fraICOM);
-  cboPortDevice = new SourceList(fraICOM);
-  cboPortDevice->setObjectName("cboPortDevice");
-  cboPortDevice->setToolTip(tr("The device that this port number stands for"));
-  cboPortDevice->setAccessibleName(cboPortDevice->toolTip());
-  cboPortDevice->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  cboPortDevice->setMinimumContentsLength(24);
-  AddRow(grid, 0, tr("D&ATA"), cboICOM);
-  lblPort = AddRow(grid, 0, tr("&Port"), cboPort, 2);
-  lblPortDevice = AddRow(grid, 1, tr("Dev&ice"), cboPortDevice);
-  grid->addWidget(cboPortDevice, 1, 1, 1, 3);
-  grid->setColumnStretch(1, 1);
-
-  fraCIV = MakeFrame("fraCIV", tr("CI-V"), this);
-  txtICAddr = MakeText("txtICAddr", tr("IC Address"), 4, fraCIV);
-  txtCTRLADDR = MakeText("txtCTRLADDR", tr("Controller"), 4, fraCIV);
-  AddRow(GridOf(fraCIV), 0, tr("IC Add&ress"), txtICAddr);
-  AddRow(GridOf(fraCIV), 0, tr("Co&ntroller"), txtCTRLADDR, 2);
-  GridOf(fraCIV)->addWidget(new QLabel(tr("Speed 115200b (fixed)"), fraCIV), 0, 4);
-  GridOf(fraCIV)->setColumnStretch(5, 1);
+QGroupBox* SourcePage::MakeInstructions() {
+  QGroupBox* frame = MakeFrame("fraTRXM", {}, this);
+  lblTRX_ = new QLabel(frame);
+  lblTRX_->setObjectName("lblTRX");
+  lblTRX_->setWordWrap(true);
+  GridOf(frame)->addWidget(lblTRX_, 0, 0);
+  return frame;
 }
 
-void SourcePage::MakeK4() {
-  fraK4 = MakeFrame("fraK4", tr("K4 (IP ADDRESS, CAT PORT, PAN PORT)"), this);
-  const char* const labels[] = {"&IP Address", "Port CA&T", "Port &PAN"};
-  const char* const toolTips[] = {"K4 IP Address", "Port CAT (9200)", "Port Pan (9201)"};
-  for (int i = 0; i < 3; ++i) {
-    txtK4[i] = MakeText(QString("txtK4%1").arg(i), tr(toolTips[i]), i == 0 ? 16 : 6, fraK4);
-    AddRow(GridOf(fraK4), 0, tr(labels[i]), txtK4[i], 2 * i);
-  }
-  GridOf(fraK4)->setColumnStretch(1, 1);
-  fraMiscK4 = MakeFrame("fraMiscK4", tr("Misc (K4)"), this);
-  chkMinipan = MakeCheck("chkMinipan", tr("Second R&X auto"),
-                         tr("Automtically opens the second RX when SUB is selected"), fraMiscK4);
-  GridOf(fraMiscK4)->addWidget(chkMinipan, 0, 0);
-}
-
-void SourcePage::MakeCatServer() {
-  fraCatServer = MakeFrame("fraCatServer", tr("CAT server"), this);
-  chkCatServer =
+QGroupBox* SourcePage::MakeCatServer() {
+  QGroupBox* fraCatServer = MakeFrame("fraCatServer", tr("CAT server"), this);
+  chkCatServer_ =
       MakeCheck("chkCatServer", tr("Ser&ve other programs"),
                 tr("Let other programs read and set the radio's frequency through Spectrino"), fraCatServer);
-  txtCatServerPort = MakeText("txtCatServerPort", tr("Port of the CAT server (4533)"), 6, fraCatServer);
+  txtCatServerPort_ = MakeText("txtCatServerPort", tr("Port of the CAT server (4533)"), 6, fraCatServer);
   QGridLayout* grid = GridOf(fraCatServer);
-  grid->addWidget(chkCatServer, 0, 0);
-  AddRow(grid, 0, tr("Port"), txtCatServerPort, 1);
+  grid->addWidget(chkCatServer_, 0, 0);
+  AddRow(grid, 0, tr("Port"), txtCatServerPort_, 1);
   grid->setColumnStretch(3, 1);
+  return fraCatServer;
+}
+
+void SourcePage::AddFields(SetupFields& fields) {
+  // Two options of one group: the other one goes out by itself.
+  fields.push_back(
+      {std::string(key::k24Bits.Name.Text()),
+       [this](const SetupSection& setup) { optbits[setup.Read(key::k24Bits) ? 0 : 1]->setChecked(true); },
+       [this](SetupBatch& batch) { batch.Put(key::k24Bits, optbits[0]->isChecked()); }});
+  fields.push_back(TextField(txtHostEndpoint_, key::kHostEndpoint));
+  fields.push_back(FlagField(chkCatServer_, key::kCatServer));
+  fields.push_back(TextField(txtCatServerPort_, key::kCatServerPort));
+  Icom->AddFields(fields);
+  k4_->AddFields(fields);
+}
+
+CatChoice SourcePage::Cat() const {
+  return {static_cast<CatSoftware>(cboControl->currentIndex()), static_cast<SdrKind>(cboSDR->currentIndex())};
+}
+
+void SourcePage::ShowCat(const CatChoice& choice) {
+  cboControl->setCurrentIndex(static_cast<int>(choice.Software));
+  cboSDR->setCurrentIndex(static_cast<int>(choice.Sdr));
+}
+
+void SourcePage::Show(const SetupView& view, bool running) {
+  {
+    const QSignalBlocker silent(cboControl);
+    cboControl->setCurrentIndex(static_cast<int>(view.Software));
+  }
+  cboControl->setEnabled(view.SoftwareFree && !running);
+  cboSDR->setVisible(view.SoundCard);
+  lblSDR_->setVisible(view.SoundCard);
+  fraTRXM_->setVisible(view.Instructions != nullptr);
+  lblTRX_->setText(view.Instructions);
+  Icom->Show(view);
+  k4_->Show(view);
 }
 
 }  // namespace spectrino::setup

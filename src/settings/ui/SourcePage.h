@@ -1,62 +1,50 @@
 // Setup, first page: which source, which CAT software, and how the radio is reached.
-// Controls and captions; the rules between them are the dialog's.
+// Controls and their fields; the rules between them are SetupView's.
 #pragma once
 
+#include "platform/SerialPorts.h"
+#include "settings/SettingsStore.h"
+#include "settings/SetupView.h"
+#include "settings/ui/FreshList.h"
+#include "settings/ui/IcomFrames.h"
+#include "settings/ui/K4Frames.h"
+#include "settings/ui/SetupFields.h"
 #include "settings/ui/SetupWidgets.h"
 
 namespace spectrino::setup {
 
-/// Asks for the devices anew whenever it is opened: they come and go with their plugs.
-class SourceList final : public QComboBox {
-  Q_OBJECT
- public:
-  using QComboBox::QComboBox;
-  void showPopup() override {
-    emit AboutToShow();
-    QComboBox::showPopup();
-  }
- signals:
-  void AboutToShow();
-};
-
 class SourcePage final : public QWidget {
   Q_OBJECT
  public:
-  explicit SourcePage(QWidget* parent = nullptr);
+  /// ports may be null: then there are none.
+  SourcePage(SettingsStore& store, const SerialPorts* ports, QWidget* parent = nullptr);
 
-  QGroupBox* fraDevice;
-  SourceList* DevicesBox;
+  void AddFields(SetupFields& fields);
+  /// What the two lists of CAT software and kind of receiver say.
+  [[nodiscard]] CatChoice Cat() const;
+  void ShowCat(const CatChoice& choice);
+  /// running: the CAT software stays as it is.
+  void Show(const SetupView& view, bool running);
+
+  FreshList* DevicesBox;
   QRadioButton* optbits[2];
-  QGroupBox* fraFrequency;
   QComboBox* cboControl;
   QComboBox* cboSDR;
-  QLabel* lblSDR;
-  QLineEdit* txtHostEndpoint;
-  QGroupBox* fraTRXM;
-  QLabel* lblTRX;
-  QGroupBox* fraICOM;
-  QComboBox* cboICOM;
-  QComboBox* cboPort;
-  QLabel* lblPort;
-  SourceList* cboPortDevice;
-  QLabel* lblPortDevice;
-  QGroupBox* fraCIV;
-  QLineEdit* txtICAddr;
-  QLineEdit* txtCTRLADDR;
-  QGroupBox* fraK4;
-  QLineEdit* txtK4[3];
-  QGroupBox* fraMiscK4;
-  QCheckBox* chkMinipan;
-  QGroupBox* fraCatServer;
-  QCheckBox* chkCatServer;
-  QLineEdit* txtCatServerPort;
+  IcomFrames* Icom;
 
  private:
-  void MakeDevice();
-  void MakeFrequency();
-  void MakeIcom();
-  void MakeK4();
-  void MakeCatServer();
+  QGroupBox* MakeDevice();
+  QGroupBox* MakeFrequency();
+  QGroupBox* MakeInstructions();
+  QGroupBox* MakeCatServer();
+
+  QLabel* lblSDR_;
+  QLineEdit* txtHostEndpoint_;
+  QGroupBox* fraTRXM_;
+  QLabel* lblTRX_;
+  K4Frames* k4_;
+  QCheckBox* chkCatServer_;
+  QLineEdit* txtCatServerPort_;
 };
 
 }  // namespace spectrino::setup

@@ -1,6 +1,8 @@
 // Setup, third page: offsets between dial and spectrum, wheel steps, spans and S-meter of the K4.
 #pragma once
 
+#include "settings/SetupView.h"
+#include "settings/ui/SetupFields.h"
 #include "settings/ui/SetupWidgets.h"
 
 namespace spectrino::setup {
@@ -10,27 +12,33 @@ class TuningPage final : public QWidget {
  public:
   explicit TuningPage(QWidget* parent = nullptr);
 
-  QGroupBox* fraModeOffset;
-  QLineEdit* txtOffset[5];
-  QGroupBox* fraGlobalOffset;
-  QLineEdit* txtGlobalOffset;
-  QGroupBox* fraCenterFrequencies;
-  QLineEdit* txtCenter[4];
-  QGroupBox* fraMouseWheel;
+  void AddFields(SetupFields& fields);
+  void Show(const SetupView& view);
+
   QCheckBox* chkMouse;
-  QCheckBox* chkInverted;
-  QLineEdit* txtStep[4];
-  QGroupBox* fraSpanK4;
-  QLineEdit* txtSpan[3];
-  QComboBox* cboSM;
-  QLineEdit* txtCorr;
-  QLineEdit* txtPKHold;
-  QLineEdit* txtQSplit[2];
 
  private:
   void MakeOffsets();
   void MakeWheel();
   void MakeSpans();
+  [[nodiscard]] SetupField QuickSplitField();
+  void Enable();
+
+  QGroupBox* fraModeOffset_;
+  QLineEdit* txtOffset_[5];
+  QGroupBox* fraGlobalOffset_;
+  QLineEdit* txtGlobalOffset_;
+  QGroupBox* fraCenterFrequencies_;
+  QLineEdit* txtCenter_[4];
+  QGroupBox* fraMouseWheel_;
+  QCheckBox* chkInverted_;
+  QLineEdit* txtStep_[4];
+  QGroupBox* fraSpanK4_;
+  QLineEdit* txtSpan_[3];
+  QComboBox* cboSM_;
+  QLineEdit* txtCorr_;
+  QLineEdit* txtPKHold_;
+  QLineEdit* txtQSplit_[2];
 };
 
 }  // namespace spectrino::setup

@@ -5,31 +5,23 @@
 #include <QDialog>
 #include <QTabWidget>
 #include <functional>
-#include <map>
 #include <string>
-#include <vector>
 
 #include "platform/SerialPorts.h"
-#include "settings/CatComposition.h"
 #include "settings/SettingsStore.h"
+#include "settings/SetupView.h"
+#include "settings/SourceChoice.h"
 #include "settings/ui/DisplayPage.h"
-#include "settings/ui/SetupFields.h"
 #include "settings/ui/SoundPage.h"
 #include "settings/ui/SourcePage.h"
 #include "settings/ui/TuningPage.h"
 
 namespace spectrino {
 
-struct SetupDevice {
-  std::string Name;
-  std::string StableId;
-};
-
 /// What the dialog needs to know of the program around it.
 struct SetupWorld {
   SettingsStore& Store;
-  std::function<std::vector<SetupDevice>()>
-      ListInputs{};  ///< the sound inputs there are now, in device order
+  std::function<SourceList()> ListSources{};  ///< the sources there are now; not optional
   const SerialPorts* Ports = nullptr;
   bool Running = false;  ///< a run is on: what it copied at Start cannot be changed now
   /// Opens a chapter of the manual; empty: its first page. What went wrong, empty when nothing did.
@@ -56,47 +48,20 @@ class frmSetupPan final : public QDialog {
   void done(int result) override;
 
  private:
-  void Compose();
+  void FillWorld();
+  void MakePages();
+  QLayout* MakeButtons();
   void ListFields();
-  void ListSourceFields();
-  void ListDisplayFields();
-  void ListLinkFields();
-  void Add(setup::SetupField field);
-  void AddNumber(QLineEdit* text, const NumberKey& key);
-  void AddInteger(QLineEdit* text, const IntKey& key);
-  void AddText(QLineEdit* text, const TextKey& key);
   void ConnectRules();
-  void ConnectColours();
   void LoadControls();
-  void LoadDevice();
-  void RememberDevice();
-  void ShowDevice();
   void LockForRun();
   void SaveControls();
-  void PutDevice(SetupBatch& batch);
-  void PutQuickSplit(SetupBatch& batch);
-
-  // Rules between the controls.
-  [[nodiscard]] SourceKind Source() const;
-  [[nodiscard]] IcomData WaveformData() const;
-  void DevicesBox_Click();
-  void ShowSourceLayout();
-  void ShowSoundCardLayout();
-  void ShowK4Layout(bool isK4D);
-  void ShowIcomLayout();
-  void ComposeCat();
-  void ShowOffsetFrame(OffsetFrame frame);
-  void Enable();
-  void HideEmptyPages();
+  void ShowSources();
+  [[nodiscard]] ChosenSource Chosen() const;
+  void Apply(SetupChange change);
+  void chkMouse_Click();
   void chkPriority_Click();
-  void EditColour(std::size_t n);
-  void SetDefaultColours(const ColourTable& colours);
   void OpenChapter(const char* chapter);
-
-  // Serial port names.
-  void ListPorts();
-  void ShowPortDevice();
-  void PickPortDevice(int index);
 
   SetupWorld world_;
   SetupSection setup_;
@@ -106,19 +71,12 @@ class frmSetupPan final : public QDialog {
   setup::TuningPage* tuning_;
   setup::DisplayPage* display_;
   QLabel* lblLocked_;
-  std::vector<SetupDevice> inputs_;
-  std::vector<SerialPortEntry> ports_;
-  std::vector<setup::SetupField> fields_;  ///< in the order in which they are written
-  /// What is chosen, whether it is there now or not.
-  struct {
-    SourceKind Kind = SourceKind::SoundCard;
-    SetupDevice Input{};
-  } chosen_;
+  setup::SetupFields fields_;
+  SourceList sources_;
+  ChosenSource chosen_;  ///< when the list was shown last
   bool sourceChanged_ = false;
-  std::map<int, std::string> portPicks_;  ///< devices picked here, by port number
   CatControl SetupCatControl_ = CatControl::HostIf;
   bool SetupLoading_ = true;
-  ColourTable SetupColors_ = kColoursK4;
 };
 
 }  // namespace spectrino

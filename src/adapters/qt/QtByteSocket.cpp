@@ -1,0 +1,101 @@
+#include "adapters/qt/QtByteSocket.h"
+
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+
+#include <QNetworkProxy>
+#include <QPointer>
+#include <QTcpSocket>
+
+namespace spectrino {
+
+namespace {
+
+// A radio that lost power or its cable acknowledges nothing; without these the system would notice after a
+// quarter of an hour while we send, and after two hours while we only listen.
+constexpr int kUnacknowledgedMs = 10000;
+constexpr int kSilenceBeforeProbeSeconds = 5;
+constexpr int kProbeSeconds = 2;
+constexpr int kProbes = 3;
+
+// A setting that the system refuses costs only the early notice.
+void SetTcpOption(qintptr descriptor, int option, int value) {
+  static_cast<void>(::setsockopt(static_cast<int>(descriptor), IPPROTO_TCP, option, &value, sizeof value));
+}
+
+}  // namespace
+
+// The signal that led here may still be on the stack.
+void QtByteSocket::Later::operator()(QTcpSocket* socket) const {
+  socket->disconnect();
+  socket->flush();
+  socket->abort();
+  socket->deleteLater();
+}
+
+QtByteSocket::QtByteSocket() = default;
+QtByteSocket::~QtByteSocket() = default;
+
+void QtByteSocket::Connect(const std::string& host, std::uint16_t port) {
+  Close();
+  QTcpSocket* socket = new QTcpSocket;
+  socket_.reset(socket);
+  socket->setProxy(QNetworkProxy::NoProxy);
+  QObject::connect(socket, &QTcpSocket::connected, socket, [this] { SetUp(); });
+  QObject::connect(socket, &QTcpSocket::readyRead, socket, [this] { Deliver(); });
+  QObject::connect(socket, &QTcpSocket::disconnected, socket, [this] { End(); });
+  QObject::connect(socket, &QTcpSocket::errorOccurred, socket, [this](QTcpSocket::SocketError error) {
+    if (error != QTcpSocket::RemoteHostClosedError) Fail();  // "disconnected" follows that one
+  });
+  socket->connectToHost(QString::fromStdString(host), port);
+}
+
+void QtByteSocket::Close() {
+  socket_.reset();
+}
+
+void QtByteSocket::Send(std::string_view bytes) {
+  if (!socket_ || socket_->state() != QTcpSocket::ConnectedState) return;
+  socket_->write(bytes.data(), static_cast<qint64>(bytes.size()));
+}
+
+void QtByteSocket::SetUp() {
+  socket_->setSocketOption(QTcpSocket::LowDelayOption, 1);
+  socket_->setSocketOption(QTcpSocket::KeepAliveOption, 1);
+  const qintptr descriptor = socket_->socketDescriptor();
+  SetTcpOption(descriptor, TCP_KEEPIDLE, kSilenceBeforeProbeSeconds);
+  SetTcpOption(descriptor, TCP_KEEPINTVL, kProbeSeconds);
+  SetTcpOption(descriptor, TCP_KEEPCNT, kProbes);
+  SetTcpOption(descriptor, TCP_USER_TIMEOUT, kUnacknowledgedMs);
+  if (const auto call = Connected) call();
+}
+
+// A handler may close, connect anew or destroy us: the old socket is then empty, and nothing of ours is
+// touched again. It may also turn the event loop, in which what arrives is not announced a second time.
+void QtByteSocket::Deliver() {
+  const QPointer<QTcpSocket> socket = socket_.get();
+  while (socket != nullptr && socket->bytesAvailable() > 0) {
+    const QByteArray bytes = socket->readAll();
+    if (const auto call = DataArrival) {
+      call(
+          {reinterpret_cast<const std::uint8_t*>(bytes.constData()), static_cast<std::size_t>(bytes.size())});
+    }
+  }
+}
+
+void QtByteSocket::Fail() {
+  const std::string text = socket_->errorString().toStdString();
+  Close();
+  if (const auto call = Error) call(text);
+}
+
+void QtByteSocket::End() {
+  const QPointer<QTcpSocket> socket = socket_.get();
+  Deliver();
+  if (socket == nullptr || !socket->isOpen()) return;
+  Close();
+  if (const auto call = Closed) call();
+}
+
+}  // namespace spectrino

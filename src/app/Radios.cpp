@@ -1,0 +1,25 @@
+#include "app/Radios.h"
+
+#include "adapters/qt/QtByteSocket.h"
+#include "adapters/qt/QtSerialPort.h"
+#include "civ/ui/IcomKit.h"
+#include "k4/ui/K4Kit.h"
+
+namespace spectrino {
+
+Radios::Radios(const KitParts& parts) {
+  kits_.push_back(std::make_unique<IcomKit>(parts, std::make_unique<QtSerialPort>()));
+  kits_.push_back(
+      std::make_unique<K4Kit>(parts, std::make_unique<QtByteSocket>(), std::make_unique<QtByteSocket>()));
+
+  std::vector<RadioKit*> kits;
+  for (const auto& kit : kits_) {
+    kits.push_back(kit.get());
+    for (const RadioSource& source : kit->Sources()) sources_.push_back(source);
+  }
+  router_ = RigRouter(std::move(kits));
+}
+
+Radios::~Radios() = default;
+
+}  // namespace spectrino

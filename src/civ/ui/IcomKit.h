@@ -1,0 +1,71 @@
+// Everything that an Icom on a serial line needs, wired: link, commands, scan, and the panel that they move.
+// Ownership and wiring only; the port comes in, closed.
+#pragma once
+
+#include <QTimer>
+#include <array>
+#include <memory>
+#include <optional>
+
+#include "bandplan/BandMemory.h"
+#include "civ/IcomBackend.h"
+#include "civ/IcomCommands.h"
+#include "civ/IcomLink.h"
+#include "civ/ScanCommands.h"
+#include "civ/StatusMemory.h"
+#include "civ/ui/IcomPanel.h"
+#include "civ/ui/frmICOMScan.h"
+#include "rig/RadioKit.h"
+#include "state/Pacer.h"
+
+namespace spectrino {
+
+class IcomKit final : public RadioKit {
+ public:
+  IcomKit(const KitParts& parts, std::unique_ptr<SerialPort> port);
+  ~IcomKit() override;
+
+  [[nodiscard]] RigBackend& Backend() override { return backend_; }
+  [[nodiscard]] const RadioTraits& Traits() const override;
+  [[nodiscard]] LinkHealth Health() const override { return link_.Health(); }
+  [[nodiscard]] RadioLink* Link() override { return &link_; }
+  [[nodiscard]] std::span<const RadioSource> Sources() const override;
+  [[nodiscard]] std::string Model() const override { return state_.IcomModelName; }
+  /// The first tick of a run restores the band's reference level.
+  void RunChanged(bool serving) override;
+  [[nodiscard]] QWidget* Panel() override { return panel_.get(); }
+  void SetWindow(WindowCommands* window) override;
+
+ private:
+  /// A slider that is being dragged, and what its newest value does.
+  struct PacedSlider {
+    void (IcomPanel::*Changed)(int);
+    void (IcomCommands::*Handler)(int);
+    PacedValue<int> Value;
+  };
+
+  void ConnectPanel();
+  void ConnectSlider(PacedSlider& slider);
+  void SendSliders();
+  void tmrIcomStatus_Timer();
+  void AskPanelState();
+  void Pump();
+
+  KitParts parts_;
+  std::unique_ptr<SerialPort> port_;
+  std::unique_ptr<IcomPanel> panel_;
+  CivState state_;
+  BandMemory bands_;  // modes are the Icom's indices here
+  IcomLink link_;
+  IcomCommands commands_;
+  IcomBackend backend_;
+  StatusMemory memory_;
+  IcomScanWindow scanWindow_;
+  std::optional<ScanCommands> scan_;  ///< while there is a window for its dialog
+  std::array<PacedSlider, 3> sliders_;
+  QTimer tmrIcomStatus_;
+  QTimer tmrPump_;  ///< while sliders wait or the link closes
+  int asked_ = 0;
+};
+
+}  // namespace spectrino

@@ -1,0 +1,44 @@
+// From the stored address to a socket that answers, or to the reason why there is none: attempts, time-out
+// and the question for other settings. Not what is sent once connected.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <utility>
+
+#include "k4/K4SessionParts.h"
+
+namespace spectrino {
+
+/// Where the settings say that the radio is.
+struct K4Target {
+  std::string Address;  ///< as stored
+  std::string Host;
+  int CatPort = 0;
+  int PanPort = 0;
+  std::chrono::milliseconds TimeOut{};
+};
+
+class K4Connector {
+ public:
+  /// parts outlive it. closeSockets: both, and what is known of their connections.
+  K4Connector(const K4SessionParts& parts, std::function<void()> closeSockets)
+      : parts_(parts), closeSockets_(std::move(closeSockets)) {}
+
+  /// One attempt after another until a connection stands or the user cancels. One connected socket is enough.
+  /// target: the radio that answered.
+  [[nodiscard]] K4ConnectOutcome Connect(K4Target& target);
+
+ private:
+  void RestartMinipan();
+  [[nodiscard]] bool Attempt(const K4Target& target);
+  [[nodiscard]] bool AskRetry();
+  [[nodiscard]] bool Abandoned() const { return parts_.Abandoned && parts_.Abandoned(); }
+  [[nodiscard]] K4ConnectOutcome GiveUp(const K4Target& target);
+
+  const K4SessionParts& parts_;
+  std::function<void()> closeSockets_;
+};
+
+}  // namespace spectrino

@@ -1,0 +1,73 @@
+#include "run/FrameMaker.h"
+
+#include <utility>
+
+namespace spectrino {
+
+void FrameMaker::Forget() {
+  RestartHistory();
+  run_.Line = SpectrumLine{};
+  meter_.Reset();
+  spotRequested_ = false;
+  lastRadioMode_ = session_.Radio.RadioMode;
+}
+
+void FrameMaker::RestartHistory() {
+  historyPoints_ = 0;
+  lastLeftMHz_ = lastRightMHz_ = 0;
+}
+
+void FrameMaker::SetDisplayMode(int index) {
+  session_.Settings.DisplayMode = index;
+  history_.Restart();
+}
+
+void FrameMaker::Show(SMeter::TimePoint now) {
+  const SpectrumLine& line = run_.Line;
+  run_.LinePlan = run_.Plan;
+  if (line.EndIndex() != historyPoints_) {
+    historyPoints_ = line.EndIndex();
+    history_.Reset(historyPoints_);
+  }
+  RestartIfMoved();
+  FollowScale();
+  // Polled under the scale of the line before it.
+  if (run_.Link == nullptr) {
+    run_.Line.BottomLevel = scale_.State().Levels.BottomLevel;
+    run_.Line.TopLevel = scale_.State().Levels.TopLevel;
+  }
+  const PanSettings& settings = session_.Settings;
+  {
+    const StageTimer timer(times_, Stage::History);
+    history_.Push(line.Levels, static_cast<DisplayMode>(settings.DisplayMode), settings.HistoryDepth,
+                  settings.BackgroundPeakHold);
+  }
+  meter_.Update(run_, session_.Radio, settings, now);
+  const bool newestShown = settings.DisplayMode == static_cast<int>(DisplayMode::Normal);
+  sink_.ShowFrame({line, scale_.State().Geometry, history_.DisplayLevel(), history_.BackgroundPeak(),
+                   newestShown ? std::span<const float>() : history_.NewestLevel()});
+  ++times_.Frames;
+  if (std::exchange(spotRequested_, false) && SpotFrame) SpotFrame(line);
+}
+
+void FrameMaker::FollowScale() {
+  const SpectrumLine& line = run_.Line;
+  const ScaleState& scale = scale_.State();
+  const bool moved = !(scale_.GeometryOf(line) == scale.Geometry) || line.CentreMHz != scale.LabelCentreMHz ||
+                     scale.FrequencyKnown != (session_.Radio.MainFreqMHz != 0);
+  const bool otherMode = std::exchange(lastRadioMode_, session_.Radio.RadioMode) != session_.Radio.RadioMode;
+  const bool otherLevels = run_.Link != nullptr && !(run_.Link->Scale() == scale.Levels);
+  if (moved || otherMode || otherLevels) scale_.Update();
+}
+
+// With "qsy" on, averaging across a retune would smear two pieces of band into one.
+void FrameMaker::RestartIfMoved() {
+  const SpectrumLine& line = run_.Line;
+  const bool moved = line.LeftMHz != lastLeftMHz_ || line.RightMHz != lastRightMHz_;
+  const bool first = lastLeftMHz_ == 0 && lastRightMHz_ == 0;
+  lastLeftMHz_ = line.LeftMHz;
+  lastRightMHz_ = line.RightMHz;
+  if (moved && !first && session_.Settings.Qsy) history_.Reset(historyPoints_);
+}
+
+}  // namespace spectrino

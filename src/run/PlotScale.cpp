@@ -1,0 +1,158 @@
+#include "run/PlotScale.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "bandplan/Bands.h"
+#include "dsp/LevelScale.h"
+#include "state/Val.h"
+
+namespace spectrino {
+namespace {
+
+constexpr double kMostPan = 4.0 * 65536;  // points; the longest line, over and over
+
+double PointHz(const ZoomPlan& plan) {
+  return static_cast<double>(plan.SampleRate) / (1 << plan.FftBits);
+}
+
+}  // namespace
+
+int PlotScale::PanPoints(const ZoomPlan& plan) const {
+  const double points = panHz_ / PointHz(plan);
+  const double limit = 4.0 * (1 << plan.FftBits);
+  return RoundToInt32(std::clamp(points, -limit, limit));
+}
+
+FrameGeometry PlotScale::GeometryOf(const SpectrumLine& line) const {
+  if (line.FirstIndex != 0)
+    return RadioGeometry(line.PointCount, line.LeftMHz, line.RightMHz, sink_.PlotWidth());
+  return SoundCardGeometry(WindowOf(line), line.PointCount, run_.LinePlan.SampleRate,
+                           (line.LeftMHz + line.RightMHz) / 2, sink_.PlotWidth());
+}
+
+// From the line's own edges, not from the radio: it may have been retuned since the line was taken.
+PointWindow PlotScale::WindowOf(const SpectrumLine& line) const {
+  const double middleMHz = (line.LeftMHz + line.RightMHz) / 2;
+  const ZoomPlan& plan = run_.LinePlan;
+  return VisiblePoints(line.PointCount, plan.SampleRate, (line.CentreMHz - middleMHz) * 1000,
+                       plan.DisplayZoom, PanPoints(plan));
+}
+
+PointWindow PlotScale::PlannedWindow() const {
+  const ZoomPlan& plan = run_.Plan;
+  return VisiblePoints(1 << plan.FftBits, plan.SampleRate, offsetKHz_(), plan.DisplayZoom, PanPoints(plan));
+}
+
+FrameGeometry PlotScale::PlannedGeometry() const {
+  const double zeroMHz = session_.Radio.MainFreqMHz - offsetKHz_() / 1000;
+  return SoundCardGeometry(PlannedWindow(), 1 << run_.Plan.FftBits, run_.Plan.SampleRate, zeroMHz,
+                           sink_.PlotWidth());
+}
+
+void PlotScale::Update() {
+  const bool hasLine = run_.HasLine();
+  scale_.Running = run_.Running;
+  scale_.FrequencyKnown = run_.Running && session_.Radio.MainFreqMHz != 0;
+  if (run_.Link != nullptr) {
+    // Before a radio's first line nobody knows what its spectrum will span.
+    scale_.Geometry = hasLine ? GeometryOf(run_.Line) : FrameGeometry{.PlotWidth = sink_.PlotWidth()};
+    scale_.FrequencyKnown = scale_.FrequencyKnown && hasLine;
+    scale_.GridOffsetHz = run_.Link->GridHz();
+    scale_.Zoomed = false;
+    scale_.LabelCentreMHz = run_.Line.CentreMHz;
+  } else {
+    const ZoomPlan& plan = hasLine ? run_.LinePlan : run_.Plan;
+    scale_.Geometry = hasLine ? GeometryOf(run_.Line) : PlannedGeometry();
+    scale_.GridOffsetHz = BuildGridFrequencies(plan.SampleRate);
+    for (double& offset : scale_.GridOffsetHz) offset /= plan.DisplayZoom;
+    scale_.Zoomed = plan.DisplayZoom != 1;
+    scale_.LabelCentreMHz = hasLine ? run_.Line.CentreMHz : session_.Radio.MainFreqMHz;
+    if (scale_.FrequencyKnown) ApplyBandLevels();
+  }
+  RebuildLevels();
+  sink_.DrawScale(scale_);
+}
+
+int PlotScale::Pan(int points, bool planned) {
+  const ZoomPlan& plan = planned ? run_.Plan : run_.LinePlan;
+  const int before = PanPoints(plan);
+  panHz_ = (before + points) * PointHz(plan);
+  // What the line's ends take back must not have to be dragged back.
+  const int shift = (planned ? PlannedWindow() : WindowOf(run_.Line)).Shift;
+  const int now = points > 0 ? std::max(before, before + points + std::min(shift, 0))
+                             : std::min(before, before + points + std::max(shift, 0));
+  panHz_ = now * PointHz(plan);
+  Update();
+  return now - before;
+}
+
+void PlotScale::PanTo(double freqMHz, double x) {
+  if (run_.Link != nullptr || run_.Plan.DisplayZoom == 1) return;
+  // The line in view may be of another rate still: the window is placed for the one that comes.
+  const bool planned = !run_.HasLine() || run_.LinePlan != run_.Plan;
+  const FrameGeometry now = planned ? PlannedGeometry() : GeometryOf(run_.Line);
+  if (!now.Valid()) return;
+  const double points = (freqMHz - now.FrequencyAt(x * now.PlotWidth)) * 1e6 / PointHz(run_.Plan);
+  Pan(RoundToInt32(std::clamp(points, -kMostPan, kMostPan)), planned);
+}
+
+double PlotScale::PanBy(double widths) {
+  const FrameGeometry& shown = scale_.Geometry;
+  if (run_.Link != nullptr || run_.Plan.DisplayZoom == 1 || !shown.Valid()) return 0;
+  const int shownPoints = shown.LastPoint - shown.FirstPoint;
+  const double points = std::clamp(widths * shownPoints, -kMostPan, kMostPan);
+  return static_cast<double>(Pan(RoundToInt32(points), !run_.HasLine())) / shownPoints;
+}
+
+void PlotScale::RebuildLevels() {
+  if (run_.Link != nullptr) {
+    scale_.Levels = run_.Link->Scale();
+    return;
+  }
+  const ZoomPlan& plan = run_.HasLine() ? run_.LinePlan : run_.Plan;
+  UpdateLevelScale(scale_.Levels, session_.Settings.RefLevel, session_.Settings.RangeDivisor,
+                   BinWidthDb(plan.SampleRate, plan.FftBits));
+}
+
+void PlotScale::ApplyBandLevels() {
+  const std::optional<int> band = RefBand(session_.Radio.MainFreqMHz);
+  if (!band) return;
+  session_.Settings.RefLevel = session_.Settings.BandRef[static_cast<std::size_t>(*band)];
+  session_.Settings.RangeDivisor = session_.Settings.BandDivisor[static_cast<std::size_t>(*band)];
+}
+
+void PlotScale::RememberBandLevels() {
+  if (!run_.Running || session_.Radio.MainFreqMHz == 0) return;
+  const std::optional<int> band = RefBand(session_.Radio.MainFreqMHz);
+  if (!band) return;
+  session_.Settings.BandRef[static_cast<std::size_t>(*band)] = session_.Settings.RefLevel;
+  session_.Settings.BandDivisor[static_cast<std::size_t>(*band)] = session_.Settings.RangeDivisor;
+}
+
+void PlotScale::ChangeReference(int stepDb) {
+  if (run_.Link != nullptr) return;
+  int& reference = session_.Settings.RefLevel;
+  // The limits are looked at before the step, so the ends are 81 and -102 when stepping from -60.
+  const bool allowed = stepDb > 0 ? reference < 80 : reference > -100;
+  if (allowed) reference += stepDb;
+  RememberBandLevels();
+  Update();
+}
+
+void PlotScale::RangeUp() {
+  if (run_.Link != nullptr) return;
+  if (session_.Settings.RangeDivisor < 10'000'000) session_.Settings.RangeDivisor *= 10;
+  RememberBandLevels();
+  Update();
+}
+
+void PlotScale::RangeDown() {
+  if (run_.Link != nullptr) return;
+  // A stored divisor may be no power of ten; below one there is no range.
+  if (session_.Settings.RangeDivisor >= 10) session_.Settings.RangeDivisor /= 10;
+  RememberBandLevels();
+  Update();
+}
+
+}  // namespace spectrino

@@ -1,0 +1,60 @@
+// What is visible of a line, and between which levels: geometry, zoom window, pan, reference and range.
+// Takes no pass and opens nothing; what a zoom means to the sound card's rate is the run cycle's.
+#pragma once
+
+#include <functional>
+
+#include "dsp/VisibleRange.h"
+#include "run/RunView.h"
+#include "run/Session.h"
+#include "state/FrameSink.h"
+
+namespace spectrino {
+
+class PlotScale {
+ public:
+  /// All outlive it. offsetKHz: radio frequency minus what arrives at the 0 Hz of a sound card.
+  PlotScale(Session& session, FrameSink& sink, const RunView& run, std::function<double()> offsetKHz)
+      : session_(session), sink_(sink), run_(run), offsetKHz_(std::move(offsetKHz)) {}
+
+  /// Brings the scale to the sink after anything that it depends on changed.
+  void Update();
+  [[nodiscard]] const ScaleState& State() const { return scale_; }
+  /// Where a line of this run belongs, as it would be shown now.
+  [[nodiscard]] FrameGeometry GeometryOf(const SpectrumLine& line) const;
+
+  /// Moves the zoomed window of a sound card by so much of the plot's width; up the band when positive. Ends
+  /// where the line ends, and does nothing at zoom 1X or on a radio's own line. Whole points are moved:
+  /// returns how many widths that was.
+  double PanBy(double widths);
+  /// Moves it so that the frequency stands at x, 0..1 of the plot's width.
+  void PanTo(double freqMHz, double x);
+  void ResetPan() { panHz_ = 0; }
+
+  /// Command1 and Command18, Command3 and Command2. No effect on radios with a scale of their own.
+  void ReferenceUp() { ChangeReference(+3); }
+  void ReferenceDown() { ChangeReference(-3); }
+  void RangeUp();
+  void RangeDown();
+
+ private:
+  void ChangeReference(int stepDb);
+  void RememberBandLevels();
+  void ApplyBandLevels();
+  void RebuildLevels();
+  [[nodiscard]] PointWindow WindowOf(const SpectrumLine& line) const;
+  [[nodiscard]] PointWindow PlannedWindow() const;
+  [[nodiscard]] FrameGeometry PlannedGeometry() const;
+  [[nodiscard]] int PanPoints(const ZoomPlan& plan) const;
+  /// By so many points of the line in view, or of the one that is planned; returns how many it was.
+  int Pan(int points, bool planned);
+
+  Session& session_;
+  FrameSink& sink_;
+  const RunView& run_;
+  std::function<double()> offsetKHz_;
+  ScaleState scale_;
+  double panHz_ = 0;  ///< how far the zoomed window was dragged off its centre: at any rate the same
+};
+
+}  // namespace spectrino

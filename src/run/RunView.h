@@ -1,0 +1,25 @@
+// What is on: the plain facts of the run that its scale, its texts and its meter are made from.
+// Written by the run cycle alone.
+#pragma once
+
+#include <string>
+
+#include "capture/ZoomPlan.h"
+#include "run/RigRouter.h"
+#include "state/SpectrumLine.h"
+
+namespace spectrino {
+
+struct RunView {
+  bool Running = false;
+  Route Way;                  ///< of this run, or of the last one
+  std::string SourceName;     ///< the same
+  RadioLink* Link = nullptr;  ///< of this run, where a radio delivers the spectrum
+  ZoomPlan Plan;              ///< of this run's sound input, or of the next one
+  SpectrumLine Line;          ///< the newest; Serial 0 before the first
+  ZoomPlan LinePlan;          ///< under which Line was taken
+
+  [[nodiscard]] bool HasLine() const { return Running && Line.Serial != 0; }
+};
+
+}  // namespace spectrino
