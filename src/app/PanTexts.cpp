@@ -57,7 +57,7 @@ std::string InfoText(const Session& session, RunCycle& cycle) {
     const RadioKit* source = cycle.View().Way.Source;
     const std::string model = source != nullptr ? source->Model() : std::string();
     text += QString::fromStdString(model.empty() ? cycle.View().SourceName : model);
-    if (source != nullptr) text += HealthText(source->Health().State);
+    text += HealthText(cycle.Health().State);
   } else {
     const ZoomPlan& plan = cycle.View().Plan;
     text += QString("Range %1 dB   FFT %2 (%3 Hz)")

@@ -1,8 +1,6 @@
 #include "run/RunCycle.h"
 
 #include <algorithm>
-#include <cmath>
-#include <utility>
 
 #include "capture/IqSign.h"
 #include "run/IfOffset.h"
@@ -173,6 +171,11 @@ void RunCycle::ZoomAt(int zoomIndex, double x) {
 RigBackend* RunCycle::SpanOwner() const {
   RadioKit* source = run_.Running ? run_.Way.Source : nullptr;
   return source != nullptr && source->Traits().OwnSpan ? &source->Backend() : nullptr;
+}
+
+LinkHealth RunCycle::Health() const {
+  if (!run_.Running) return {};
+  return run_.Way.Source != nullptr ? run_.Way.Source->Health() : LinkHealth{.State = LinkState::Live};
 }
 
 double RunCycle::OffsetKHz() const {

@@ -51,6 +51,8 @@ class RunCycle {
   [[nodiscard]] RigBackend* SpanOwner() const;
   /// What is wrong with the sound input's levels though it runs; empty when nothing is.
   [[nodiscard]] std::string Warning() const { return start_.Audio().Warning(); }
+  /// How the link does that brings the lines of this run; Closed while there is none.
+  [[nodiscard]] LinkHealth Health() const;
   /// What arrives at the 0 Hz of a sound card, MHz; counted from the dial while its frequency is unknown.
   [[nodiscard]] double ZeroFreqMHz() const { return session_.Radio.MainFreqMHz - OffsetKHz() / 1000; }
   /// How long runs have lasted, all together.
