@@ -4,7 +4,6 @@
 
 #include <functional>
 #include <optional>
-#include <string>
 
 #include "capture/AudioSource.h"
 #include "capture/DeviceList.h"
