@@ -55,7 +55,7 @@ void frmSetupPan::FillWorld() {
 }
 
 void frmSetupPan::MakePages() {
-  source_ = new SourcePage(world_.Store, world_.Ports);
+  source_ = new SourcePage(world_.Store, world_.Ports, world_.AskRigs);
   sound_ = new SoundPage;
   tuning_ = new TuningPage;
   display_ = new DisplayPage;
