@@ -126,11 +126,8 @@ void HostBackend::Publish() {
 }
 
 void HostBackend::SetFrequency(Vfo vfo, double freqMHz, Aim aim) {
-  if (aim == Aim::Signal && pan_.Corrects == 1 && pan_.FskOffset == 0) {
-    const int radioMode = RadioModeOfHost(parts_.Radio.HostGetMode(vfo));
-    if (radioMode == mode::kData) freqMHz -= pan_.ToneOffsetHz() / 1e6;
-    if (radioMode == mode::kDataReverse) freqMHz += pan_.ToneOffsetHz() / 1e6;
-  }
+  if (aim == Aim::Signal)
+    freqMHz = CorrectedForTones(pan_, RadioModeOfHost(parts_.Radio.HostGetMode(vfo)), freqMHz);
   parts_.Radio.HostSetFrequency(freqMHz, vfo);
 }
 

@@ -31,17 +31,17 @@ struct KeyRow {
 };
 
 constexpr auto kKeys = std::to_array<KeyRow>({
-    {"FA", &PanValues::MainFreqMHz, kOutside | kFixed},
-    {"FB", &PanValues::SubFreqMHz, kIfAdapters},
+    {"FA", &PanValues::MainFreqMHz, kKetrel | kFixed},
+    {"FB", &PanValues::SubFreqMHz, kIf | kK3 | kKetrel},
     {"MD", &PanValues::Mode, kK3 | kOutside | kFixed},
     {"MD$", &PanValues::SubMode, kK3},
     {"MD2", &PanValues::SubMode, kOutside},
-    {"FI", &PanValues::OffsetHz, kK3 | kOutside},
-    {"IS", &PanValues::IfCentreHz, kK3 | kOutside},
+    {"FI", &PanValues::OffsetHz, kK3 | kKetrel},
+    {"IS", &PanValues::IfCentreHz, kK3 | kKetrel},
     {"IFS", &PanValues::IfShiftHz, kIf},
-    {"FW", &PanValues::WidthHz, kIfAdapters},
+    {"FW", &PanValues::WidthHz, kIf | kK3 | kKetrel},
     {"FW$", &PanValues::SubWidthHz, kK3},
-    {"FW2", &PanValues::SubWidthHz, kOutside},
+    {"FW2", &PanValues::SubWidthHz, kKetrel},
     {"PITCH", &PanValues::PitchHz, kIf | kK3},
     {"PI", &PanValues::PitchHz, kOutside},
     {"FT", &PanValues::Split, kOutside},
@@ -123,6 +123,13 @@ void TellFilters(const PanValues& pan, RadioState& radio) {
   radio.SubBandwidthHz = pan.SubWidthHz;
   radio.MainShiftHz = FromDialHz(radio.RadioMode, pan.WidthHz, pan.IfCentreHz, pan.IfShiftHz, pan.PitchHz);
   radio.SubShiftHz = 0;
+}
+
+double CorrectedForTones(const PanValues& pan, int radioMode, double freqMHz) {
+  if (pan.Corrects != 1 || pan.FskOffset != 0) return freqMHz;
+  if (radioMode == mode::kData) return freqMHz - pan.ToneOffsetHz() / 1e6;
+  if (radioMode == mode::kDataReverse) return freqMHz + pan.ToneOffsetHz() / 1e6;
+  return freqMHz;
 }
 
 void ClearEqualSplit(RadioState& radio) {

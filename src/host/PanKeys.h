@@ -46,6 +46,9 @@ struct PanValues {
 /// What every CAT control takes of the values beside frequencies and modes: filters, pitch and gains. The
 /// modes of radio are to be known already.
 void TellFilters(const PanValues& pan, RadioState& radio);
+/// The dial for a signal that was pointed at, MHz: off by the tones' offset in FSK, where the publisher says
+/// so.
+[[nodiscard]] double CorrectedForTones(const PanValues& pan, int radioMode, double freqMHz);
 /// A radio that transmits where it listens works no split, whatever it says.
 void ClearEqualSplit(RadioState& radio);
 

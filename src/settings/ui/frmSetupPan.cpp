@@ -210,7 +210,7 @@ void frmSetupPan::OpenChapter(const char* chapter) {
 }
 
 void frmSetupPan::done(int result) {
-  emit BridgeWanted(RowOf(SetupCatControl_).Way == CatWay::Bridge);
+  emit WayChosen(RowOf(SetupCatControl_).Way);
   QDialog::done(result);
 }
 

@@ -42,8 +42,8 @@ class frmSetupPan final : public QDialog {
   [[nodiscard]] bool SourceChanged() const { return sourceChanged_; }
 
  signals:
-  /// On every closing: whether the chosen CAT control needs the bridge.
-  void BridgeWanted(bool wanted);
+  /// On every closing: the way to the radio that was chosen, stored or not.
+  void WayChosen(CatWay way);
 
  public slots:
   void done(int result) override;
