@@ -18,6 +18,7 @@ class QtSerialPort final : public SerialPort {
   [[nodiscard]] std::string Open(const std::string& path) override;
   void Close() override;
   void CloseWhenSent() override;
+  [[nodiscard]] bool Closing() const override { return tmrClose_.isActive(); }
   [[nodiscard]] bool IsOpen() const override { return attending_; }
   void Write(std::span<const std::uint8_t> bytes) override;
 
@@ -29,7 +30,7 @@ class QtSerialPort final : public SerialPort {
   QSerialPort port_;
   QTimer tmrClose_;  // while bytes leave behind CloseWhenSent
   QElapsedTimer closing_;
-  std::string path_;
+  QString device_;          // what the path led to when it was opened
   bool attending_ = false;  // between a successful Open and Close: errors and bytes are the user's business
 };
 

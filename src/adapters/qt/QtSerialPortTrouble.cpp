@@ -46,4 +46,11 @@ std::string SerialPortTrouble(const std::string& path, bool refused, const std::
   return Trouble(QString::fromStdString(path), refused, QString::fromStdString(systemText)).toStdString();
 }
 
+std::string SerialPortLoss(const std::string& device, const std::string& systemText) {
+  const QString node = QString::fromStdString(device);
+  const QString name = node.startsWith("/dev/") ? node.mid(5) : node;
+  if (!QFileInfo::exists(node)) return (name + " was unplugged").toStdString();
+  return (name + " is gone: ").toStdString() + systemText;
+}
+
 }  // namespace spectrino
