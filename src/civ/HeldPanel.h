@@ -12,9 +12,6 @@
 
 namespace spectrino {
 
-/// The controls that both the operator and the radio move. Function + n is chkFunc (n), 0..5.
-enum class PanelControl { AfLevel, Squelch, RefLevel, Span, Fixed, Function };
-
 class HeldPanel final : public IcomPanelView {
  public:
   /// All outlive it.

@@ -151,7 +151,7 @@ void IcomSession::Close() {
 
 LinkHealth IcomSession::Health() const {
   if (!parts_.State.IcomActive) return {};
-  return watch_.Health();
+  return parts_.State.ResizeInProgress ? beforeLayout_ : watch_.Health();
 }
 
 bool IcomSession::Answers() const {
@@ -160,7 +160,6 @@ bool IcomSession::Answers() const {
 
 void IcomSession::Pump() {
   link_.Pump();
-  // Nothing is parsed during a layout, so nothing is known of the radio either.
   if (!parts_.State.IcomActive || parts_.State.ResizeInProgress) return;
   if (look_.Take(parts_.Time.Now())) Heal();
 }
@@ -244,7 +243,9 @@ void IcomSession::Tell(std::string text) {
   parts_.User.ShowStatus(told_);
 }
 
+// Nothing is parsed during a layout, so nothing new is known of the radio, however long it takes.
 void IcomSession::BeforeLayout() {
+  beforeLayout_ = Health();
   parts_.State.ResizeInProgress = true;
   if (parts_.State.IcomActive) link_.SendCiv("27", "11", "00");
 }
@@ -253,6 +254,8 @@ void IcomSession::AfterLayout(bool hidden) {
   hidden_ = hidden;
   if (parts_.State.IcomActive && ScopeWanted()) link_.SendCiv("27", "11", "01");
   parts_.State.ResizeInProgress = false;
+  scope_.Restart(parts_.Time.Now());
+  link_.ReceiveCiv();
 }
 
 }  // namespace spectrino

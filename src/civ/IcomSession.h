@@ -75,6 +75,7 @@ class IcomSession {
   Pacer ask_;
   bool reconnect_ = true;
   bool hidden_ = false;
+  LinkHealth beforeLayout_;
   bool healBusy_ = false;
   bool identified_ = false;  ///< it said what it is since the port was opened, or since it was silent
   bool setUp_ = false;       ///< it was heard and set up since then

@@ -80,6 +80,17 @@ TEST_F(IcomSessionTest, AScopeThatFallsSilentIsSwitchedOnAgainWhileLinesAreWante
   EXPECT_THAT(Seconds(3, answering), ElementsAre(2));
 }
 
+TEST_F(IcomSessionTest, ALongLayoutIsNoSilence) {
+  Pump.Meanwhile = [&] { Hear("1900A4"); };
+  ASSERT_TRUE(Link.Open(Radio));
+  Seconds(1, [&] { return Sends("271001"); });
+  Link.BeforeLayout();
+  EXPECT_THAT(Seconds(5, [&] { return Hear("FB"), Session.Health().State != LinkState::Live; }), IsEmpty());
+  Link.AfterLayout(false);
+  EXPECT_THAT(Seconds(1, [&] { return Sends("271001"); }), IsEmpty())
+      << "neither its scope nor all of it is set up anew";
+}
+
 // What the operator chose since Start is the radio's to tell.
 TEST_F(IcomSessionTest, ARadioThatComesBackKeepsItsFixedMode) {
   Pump.Meanwhile = [&] { Hear("1900A4"); };

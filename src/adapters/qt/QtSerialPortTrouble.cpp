@@ -3,20 +3,26 @@
 #include <unistd.h>
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 
 namespace spectrino {
 namespace {
 
+constexpr int kSearchMs = 30;
+
 /// "name (process 123)" of a program that has the device open; empty when none is seen. Programs of other
-/// users do not show what they have open.
+/// users do not show what they have open, and a search that takes long is given up: it holds up the window.
 QString HolderOf(const QString& device) {
+  QElapsedTimer time;
+  time.start();
   const QDir processes("/proc");
   for (const QString& process : processes.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
     bool isNumber = false;
     const qlonglong id = process.toLongLong(&isNumber);
     if (!isNumber || id == ::getpid()) continue;
+    if (time.elapsed() > kSearchMs) break;
     const QDir files(QString("/proc/%1/fd").arg(process));
     for (const QString& file : files.entryList(QDir::Files | QDir::System)) {
       if (QFile::symLinkTarget(files.filePath(file)) != device) continue;

@@ -91,24 +91,18 @@ void IcomKit::ConnectPanel() {
 }
 
 void IcomKit::ConnectSliders() {
-  struct Slider {
-    PanelControl Control;
-    void (IcomPanel::*Changed)(int);
-    void (IcomPanel::*Released)();
-  };
-  constexpr Slider sliders[] = {
-      {PanelControl::AfLevel, &IcomPanel::sldVol_Change, &IcomPanel::sldVol_MouseUp},
-      {PanelControl::Squelch, &IcomPanel::sldSQL_Change, &IcomPanel::sldSQL_MouseUp},
-      {PanelControl::RefLevel, &IcomPanel::sldRFLevel_Change, &IcomPanel::sldRFLevel_MouseUp}};
-  for (const Slider& slider : sliders) {
-    QObject::connect(panel_.get(), slider.Changed, panel_.get(), [this, slider](int value) {
+  const auto connect = [this](auto changed, PanelControl slider) {
+    QObject::connect(panel_.get(), changed, panel_.get(), [this, slider](int value) {
       if (state_.CivParserBusy) return;
-      sliders_.Move(slider.Control, value);
+      sliders_.Move(slider, value);
       tmrPump_.start();
     });
-    QObject::connect(panel_.get(), slider.Released, panel_.get(),
-                     [this, slider] { sliders_.Release(slider.Control); });
-  }
+  };
+  connect(&IcomPanel::sldVol_Change, PanelControl::AfLevel);
+  connect(&IcomPanel::sldSQL_Change, PanelControl::Squelch);
+  connect(&IcomPanel::sldRFLevel_Change, PanelControl::RefLevel);
+  QObject::connect(panel_.get(), &IcomPanel::sld_MouseUp, panel_.get(),
+                   [this](PanelControl slider) { sliders_.Release(slider); });
 }
 
 void IcomKit::Hold(PanelControl control, int value, int index) {

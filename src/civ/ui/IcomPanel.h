@@ -48,9 +48,8 @@ class IcomPanel final : public QWidget, public IcomPanelView {
   void sldVol_Change(int value);
   void sldSQL_Change(int value);
   void sldRFLevel_Change(int value);
-  void sldVol_MouseUp();
-  void sldSQL_MouseUp();
-  void sldRFLevel_MouseUp();
+  /// It was let go.
+  void sld_MouseUp(PanelControl slider);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
