@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QSlider>
 #include <QTemporaryDir>
 #include <QTest>
 #include <cstdio>
@@ -222,6 +223,29 @@ TEST(IcomLinkTrouble, StopEndsARetryAtOnceAndStartBeginsAgain) {
   EXPECT_EQ(station.kit_.Health().State, LinkState::Live);
   SecondsUntil([&] { return station.LinesCome(); });
   std::printf("%-22s Stop took %.1f ms\n", "Stop during a retry", 1000 * stopped.count());
+  station.Stop();
+}
+
+// The radio's answer to one step comes while the next ones are made.
+TEST(IcomLinkTrouble, EveryStepOfASliderCounts) {
+  Station station({});
+  if (!station.PlugIn()) GTEST_SKIP() << "no pseudo-terminals here";
+  station.Start();
+  SecondsUntil([&] { return station.LinesCome(); });
+  QTest::qWait(1200);
+  auto* slider = station.kit_.Panel()->findChild<QSlider*>("sldRFLevel");
+  for (const auto& [key, steps] : {std::pair{Qt::Key_Right, 12}, std::pair{Qt::Key_Left, 5}}) {
+    const int before = slider->value();
+    const int sign = key == Qt::Key_Right ? 1 : -1;
+    for (int i = 0; i < steps; ++i) {
+      QTest::keyClick(slider, key);
+      QTest::qWait(15 + 10 * (i % 4));
+    }
+    EXPECT_EQ(slider->value(), before + sign * steps);
+    QTest::qWait(1500);
+    EXPECT_EQ(slider->value(), before + sign * steps) << "the radio took it";
+    EXPECT_EQ(station.radio_.Radio().State().RefHalfDb, slider->value());
+  }
   station.Stop();
 }
 
