@@ -104,15 +104,19 @@ TEST_F(QtSerialPortTest, SaysWhyADeviceCannotBeOpened) {
   EXPECT_NE(Port.Open("/dev/null").find("/dev/null cannot be opened: "), std::string::npos);
   EXPECT_FALSE(Port.IsOpen());
 
-  EXPECT_EQ(SerialPortTrouble(Path, true, ""), Path + " is in use by another program");
+  SerialPortHolder none;
+  EXPECT_EQ(SerialPortTrouble(Path, true, "", none), Path + " is in use by another program");
   QProcess holder;
   holder.setStandardInputFile(QString::fromStdString(Path));
   holder.start("sleep", {"10"});
   ASSERT_TRUE(holder.waitForStarted(2000));
-  EXPECT_EQ(SerialPortTrouble(Path, true, ""),
+  SerialPortHolder found;
+  EXPECT_EQ(SerialPortTrouble(Path, true, "", found),
             Path + " is in use by sleep (process " + std::to_string(holder.processId()) + ")");
   holder.kill();
   holder.waitForFinished(2000);
+  EXPECT_EQ(SerialPortTrouble(Path, true, "", found), Path + " is in use by another program")
+      << "a holder that has ended is not kept";
 }
 
 }  // namespace

@@ -7,8 +7,6 @@
 #include <QThread>
 #include <utility>
 
-#include "adapters/qt/QtSerialPortTrouble.h"
-
 namespace spectrino {
 namespace {
 
@@ -53,12 +51,14 @@ QtSerialPort::~QtSerialPort() {
 
 std::string QtSerialPort::Open(const std::string& path) {
   Close();
+  if (std::exchange(path_, path) != path) holder_ = {};
   port_.setPortName(QString::fromStdString(path));
   device_ = QFileInfo(QString::fromStdString(path)).canonicalFilePath();
   if (!port_.open(QIODevice::ReadWrite)) {
     return SerialPortTrouble(path, port_.error() == QSerialPort::PermissionError,
-                             port_.errorString().toStdString());
+                             port_.errorString().toStdString(), holder_);
   }
+  holder_ = {};
   // The kernel raises both lines when a device is opened. A pseudo-terminal has none: that is no error.
   port_.setDataTerminalReady(false);
   port_.setRequestToSend(false);

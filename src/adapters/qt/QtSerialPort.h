@@ -6,6 +6,7 @@
 #include <QSerialPort>
 #include <QTimer>
 
+#include "adapters/qt/QtSerialPortTrouble.h"
 #include "platform/SerialPort.h"
 
 namespace spectrino {
@@ -30,8 +31,10 @@ class QtSerialPort final : public SerialPort {
   QSerialPort port_;
   QTimer tmrClose_;  // while bytes leave behind CloseWhenSent
   QElapsedTimer closing_;
-  QString device_;          // what the path led to when it was opened
-  bool attending_ = false;  // between a successful Open and Close: errors and bytes are the user's business
+  std::string path_;
+  SerialPortHolder holder_;  // of that path
+  QString device_;           // what the path led to when it was opened
+  bool attending_ = false;   // between a successful Open and Close: errors and bytes are the user's business
 };
 
 }  // namespace spectrino
