@@ -192,7 +192,7 @@ TEST(K4Panel, TheMonitorFollowsTheSubReceiverOfAK4DAlone) {
     bench.Commands.SelectMonitor(7);
     EXPECT_EQ(bench.Log(), "#DPM0; #HDPM0; 200ms 200ms");
     state.K4ParserBusy = true;
-    bench.Commands.chkSub_Click(true);
+    bench.Panel.SetCheck(K4Check::Sub, true);
     state.K4ParserBusy = false;
     bench.Commands.chkDIV_Click(true);
     EXPECT_EQ(bench.Log(), "DV1; DV; SB; 0ms " + c.Both) << "chkSub ticked by the parser counts";
