@@ -66,6 +66,7 @@ K4ConnectOutcome K4Session::Start() {
   MonitorSelected_ = false;
   state.SubRxOn = -1;
   state.K4MonitorKind = -1;
+  state.PanHdpm = 0;
   state.MinipanOn = true;
   parts_.View.TickMinipan();
   state.K4Active = true;

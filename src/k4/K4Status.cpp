@@ -180,8 +180,10 @@ StatusArea K4Status::Area(const K4State& state) const {
   const double halfMHz = state.K4PanChannels[kPanMain].SpanMHz / 2;
   area.ScaleLeft = "-" + WholeKHz(halfMHz);
   area.ScaleRight = "+" + WholeKHz(halfMHz);
-  area.NeedsDualPanOff =
-      (state.SubRxOn == 0 && state.PanHdpm >= 1) || state.K4PanChannels[kPanMiniMain].SpanMHz == 0;
+  // Only of what the radio told: before its first mini-pan, and before its mode, nobody knows.
+  const K4PanChannel& mini = state.K4PanChannels[kPanMiniMain];
+  const bool noMiniPan = mini.Serial != 0 && mini.SpanMHz == 0 && state.RadioMode != mode::kUnknown;
+  area.NeedsDualPanOff = (state.SubRxOn == 0 && state.PanHdpm >= 1) || noMiniPan;
   area.Main = Pan(state, kPanMiniMain);
   area.Sub = Pan(state, kPanMiniSub);
   return area;

@@ -5,6 +5,7 @@
 
 #include "k4/K4Status.h"
 #include "k4/RecordingPanel.h"
+#include "state/RadioState.h"
 
 namespace spectrino {
 namespace {
@@ -236,7 +237,16 @@ TEST(K4Status, TextsSayWhatTheRadioDoes) {
   EXPECT_EQ(area.Antenna, " TX:ANT2 ATU");
   EXPECT_EQ(area.FilterText, "200/600 IIR");
   EXPECT_EQ(area.ScaleLeft + area.ScaleRight, "-25kHz+25kHz");
-  EXPECT_TRUE(area.NeedsDualPanOff) << "no mini-pan yet";
+  EXPECT_FALSE(area.NeedsDualPanOff) << "no mini-pan yet, and nothing told";
+  state.SubRxOn = 0;
+  EXPECT_FALSE(status.Area(state).NeedsDualPanOff);
+  state.PanHdpm = 1;
+  EXPECT_TRUE(status.Area(state).NeedsDualPanOff) << "told by the radio";
+  state.PanHdpm = 0;
+  state.K4PanChannels[kPanMiniMain].Serial = 1;
+  EXPECT_FALSE(status.Area(state).NeedsDualPanOff) << "a line before the radio's mode";
+  state.RadioMode = mode::kCw;
+  EXPECT_TRUE(status.Area(state).NeedsDualPanOff) << "a mini-pan without a span";
 
   state.K4PanChannels[kPanMiniMain] = {.SpanMHz = 0.01, .Levels = {0, -100, -90}, .Points = 2, .Serial = 1};
   for (std::uint64_t serial = 1; serial < 40; ++serial) {
