@@ -148,9 +148,11 @@ void Publish(const DisplaySum& sum, K4PanChannel& channel) {
   channel.RefLevelDb = sum.RefLevelDb;
   channel.Points = sum.Points;
   channel.Levels.assign(kPanFrameLevels + 1, 0);
-  for (std::size_t i = 0; i < static_cast<std::size_t>(sum.Points); ++i) {
-    channel.Levels[i + 1] = Average(sum.Levels[i], sum.Frames);
-  }
+  // Most reads hold one frame of a display: nothing to divide.
+  const auto level = [&sum](std::int64_t total) {
+    return sum.Frames == 1 ? static_cast<std::int16_t>(total) : Average(total, sum.Frames);
+  };
+  std::transform(sum.Levels.begin(), sum.Levels.begin() + sum.Points, channel.Levels.begin() + 1, level);
   ++channel.Serial;
 }
 
