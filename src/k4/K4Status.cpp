@@ -166,7 +166,7 @@ StatusArea K4Status::Area(const K4State& state) const {
   area.Transmitting = state.Transmitting == 1;
   if (!area.Transmitting && state.RxSuffix != "$") {
     if (state.SubRxOn == 1) area.Receivers += "SUB";
-    if (state.DiversityOn == 1) area.Receivers += "DIV   ";
+    if (state.DiversityOn == 1) area.Receivers += area.Receivers.empty() ? "DIV   " : " DIV   ";
   }
   area.Bset = state.BsetOn != 0;
   area.Test = state.TestMode != 0;

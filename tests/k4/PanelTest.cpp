@@ -232,7 +232,7 @@ TEST(K4Status, TextsSayWhatTheRadioDoes) {
   EXPECT_EQ(area.MainLine, "AGC-S PRE1 ATT6 APF NR NB ANT:ATU2 NTC-A");
   EXPECT_EQ(area.SubLine, "AGC-F ANT:IN NTC-M");
   EXPECT_EQ(area.Split + area.SplitOffset, " SPLIT ON+6.00k");
-  EXPECT_EQ(area.Receivers, "SUBDIV   ");
+  EXPECT_EQ(area.Receivers, "SUB DIV   ");
   EXPECT_EQ(area.RitXit, " XIT -0.12");
   EXPECT_EQ(area.Antenna, " TX:ANT2 ATU");
   EXPECT_EQ(area.FilterText, "200/600 IIR");
