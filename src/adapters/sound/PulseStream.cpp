@@ -162,7 +162,7 @@ bool PulseStream::SourceKeepsRate(Deadline deadline, std::string& reason) {
 }
 
 void PulseStream::Subscribe() {
-  server_.SetLostHandler([this] { Fail("The sound server stopped. When it runs again, press Start."); });
+  server_.SetLostHandler([this] { Fail("The sound server stopped", "When it runs again, press Start."); });
   pa_context_set_subscribe_callback(
       server_.Context(),
       [](pa_context*, pa_subscription_event_type_t type, std::uint32_t index, void* self) {
@@ -181,8 +181,8 @@ void PulseStream::StartWatch() {
       stream_,
       [](pa_stream*, void* self) {
         auto& stream = *static_cast<PulseStream*>(self);
-        stream.Fail("The sound server moved the recording away from the sound input " + stream.Quoted() +
-                    ". Press Start to open it again.");
+        stream.Fail("The sound server moved the recording away from the sound input " + stream.Quoted(),
+                    "Press Start to open it again.");
       },
       this);
   AskForRecording();
@@ -260,7 +260,8 @@ void PulseStream::SourceChanged(const pa_source_info& info) {
   if (watch_ == nullptr || source.RateHz == request_.RateHz)
     return;  // while opening, the rate may still settle
   Fail("The sound input " + Quoted() + " was switched to " + std::to_string(source.RateHz) +
-       " Hz by another program. Close that program, then press Start.");
+           " Hz by another program",
+       "Close that program, then press Start.");
 }
 
 void PulseStream::RecordingChanged(const pa_source_output_info& info) {
@@ -271,8 +272,8 @@ void PulseStream::RecordingChanged(const pa_source_output_info& info) {
 void PulseStream::WatchTick(pa_time_event* event) {
   if (++silentTicks_ >= silentTicksAllowed_) {
     Fail("The sound input " + Quoted() + " has sent nothing for " +
-         std::to_string(silentTicks_ / kTicksPerSecond) + " seconds. Check that no other program holds it " +
-         "and that the sound server runs, then press Start.");
+             std::to_string(silentTicks_ / kTicksPerSecond) + " seconds",
+         "Check that no other program holds it and that the sound server runs, then press Start.");
     return;
   }
   pa_context_rttime_restart(server_.Context(), event,
@@ -284,18 +285,18 @@ BlockState PulseStream::TakeBlock(std::span<std::int16_t> block) {
   return ring_.TakeBlock(block) ? BlockState::Done : BlockState::Pending;
 }
 
-void PulseStream::Fail(std::string text) {
+void PulseStream::Fail(std::string cause, std::string advice) {
   const std::lock_guard lock(textMutex_);
   if (failed_.load(std::memory_order_relaxed)) return;  // the first cause is the one to tell
-  failure_ = std::move(text);
+  cause_ = std::move(cause);
+  advice_ = std::move(advice);
   failed_.store(true, std::memory_order_release);
 }
 
 void PulseStream::FailUnplugged() {
   // The server kills the recording first and reports the vanished source after it, or the other way round.
-  Fail("The sound input " + Quoted() +
-       " was unplugged, or the sound server closed it. Plug it in again or choose another input, then press "
-       "Start.");
+  Fail("The sound input " + Quoted() + " was unplugged, or the sound server closed it",
+       "Plug it in again or choose another input, then press Start.");
 }
 
 void PulseStream::SetWarning(std::string& slot, std::string text) {
@@ -303,9 +304,14 @@ void PulseStream::SetWarning(std::string& slot, std::string text) {
   slot = std::move(text);
 }
 
+std::string PulseStream::Cause() const {
+  const std::lock_guard lock(textMutex_);
+  return cause_;
+}
+
 std::string PulseStream::Failure() const {
   const std::lock_guard lock(textMutex_);
-  return failure_;
+  return cause_ + ". " + advice_;
 }
 
 std::string PulseStream::Warning() const {
