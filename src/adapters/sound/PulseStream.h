@@ -45,6 +45,9 @@ class PulseStream final : public SoundStream {
   // Steps of Open; the server's Lock is held.
   bool FindSource(Deadline deadline, std::string& reason);
   bool StartRecording(Deadline deadline, std::string& reason);
+  bool TryRecording(Deadline deadline, bool ofDuplex);
+  void DropStream();
+  [[nodiscard]] bool IsOnSource() const;
   bool SourceKeepsRate(Deadline deadline, std::string& reason);
   void Subscribe();
   void StartWatch();
