@@ -46,7 +46,9 @@ class ReadAhead {
   };
   // The thread's as well: a disk that hangs keeps it alive beyond the recording.
   struct Shared {
-    IqFile File;
+    explicit Shared(const IqFile& file) : File(file) {}
+
+    const IqFile File;
     std::array<Slot, kSlots> Slots{};
     std::atomic<std::uint64_t> Wanted{0};  // the first chunk that may still be taken; kNone: stop
     std::atomic<bool> Broken{false};
