@@ -127,7 +127,8 @@ TEST_F(Window, TheSmallestWindowShowsVfoAWhole) {
   for (const QLabel* label : header->findChildren<QLabel*>()) {
     if (!label->isVisible() || label->text().isEmpty()) continue;
     EXPECT_GE(label->width(), label->sizeHint().width()) << qPrintable(label->objectName());
-    EXPECT_LE(label->geometry().right(), header->width()) << qPrintable(label->objectName());
+    EXPECT_LE(label->mapTo(header, label->rect().bottomRight()).x(), header->width())
+        << qPrintable(label->objectName());
   }
   EXPECT_LE(Find("cmdFullScreen")->geometry().right(), header->width());
 }
@@ -154,6 +155,16 @@ TEST_F(Window, ADemoIcomIsShownWithItsFrequencyAndAReadingThatCanBe) {
   EXPECT_EQ(Find<QLabel>("lblFreqA")->accessibleDescription(), "14.074.000");
   EXPECT_EQ(Find<QLabel>("lblMode")->text(), "USB");
   EXPECT_EQ(program_->Display().Geometry().LastPoint, 475);
+  // It has no VFO B to be typed.
+  auto* header = Find<HeaderPanel>("HeaderPanel");
+  header->Vfos().BeginEntry(1, "7");
+  EXPECT_FALSE(Find<QLineEdit>("txtFrequency")->isVisible());
+  QTest::mouseClick(Find<QLabel>("lblFreqA"), Qt::LeftButton);
+  EXPECT_TRUE(Find<QLineEdit>("txtFrequency")->isVisible());
+  for (const char* name : {"Command1", "Command3", "cmdIQ"}) {
+    EXPECT_FALSE(Find(name)->isEnabled()) << name;
+    EXPECT_TRUE(Find(name)->toolTip().contains("sound inputs")) << name;
+  }
   const QString reading = Find<QLabel>("lblSMeter")->text();
   EXPECT_FALSE(reading.isEmpty());
   EXPECT_LE(QString(reading).remove('+').toDouble(), 60) << qPrintable(reading);
