@@ -71,7 +71,7 @@ void LinkView::Look() {
   linesMissing_ = stopped && !source_.Bad() && cycle_.View().Link != nullptr;
 
   text_ = source_.Text(now);
-  if (linesMissing_) text_ = source_.Name + " sends no spectrum";
+  if (linesMissing_) text_ = source_.Name + " sends no spectrum: is its scope on?";
   if (const std::string other = control_ ? control_->Text(now) : std::string(); !other.empty())
     text_ += (text_.empty() ? "" : "\n") + other;
   TellNews();

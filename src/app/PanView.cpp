@@ -152,7 +152,7 @@ void PanView::ShowStrip() {
 
 void PanView::ShowOverlays() {
   std::string info = InfoText(parts_.State, parts_.Cycle);
-  if (parts_.Cycle.Backend() != nullptr) info += "   " + parts_.Tuning.WheelText().toStdString();
+  if (parts_.Links.Backend() != nullptr) info += "   " + parts_.Tuning.WheelText().toStdString();
   parts_.Display.SetInfoText(std::move(info));
   if (!parts_.Cycle.Running()) {
     parts_.Display.SetStatus({}, 0, 0);

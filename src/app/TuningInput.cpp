@@ -84,6 +84,12 @@ void TuningInput::TellNoSpot() {
   parts_.Scope->Announce(text);
 }
 
+// Answered by the next line: one that comes when the link is back would move a dial that nobody turns any
+// more.
+void TuningInput::RequestSpot() {
+  if (!parts_.Links.RadioStale() && !parts_.Links.StoppedAt()) parts_.Cycle.Frames().RequestSpot();
+}
+
 TuningInput::~TuningInput() {
   parts_.Cycle.Frames().SpotFrame = nullptr;
 }

@@ -56,7 +56,7 @@ class TuningInput final : public QObject, private TuningWindow {
   void StepZoom(int direction, bool wraps) override;
   void ZoomOff() override;
   void RestartTraces() override { parts_.Cycle.Frames().RestartTraces(); }
-  void RequestSpot() override { parts_.Cycle.Frames().RequestSpot(); }
+  void RequestSpot() override;
 
   void MouseDown(QPointF at, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
   void Hover(QPointF at);

@@ -45,8 +45,8 @@ TEST(LinkView, ARadioIsTold_DimmedAndDashedWhileItIsNotHeard) {
   how = {.State = LinkState::Live};
   run.TakeLine();
   EXPECT_EQ(run.After(2900ms), "");
-  EXPECT_EQ(run.After(200ms), "K4 sends no spectrum |dim") << "its link is alive";
-  EXPECT_EQ(run.Links.TakeNews(), "K4 sends no spectrum");
+  EXPECT_EQ(run.After(200ms), "K4 sends no spectrum: is its scope on? |dim") << "its link is alive";
+  EXPECT_EQ(run.Links.TakeNews(), "K4 sends no spectrum: is its scope on?");
   how = {.State = LinkState::Silent, .Since = run.Bench.Time.Now() - 3s};
   EXPECT_EQ(run.After(0ms), "K4 silent for 3 s: is it switched on? |dim |dash |mute");
   EXPECT_EQ(run.Links.TakeNews(), "K4 silent for 3 s: is it switched on?");

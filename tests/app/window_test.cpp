@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QSlider>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
@@ -219,6 +220,24 @@ TEST_F(Window, ADemoK4IsShownWorkedAndFollowed) {
       3000));
   Click("StopButton");
   EXPECT_FALSE(Find<QWidget>("StopButton")->isVisible());
+}
+
+TEST_F(Window, ABoxKeepsItsFrameWhenItIsTicked) {
+  Click("cmdSetup");
+  auto* box = Find<QDialog>("frmSetupPan")->findChild<QAbstractButton*>("chkFlip6");
+  ASSERT_NE(box, nullptr);
+  Find<QTabWidget>("Pages")->setCurrentIndex(1);
+  for (const bool ticked : {false, true}) {
+    box->setChecked(ticked);
+    const QImage picture = box->grab().toImage();
+    int frame = 0, mark = 0;
+    for (int x = 0; x < 16; ++x) {
+      frame = std::max(frame, qGray(picture.pixel(x, picture.height() / 2 - 3)));
+      mark = std::max(mark, x > 3 && x < 11 ? qGray(picture.pixel(x, picture.height() / 2 + 2)) : 0);
+    }
+    EXPECT_GT(frame, 120) << ticked;
+    EXPECT_EQ(mark > 150, ticked);
+  }
 }
 
 TEST_F(Window, QuickSplitGoesByTheOffsetThatSetupNamesForTheMode) {
