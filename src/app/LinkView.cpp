@@ -22,7 +22,7 @@ std::string NameOf(const RadioKit& kit, const std::string& otherwise) {
 
 }  // namespace
 
-std::string LinkView::Link::Text(LinkHealth::Time now) const {
+std::string WatchedLink::Text(LinkHealth::Time now) const {
   if (!Bad()) return {};
   return Health.State == LinkState::Connecting ? "Connecting to " + Name + " again"
                                                : HealthText(Health, Name, now);
@@ -79,7 +79,7 @@ void LinkView::Look() {
 
 // By kind: a text whose seconds count would be said each second.
 void LinkView::TellNews() {
-  const auto kind = [](const Link& link) {
+  const auto kind = [](const WatchedLink& link) {
     return link.Bad() ? link.Name + std::to_string(static_cast<int>(link.Health.State)) : std::string();
   };
   std::string trouble = kind(source_) + (linesMissing_ ? "?" : "") + (control_ ? kind(*control_) : "");

@@ -13,6 +13,20 @@
 
 namespace spectrino {
 
+/// One link: what it is called, how it does, whether it was heard in this run.
+struct WatchedLink {
+  LinkHealth Health;
+  std::string Name;
+  bool Heard = false;
+
+  /// What it told is no longer so.
+  [[nodiscard]] bool Bad() const {
+    return Health.State == LinkState::Silent || Health.State == LinkState::Lost ||
+           (Health.State == LinkState::Connecting && Heard);
+  }
+  [[nodiscard]] std::string Text(LinkHealth::Time now) const;
+};
+
 class LinkView {
  public:
   /// All outlive it.
@@ -39,19 +53,6 @@ class LinkView {
   [[nodiscard]] RigBackend* Backend() const { return radioStale_ ? nullptr : cycle_.Backend(); }
 
  private:
-  /// One link: what it is called, how it does, whether it was heard in this run.
-  struct Link {
-    LinkHealth Health;
-    std::string Name;
-    bool Heard = false;
-
-    [[nodiscard]] bool Bad() const {
-      return Health.State == LinkState::Silent || Health.State == LinkState::Lost ||
-             (Health.State == LinkState::Connecting && Heard);
-    }
-    [[nodiscard]] std::string Text(LinkHealth::Time now) const;
-  };
-
   void LookAtLinks();
   [[nodiscard]] bool LinesStopped(LinkHealth::Time now) const;
   void TellNews();
@@ -59,10 +60,10 @@ class LinkView {
   const RunCycle& cycle_;
   const Session& state_;
   const Clock& time_;
-  Link source_;
-  std::optional<Link> control_;     ///< where another kit than the source's tells the frequency
-  LinkHealth::Time hiddenUntil_{};  ///< no line is taken while nobody can look at it
-  bool linesMissing_ = false;       ///< the link is heard, and brings none
+  WatchedLink source_;
+  std::optional<WatchedLink> control_;  ///< where another kit than the source's tells the frequency
+  LinkHealth::Time hiddenUntil_{};      ///< no line is taken while nobody can look at it
+  bool linesMissing_ = false;           ///< the link is heard, and brings none
   bool radioStale_ = false;
   std::optional<std::chrono::system_clock::time_point> stoppedAt_;
   std::string text_;

@@ -39,7 +39,8 @@ VfoReadings DashedReadings(const RadioState& radio) {
 
 }  // namespace
 
-PanView::PanView(const Parts& parts) : parts_(parts), idle_(100ms), panel_(100ms), inset_(60ms) {}
+PanView::PanView(const Parts& parts)
+    : parts_(parts), idle_(100ms), look_(100ms), panel_(100ms), inset_(60ms) {}
 
 void PanView::ApplyOptions() {
   const PanSettings& settings = parts_.State.Settings;
@@ -64,7 +65,7 @@ void PanView::AfterPass() {
   if (!newFrame && !idle_.Ready(now)) return;
   idle_.Restart(now);
   shownFrames_ = parts_.Times.Frames;
-  ShowLinks();
+  if (look_.Take(now)) ShowLinks();
   ShowPanel();
   ShowHeader();
   ShowOverlays();

@@ -60,6 +60,7 @@ class PanView {
   std::pair<int, int> shownRange_;  ///< reference and divisor that the strip tells
   std::uint64_t shownFrames_ = 0;
   Pacer idle_;   ///< how old header and markers may get without a new frame
+  Pacer look_;   ///< links: a trouble is told within 3 s
   Pacer panel_;  ///< buttons: as fast as an eye reads them
   Pacer inset_;  ///< texts and mini-pans: fast enough for a meter
 };
