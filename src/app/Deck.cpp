@@ -15,12 +15,13 @@ constexpr int kMacroStretch = BandModePanel::kButtonStretch * 5 / 4;
 Deck::Deck(const Parts& parts, QWidget* parent)
     : QWidget(parent),
       parts_(parts),
-      bandModes_({.Backend = [this] { return parts_.Cycle.Backend(); },
+      bandModes_({.Backend = [this] { return parts_.Links.Backend(); },
                   .Traits = [this] { return ChosenWay().Traits; },
                   .Radio = parts.State.Radio,
                   .Settings = parts.State.Settings,
                   .Store = parts.Store}),
       macros_({.Store = parts.Store,
+               // Whatever is heard of it: a macro may be what switches it on.
                .Backend = [this] { return parts_.Cycle.Backend(); },
                .Traits =
                    [this] {

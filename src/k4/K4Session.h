@@ -46,6 +46,9 @@ class K4Session final : public K4Sender {
   [[nodiscard]] std::chrono::steady_clock::time_point LineArrived() const { return lineArrived_; }
   /// Of the connection that does worse; the other one works on meanwhile.
   [[nodiscard]] LinkHealth Health() const;
+  [[nodiscard]] LinkHealth CatHealth() const {
+    return parts_.State.K4Active ? cat_.Watch.Health() : LinkHealth{};
+  }
 
  private:
   /// One of the two connections.

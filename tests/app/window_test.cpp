@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QSlider>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
@@ -128,7 +129,8 @@ TEST_F(Window, TheSmallestWindowShowsVfoAWhole) {
   for (const QLabel* label : header->findChildren<QLabel*>()) {
     if (!label->isVisible() || label->text().isEmpty()) continue;
     EXPECT_GE(label->width(), label->sizeHint().width()) << qPrintable(label->objectName());
-    EXPECT_LE(label->geometry().right(), header->width()) << qPrintable(label->objectName());
+    EXPECT_LE(label->mapTo(header, label->rect().bottomRight()).x(), header->width())
+        << qPrintable(label->objectName());
   }
   EXPECT_LE(Find("cmdFullScreen")->geometry().right(), header->width());
 }
@@ -155,6 +157,16 @@ TEST_F(Window, ADemoIcomIsShownWithItsFrequencyAndAReadingThatCanBe) {
   EXPECT_EQ(Find<QLabel>("lblFreqA")->accessibleDescription(), "14.074.000");
   EXPECT_EQ(Find<QLabel>("lblMode")->text(), "USB");
   EXPECT_EQ(program_->Display().Geometry().LastPoint, 475);
+  // It has no VFO B to be typed.
+  auto* header = Find<HeaderPanel>("HeaderPanel");
+  header->Vfos().BeginEntry(1, "7");
+  EXPECT_FALSE(Find<QLineEdit>("txtFrequency")->isVisible());
+  QTest::mouseClick(Find<QLabel>("lblFreqA"), Qt::LeftButton);
+  EXPECT_TRUE(Find<QLineEdit>("txtFrequency")->isVisible());
+  for (const char* name : {"Command1", "Command3", "cmdIQ"}) {
+    EXPECT_FALSE(Find(name)->isEnabled()) << name;
+    EXPECT_TRUE(Find(name)->toolTip().contains("sound inputs")) << name;
+  }
   const QString reading = Find<QLabel>("lblSMeter")->text();
   EXPECT_FALSE(reading.isEmpty());
   EXPECT_LE(QString(reading).remove('+').toDouble(), 60) << qPrintable(reading);
@@ -298,6 +310,24 @@ TEST_F(Window, OnePortOfAK4GoesAndTheOtherWorksOn) {
     }
     Click("StopButton");
     program_->Window().close();
+  }
+}
+
+TEST_F(Window, ABoxKeepsItsFrameWhenItIsTicked) {
+  Click("cmdSetup");
+  auto* box = Find<QDialog>("frmSetupPan")->findChild<QAbstractButton*>("chkFlip6");
+  ASSERT_NE(box, nullptr);
+  Find<QTabWidget>("Pages")->setCurrentIndex(1);
+  for (const bool ticked : {false, true}) {
+    box->setChecked(ticked);
+    const QImage picture = box->grab().toImage();
+    int frame = 0, mark = 0;
+    for (int x = 0; x < 16; ++x) {
+      frame = std::max(frame, qGray(picture.pixel(x, picture.height() / 2 - 3)));
+      mark = std::max(mark, x > 3 && x < 11 ? qGray(picture.pixel(x, picture.height() / 2 + 2)) : 0);
+    }
+    EXPECT_GT(frame, 120) << ticked;
+    EXPECT_EQ(mark > 150, ticked);
   }
 }
 

@@ -26,6 +26,7 @@ class K4Kit final : public RadioKit, private K4SessionView {
   [[nodiscard]] RigBackend& Backend() override { return backend_; }
   [[nodiscard]] const RadioTraits& Traits() const override;
   [[nodiscard]] LinkHealth Health() const override { return session_.Health(); }
+  [[nodiscard]] LinkHealth CommandHealth() const override { return session_.CatHealth(); }
   [[nodiscard]] RadioLink* Link() override { return &link_; }
   [[nodiscard]] std::span<const RadioSource> Sources() const override;
   [[nodiscard]] int AddressedMode(const RadioState& radio) const override;
