@@ -97,8 +97,8 @@ TEST_F(IcomSessionTest, ARadioThatComesBackKeepsItsFixedMode) {
   ASSERT_TRUE(Link.Open(Radio));
   Seconds(1, [&] { return Sends("27140000"); });
   State.ScopeFixedMode = 1;
-  EXPECT_THAT(Seconds(7, [&] { return Sends("1900"); }), ElementsAre(2, 3, 4, 5, 6))
-      << "3 s after it was heard, then slowly";
+  EXPECT_THAT(Seconds(7, [&] { return Sends("1900"); }), ElementsAre(2, 3, 4, 5, 6, 7))
+      << "2.5 s after it was heard, then slowly";
   EXPECT_EQ(Session.Health().State, LinkState::Silent);
   Hear("1900A4");
   std::vector<std::string> sent;
