@@ -80,6 +80,21 @@ TEST(RigctldClient, AClickOvertakesReadsAndTheNewestFrequencyTheUnsentOnes) {
   EXPECT_DOUBLE_EQ(bench.Radio.HostGetFrequency(Vfo::A), 14.25) << "never answered";
 }
 
+TEST(HostPoll, ASlowRadioIsLeftInPeaceAsLongAsItsAnswerTook) {
+  for (const auto& [took, pause] : {std::pair(0ms, 20ms), {300ms, 300ms}, {1800ms, 1000ms}}) {
+    HostBench bench;
+    bench.Begin(CatControl::FixedLo);
+    bench.Pass(1s);
+    bench.Time.Advance(took);
+    bench.Socket.Receive(VfoInfo("VFOA", 14074000, "USB"));
+    bench.Socket.Sent.clear();
+    bench.Pass(pause - 1ms);
+    EXPECT_THAT(bench.TakeSent(), IsEmpty()) << took.count();
+    bench.Pass(1ms);
+    EXPECT_THAT(bench.TakeSent(), ElementsAre("+\\get_vfo_info VFOA\n")) << took.count();
+  }
+}
+
 TEST(RigctldClient, ALateAnswerCostsTheConnectionAndIsNobodys) {
   HostBench bench;
   bench.Begin(CatControl::HostIf);
