@@ -80,8 +80,10 @@ void Deck::Connect() {
     emit Retuning();
     macros_.cmdMacro_Click(n);
   });
-  connect(macroPanel_, &MacroPanel::chkMacro_Click, this,
-          [this](int n, bool checked) { macros_.chkMacro_Click(n, checked); });
+  connect(macroPanel_, &MacroPanel::chkMacro_Click, this, [this](int n, bool checked) {
+    emit Retuning();
+    macros_.chkMacro_Click(n, checked);
+  });
   connect(macroPanel_, &MacroPanel::EditMacro, this,
           [this](int n) { ShowMacroEditor(macros_, n, *macroPanel_, window(), parts_.Window); });
 }
@@ -129,9 +131,8 @@ void Deck::ShowCalibration(bool show) {
 
 void Deck::ShowCurrent(int radioMode) {
   if (bandPanel_->isHidden()) return;
-  const PanSettings& settings = parts_.State.Settings;
   bandPanel_->ShowCurrent(BandButtonOf(layout_.Bands, parts_.State.Radio.MainFreqMHz),
-                          ModeButtonOf(layout_.Modes, radioMode), settings.CwReverse, settings.FskReverse);
+                          ModeButtonOf(layout_.Modes, radioMode), IsReverse(radioMode));
 }
 
 }  // namespace spectrino

@@ -2,7 +2,6 @@
 // Ownership and wiring only: no behaviour of its own.
 #pragma once
 
-#include <chrono>
 #include <memory>
 #include <optional>
 

@@ -7,7 +7,6 @@
 #include <QToolButton>
 #include <functional>
 #include <memory>
-#include <string>
 
 #include "adapters/qt/QtNotifier.h"
 #include "app/Deck.h"

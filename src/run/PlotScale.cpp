@@ -1,7 +1,6 @@
 #include "run/PlotScale.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "bandplan/Bands.h"
 #include "dsp/LevelScale.h"

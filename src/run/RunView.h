@@ -1,5 +1,5 @@
 // What is on: the plain facts of the run that its scale, its texts and its meter are made from.
-// Written by the run cycle alone.
+// Written by RunStart and the run cycle; everyone else reads.
 #pragma once
 
 #include <string>

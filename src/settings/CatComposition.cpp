@@ -1,6 +1,5 @@
 #include "settings/CatComposition.h"
 
-#include <algorithm>
 #include <array>
 
 namespace spectrino {

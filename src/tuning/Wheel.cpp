@@ -1,6 +1,5 @@
 #include "tuning/Wheel.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "state/BusyGuard.h"
