@@ -3,6 +3,8 @@
 #include "adapters/qt/QtByteSocket.h"
 #include "adapters/qt/QtSerialPort.h"
 #include "civ/ui/IcomKit.h"
+#include "host/PanKit.h"
+#include "host/ui/HostKit.h"
 #include "k4/ui/K4Kit.h"
 
 namespace spectrino {
@@ -11,6 +13,9 @@ Radios::Radios(const KitParts& parts) {
   kits_.push_back(std::make_unique<IcomKit>(parts, std::make_unique<QtSerialPort>()));
   kits_.push_back(
       std::make_unique<K4Kit>(parts, std::make_unique<QtByteSocket>(), std::make_unique<QtByteSocket>()));
+  kits_.push_back(std::make_unique<HostKit>(parts, std::make_unique<QtByteSocket>()));
+  kits_.push_back(std::make_unique<PanKit>(parts, CatWay::Ketrel));
+  kits_.push_back(std::make_unique<PanKit>(parts, CatWay::Bridge));
 
   std::vector<RadioKit*> kits;
   for (const auto& kit : kits_) {

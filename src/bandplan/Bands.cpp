@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <span>
 
+#include "state/Val.h"
+
 namespace spectrino {
 namespace {
 
@@ -53,6 +55,9 @@ int FirstHolding(std::span<const Range> ranges, double mhz) {
 
 constexpr std::array<int, kBandButtonCount> kRecordOfButton{0, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 15, 17};
 
+// Nobody tells where the host's decoder divides 80 m: the middle.
+constexpr double kSplit80MHz = 3.75;
+
 }  // namespace
 
 int BandButton(double mhz) {
@@ -72,6 +77,43 @@ int IcomBandNumber(double mhz) {
 int BandRecordOfButton(int button) {
   assert(button >= 0 && button < kBandButtonCount);
   return kRecordOfButton[static_cast<std::size_t>(button)];
+}
+
+namespace {
+
+int SplitButton(double mhz) {
+  const int whole = BandButton(mhz);
+  if (whole == 2) return mhz < kSplit80MHz ? 2 : 3;
+  // One further on behind 80 m; 10 m in one again brings 6 m back to its place.
+  return whole >= 3 && whole <= 9 ? whole + 1 : whole;
+}
+
+/// The button that recalls the record of the frequency's band.
+int RecordButton(double mhz) {
+  const int number = IcomBandNumber(mhz);
+  for (int button = 1; button < kBandButtonCount; ++button)
+    if (BandRecordOfButton(button) == number) return button;
+  return 0;
+}
+
+}  // namespace
+
+bool ReadSplit80(SettingsStore& store) {
+  return Val(store.GetSetting("Bexmora", "BandDecoder", "Split80", "")) == 1;
+}
+
+std::optional<int> BandButtonOf(BandLayout layout, double mhz) {
+  if (mhz <= 0) return std::nullopt;
+  switch (layout) {
+    case BandLayout::With60m:
+      return RecordButton(mhz);
+    case BandLayout::HostSplit:
+      return SplitButton(mhz);
+    case BandLayout::Designed:
+    case BandLayout::HostWhole:
+      break;
+  }
+  return BandButton(mhz);
 }
 
 }  // namespace spectrino

@@ -4,6 +4,9 @@
 
 #include <optional>
 
+#include "settings/SettingsStore.h"
+#include "state/DeckLayout.h"
+
 namespace spectrino {
 
 inline constexpr int kBandButtonCount = 14;
@@ -22,5 +25,10 @@ inline constexpr int kBandButtonCount = 14;
 /// The band-memory record that band button 0..13 recalls. The buttons count 60 m and all of 10 m as one band
 /// each, like BandLayout::With60m, and so differ from BandButton between 40 m and 10 m.
 [[nodiscard]] int BandRecordOfButton(int button);
+
+/// Whether the host's band decoder gives 80 m two buttons and 10 m one.
+[[nodiscard]] bool ReadSplit80(SettingsStore& store);
+/// 0..13, "Gen" outside the bands of the layout; nothing for a frequency of 0, which is unknown.
+[[nodiscard]] std::optional<int> BandButtonOf(BandLayout layout, double mhz);
 
 }  // namespace spectrino

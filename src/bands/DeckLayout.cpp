@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "bandplan/Bands.h"
 #include "state/RadioState.h"
-#include "state/Val.h"
 
 namespace spectrino {
 namespace {
@@ -56,46 +54,10 @@ std::optional<int> IndexIn(const Table& table, auto&& holds) {
   return at == table.end() ? std::nullopt : std::optional(static_cast<int>(at - table.begin()));
 }
 
-// Nobody tells where the host's decoder divides 80 m: the middle.
-constexpr double kSplit80MHz = 3.75;
-
-int SplitButton(double mhz) {
-  const int whole = BandButton(mhz);
-  if (whole == 2) return mhz < kSplit80MHz ? 2 : 3;
-  // One further on behind 80 m; 10 m in one again brings 6 m back to its place.
-  return whole >= 3 && whole <= 9 ? whole + 1 : whole;
-}
-
-/// The button that recalls the record of the frequency's band.
-int RecordButton(double mhz) {
-  const int number = IcomBandNumber(mhz);
-  for (int button = 1; button < kBandButtonCount; ++button)
-    if (BandRecordOfButton(button) == number) return button;
-  return 0;
-}
-
 }  // namespace
-
-bool ReadSplit80(SettingsStore& store) {
-  return Val(store.GetSetting("Bexmora", "BandDecoder", "Split80", "")) == 1;
-}
 
 const ModeButtonTexts& ModeTexts(ModeLayout layout) {
   return layout == ModeLayout::WithReverse ? kK4Modes : kDesignedModes;
-}
-
-std::optional<int> BandButtonOf(BandLayout layout, double mhz) {
-  if (mhz <= 0) return std::nullopt;
-  switch (layout) {
-    case BandLayout::With60m:
-      return RecordButton(mhz);
-    case BandLayout::HostSplit:
-      return SplitButton(mhz);
-    case BandLayout::Designed:
-    case BandLayout::HostWhole:
-      break;
-  }
-  return BandButton(mhz);
 }
 
 std::optional<int> ModeButtonOf(ModeLayout layout, int radioMode) {

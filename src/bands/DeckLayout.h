@@ -1,4 +1,4 @@
-// What the band and mode buttons say, which one a frequency or mode belongs to, and which layout is in use.
+// What the mode buttons say, and which one a mode belongs to. The bands are in bandplan/.
 // Presses nothing: BandModes acts on the clicks.
 #pragma once
 
@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "bandplan/BandCaptions.h"
-#include "settings/SettingsStore.h"
 #include "state/DeckLayout.h"
 
 namespace spectrino {
@@ -20,13 +19,8 @@ struct ModeButtonText {
 };
 using ModeButtonTexts = std::array<ModeButtonText, kModeButtonCount>;
 
-/// Whether the host's band decoder gives 80 m two buttons and 10 m one.
-[[nodiscard]] bool ReadSplit80(SettingsStore& store);
-
 [[nodiscard]] const ModeButtonTexts& ModeTexts(ModeLayout layout);
 
-/// 0..13, "Gen" outside the bands of the layout; nothing for a frequency of 0, which is unknown.
-[[nodiscard]] std::optional<int> BandButtonOf(BandLayout layout, double mhz);
 /// 0..9; nothing for a mode without a button.
 [[nodiscard]] std::optional<int> ModeButtonOf(ModeLayout layout, int radioMode);
 /// CW or FSK on its other sideband.

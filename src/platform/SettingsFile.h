@@ -32,11 +32,12 @@ class SettingsFile {
   [[nodiscard]] virtual std::optional<std::string> Read(const std::string& application,
                                                         std::string& reason) = 0;
   /// Under the file's lock: hands the text now on disk to merge (empty when there is none) and replaces the
-  /// file with what it returns; merge is called again when a program that knows no lock changed the file
-  /// meanwhile. Whoever reads meanwhile, and whatever is killed, sees the old or the new text, whole. Takes
-  /// up to seconds while others hold the lock or rewrite the file.
+  /// file with what it returns, be it the same; nothing returned leaves the file alone. merge is called again
+  /// when a program that knows no lock changed the file meanwhile. Whoever reads meanwhile, and whatever is
+  /// killed, sees the old or the new text, whole. Takes up to seconds while others hold the lock or rewrite
+  /// the file.
   virtual WriteOutcome Update(const std::string& application,
-                              const std::function<std::string(const std::string&)>& merge) = 0;
+                              const std::function<std::optional<std::string>(const std::string&)>& merge) = 0;
   /// Moves a file that cannot be used out of the way, when isBad still says so of its text under the lock.
   /// Never waits.
   virtual AsideOutcome SetAside(const std::string& application,

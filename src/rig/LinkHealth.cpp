@@ -22,7 +22,8 @@ std::string HealthText(const LinkHealth& health, const std::string& name, LinkHe
     case LinkState::Live:
       return {};
     case LinkState::Silent:
-      text = name + " silent for " + SecondsText(health.Since, now) + ": is it switched on?";
+      text = name + " silent for " + SecondsText(health.Since, now) + ": " +
+             (health.Why.empty() ? "is it switched on?" : health.Why);
       break;
     case LinkState::Lost:
       text = health.Why.empty() ? name + " is gone." : health.Why + ".";

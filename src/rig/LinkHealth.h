@@ -19,8 +19,8 @@ struct LinkHealth {
   using Time = std::chrono::steady_clock::time_point;
 
   LinkState State = LinkState::Closed;
-  Time Since{};                                ///< of Silent and Lost: when it was heard last
-  std::string Why{};                           ///< of Lost: what happened, in the user's terms
+  Time Since{};       ///< of Silent and Lost: when it was heard last
+  std::string Why{};  ///< of Lost: what happened, in the user's terms; of Silent: what may be the cause
   std::optional<Time> NextTry = std::nullopt;  ///< when it is tried again; nothing: not by itself
 };
 

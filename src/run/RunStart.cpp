@@ -30,6 +30,9 @@ void RunStart::Choose() {
 
 void RunStart::OpenHost() {
   hostOpen_ = false;
+  // A way of its own beside the host: it reads what another program publishes, and is always there.
+  if (!UsesHost(control_) && run_.Way.Control != nullptr && run_.Way.Control != run_.Way.Source)
+    static_cast<void>(run_.Way.Control->Backend().Open());
   if (!UsesHost(control_) || !session_.SearchHost) return;
   RadioKit* host = parts_.Router.Host();
   hostOpen_ = host != nullptr && host->Backend().Open();

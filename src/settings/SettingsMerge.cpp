@@ -11,9 +11,9 @@ MergeResult MergeInto(SettingsFile& file, const std::string& application,
   result.Application = application;
   for (const SettingValue& value : values) result.Serial = std::max(result.Serial, value.Serial);
   std::string why;
-  result.Outcome = file.Update(application, [&](const std::string& onDisk) {
+  result.Outcome = file.Update(application, [&](const std::string& onDisk) -> std::optional<std::string> {
     result.Document = IniDocument::Parse(onDisk, why);
-    if (!result.Document) return onDisk;  // unchanged, so nothing is written
+    if (!result.Document) return std::nullopt;
     for (const SettingValue& value : values) result.Document->Set(value.Section, value.Key, value.Value);
     return result.Document->Text();
   });

@@ -152,6 +152,17 @@ void SettingsStore::SaveSettings(std::string_view application, std::string_view 
   if (changed || (!writer_ && !to.pending.empty())) Flush(to);
 }
 
+void SettingsStore::SendSetting(std::string_view application, std::string_view section, std::string_view key,
+                                std::string_view value) {
+  Application& to = Open(application);
+  SettingValue sent{std::string(section), std::string(key), IniDocument::StorableText(value), ++serial_};
+  if (SettingValue* waiting = Find(to.pending, section, key))
+    *waiting = std::move(sent);
+  else
+    to.pending.push_back(std::move(sent));
+  Flush(to);
+}
+
 void SettingsStore::Flush(Application& application) {
   if (writer_)
     writer_->Take(application.name, application.pending);

@@ -50,6 +50,10 @@ class SettingsStore {
   /// One write for all; none when every value stands there already.
   void SaveSettings(std::string_view application, std::string_view section, std::span<const KeyValue> values);
 
+  /// Written though it stands there already: for a value that another program takes as a command.
+  void SendSetting(std::string_view application, std::string_view section, std::string_view key,
+                   std::string_view value);
+
   /// A value in memory that beats the file until withdrawn: how a link of ours plays the part of a program
   /// that publishes a section.
   void Publish(std::string_view application, std::string_view section, std::string_view key,

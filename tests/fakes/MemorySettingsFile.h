@@ -17,11 +17,13 @@ class MemorySettingsFile final : public SettingsFile {
     return found == Files.end() ? std::nullopt : std::optional<std::string>(found->second);
   }
   WriteOutcome Update(const std::string& application,
-                      const std::function<std::string(const std::string&)>& merge) override {
+                      const std::function<std::optional<std::string>(const std::string&)>& merge) override {
     const std::lock_guard locked(mutex_);
     if (WritesFail) return {false, "cannot write " + PathOf(application), false};
     std::string& text = Files[application];
-    text = merge(text);
+    const std::optional<std::string> merged = merge(text);
+    if (!merged) return {};
+    text = *merged;
     ++stamp_;
     return {};
   }

@@ -72,8 +72,9 @@ std::optional<std::string> PosixSettingsFile::Read(const std::string& applicatio
   return posix::ReadWhole(PathOf(application), reason);
 }
 
-WriteOutcome PosixSettingsFile::Update(const std::string& application,
-                                       const std::function<std::string(const std::string&)>& merge) {
+WriteOutcome PosixSettingsFile::Update(
+    const std::string& application,
+    const std::function<std::optional<std::string>(const std::string&)>& merge) {
   const std::string path = PathOf(application);
   if (std::string reason = posix::MakeFolder(folder_); !reason.empty()) return {false, reason, false};
   std::string reason;
@@ -85,9 +86,9 @@ WriteOutcome PosixSettingsFile::Update(const std::string& application,
     const auto old = posix::ReadSettled(path, lock.Get(), posix::Patience::Wait, reason);
     // What cannot be read must not be replaced: it may be all the settings there are.
     if (!old) return {false, reason, false};
-    const std::string text = merge(old->Text);
-    if (old->Text == text) return {};
-    reason = posix::WriteBeside(target, text);
+    const std::optional<std::string> text = merge(old->Text);
+    if (!text) return {};
+    reason = posix::WriteBeside(target, *text);
     if (!reason.empty()) return {false, reason, false};
     // Writing took its time, and who knows nothing of the lock may have come in between.
     if (tries < kMostTries && posix::VersionOf(path) != old->Version) {

@@ -23,7 +23,7 @@ class PosixSettingsFile final : public SettingsFile {
 
   [[nodiscard]] std::optional<std::string> Read(const std::string& application, std::string& reason) override;
   WriteOutcome Update(const std::string& application,
-                      const std::function<std::string(const std::string&)>& merge) override;
+                      const std::function<std::optional<std::string>(const std::string&)>& merge) override;
   AsideOutcome SetAside(const std::string& application,
                         const std::function<bool(const std::string&)>& isBad) override;
   [[nodiscard]] unsigned long long Stamp(const std::string& application) const override;

@@ -1,0 +1,139 @@
+#include "host/HostBackend.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "host/HostModes.h"
+#include "settings/SetupSection.h"
+#include "state/Val.h"
+
+namespace spectrino {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto kSearchTime = 1000ms;
+constexpr auto kLook = 5ms;
+constexpr double kStepMHz = 0.1;
+constexpr std::string_view kPublisher = "Bexmora";
+
+}  // namespace
+
+RigctldEndpoint HostEndpoint(SettingsStore& store) {
+  if (const auto own = ParseEndpoint(SetupSection(store).Read(key::kHostEndpoint))) return *own;
+  return ParseEndpoint(store.GetSetting(kPublisher, kSetupSection, "AppPath", ""))
+      .value_or(RigctldEndpoint{});
+}
+
+bool HostBackend::Open() {
+  control_ = parts_.Settings.Control;
+  pan_ = {};
+  const bool mainOnly = RowOf(control_).Offset == OffsetRule::FixedCentre;
+  HostRadio& radio = parts_.Radio;
+  radio.Open(HostEndpoint(parts_.Store), mainOnly ? HostReads::MainOnly : HostReads::Everything);
+  const RigctldClient& client = radio.Client();
+  const auto end = parts_.Time.Now() + kSearchTime;
+  while (!client.IsReady() && !client.IsLost() && parts_.Time.Now() < end) {
+    if (parts_.Abandoned && parts_.Abandoned()) break;
+    parts_.Pump.Wait(kLook);
+  }
+  const bool found = client.IsReady() || (client.IsConnected() && !client.IsLost());
+  if (!found) {
+    Close();
+    return false;
+  }
+  radio.SetHostFound(true);
+  read_.Reset();
+  return true;
+}
+
+void HostBackend::Close() {
+  parts_.Radio.Close();
+  parts_.Store.Withdraw(kPublisher, kPanSection);
+  published_.clear();
+  publishedSerial_ = 0;
+  pan_ = {};
+}
+
+void HostBackend::Refresh(RadioState& radio) {
+  const HostRadio& host = parts_.Radio;
+  if (!host.HostFound()) return;
+  radio.MainFreqMHz = host.HostGetFrequency(Vfo::A);
+  radio.RadioMode = RadioModeOfHost(host.HostGetMode(Vfo::A));
+  radio.Transmitting = host.State().Transmitting;
+  if (RowOf(control_).Offset == OffsetRule::FixedCentre) {
+    radio.SplitOn = 0;
+    return;
+  }
+  Publish();
+  if (read_.Take(parts_.Time.Now())) pan_ = ReadPan(parts_.Store, control_);
+  radio.SubFreqMHz = pan_.SubFreqMHz != 0 ? pan_.SubFreqMHz : host.HostGetFrequency(Vfo::B);
+  radio.SubRadioMode =
+      pan_.SubMode != 0 ? RoundToInt16(pan_.SubMode) : RadioModeOfHost(host.HostGetMode(Vfo::B));
+  radio.SplitOn = host.HostGetSplit();
+  ClearEqualSplit(radio);
+  TellFilters(pan_, radio);
+}
+
+// What the host does not tell stays to whoever else writes the section.
+void HostBackend::Publish() {
+  const HostRadio& host = parts_.Radio;
+  const HostState& state = host.State();
+  const double subMHz = host.HostGetFrequency(Vfo::B);
+  const int hostMode = host.HostGetMode(Vfo::A);
+  if (state.Serial == publishedSerial_ && subMHz == publishedSubMHz_ && hostMode == publishedMode_) return;
+  publishedSerial_ = state.Serial;
+  publishedSubMHz_ = subMHz;
+  publishedMode_ = hostMode;
+
+  std::vector<KeyValue> values;
+  const auto put = [&values](const char* key, double value) { values.push_back({key, NumberText(value)}); };
+  const HostVfo& a = state.Of(Vfo::A);
+  const HostVfo& b = state.Of(Vfo::B);
+  if (subMHz != 0) put("FB", subMHz * 1e6);
+  if (hostMode != hostmode::kUnknown) put("MD", RadioModeOfHost(hostMode));
+  if (b.Mode != hostmode::kUnknown) put("MD$", RadioModeOfHost(b.Mode));
+  if (a.WidthHz > 0) put("FW", a.WidthHz);
+  if (b.WidthHz > 0) put("FW$", b.WidthHz);
+  if (state.PitchHz) put("PITCH", *state.PitchHz);
+  if (state.PreampDb) put("PRE", *state.PreampDb);
+  if (state.AttenuatorDb) put("ATT", *state.AttenuatorDb);
+  if (state.IfShiftHz) put("IFS", *state.IfShiftHz);
+  // Of Elecraft's data modes: 0 data, 2 the radio's own teletype.
+  if (a.Mode == hostmode::kFsk || a.Mode == hostmode::kFskReverse) put("DT", state.DataFamily ? 0 : 2);
+  put("SB", host.HostGetSubRx());
+  for (const KeyValue& value : values) {
+    const auto same = [&](const KeyValue& old) { return old.Key == value.Key && old.Value == value.Value; };
+    if (std::ranges::any_of(published_, same)) continue;
+    parts_.Store.Publish(kPublisher, kPanSection, value.Key, value.Value);
+    read_.Reset();
+  }
+  published_ = std::move(values);
+}
+
+void HostBackend::SetFrequency(Vfo vfo, double freqMHz, Aim aim) {
+  if (aim == Aim::Signal && pan_.Corrects == 1 && pan_.FskOffset == 0) {
+    const int radioMode = RadioModeOfHost(parts_.Radio.HostGetMode(vfo));
+    if (radioMode == mode::kData) freqMHz -= pan_.ToneOffsetHz() / 1e6;
+    if (radioMode == mode::kDataReverse) freqMHz += pan_.ToneOffsetHz() / 1e6;
+  }
+  parts_.Radio.HostSetFrequency(freqMHz, vfo);
+}
+
+bool HostBackend::SelectMode(const ModeRequest& request) {
+  parts_.Radio.HostSetMode(HostModeOfButton(request.Button, request.Reverse));
+  return true;
+}
+
+void HostBackend::SendMacro(std::string_view text) {
+  const bool civ = parts_.Radio.State().SpeaksCiv && !Trim(text).ends_with(';');
+  parts_.Radio.HostSendCommand(civ ? HostCommandKind::CivHex : HostCommandKind::Text, text);
+}
+
+void HostBackend::StepFrequency(int direction, double /*centreMHz*/) {
+  const double freqMHz = parts_.Radio.HostGetFrequency(Vfo::A);
+  if (freqMHz > 0) parts_.Radio.HostSetFrequency(freqMHz + direction * kStepMHz, Vfo::A);
+}
+
+}  // namespace spectrino

@@ -1,0 +1,69 @@
+// The radio behind the host program, as tuning, bands, modes and macros see it.
+// Looks for the host at Start and publishes what it tells; reading and setting are HostRadio's.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/HostRadio.h"
+#include "host/PanKeys.h"
+#include "platform/EventPump.h"
+#include "rig/RigBackend.h"
+#include "settings/PanSettings.h"
+#include "state/Pacer.h"
+
+namespace spectrino {
+
+/// Where the host is: key "HostEndpoint", else an endpoint in ("Bexmora", "Setup", "AppPath"), else port 4532
+/// of this machine.
+[[nodiscard]] RigctldEndpoint HostEndpoint(SettingsStore& store);
+
+class HostBackend final : public RigBackend {
+ public:
+  struct Parts {
+    HostRadio& Radio;
+    SettingsStore& Store;
+    const PanSettings& Settings;
+    Notifier& User;
+    EventPump& Pump;
+    const Clock& Time;
+    std::function<bool()> Abandoned;
+  };
+  /// All outlive it.
+  explicit HostBackend(Parts parts) : parts_(std::move(parts)) {}
+
+  /// Waits, with events flowing, until the host answers, is refused, or a second has passed. A host that
+  /// takes the connection and says nothing is there: its radio may be off, and be switched on later.
+  bool Open() override;
+  void Close() override;
+  /// To be called every few milliseconds while open.
+  void Tick() { parts_.Radio.Tick(); }
+
+  void Refresh(RadioState& radio) override;
+  [[nodiscard]] double LinkOffsetKHz() const override { return pan_.OffsetHz / 1000; }
+  void SetFrequency(Vfo vfo, double freqMHz, Aim aim) override;
+  void RememberBand() override { parts_.Radio.RememberBand(); }
+  void SelectBand(int button) override { parts_.Radio.HostSetBand(button); }
+  bool SelectMode(const ModeRequest& request) override;
+  /// For an Icom hexadecimal digits, unless it ends in ";".
+  void SendMacro(std::string_view text) override;
+  /// 100 kHz from where VFO A is.
+  void StepFrequency(int direction, double centreMHz) override;
+
+ private:
+  void Publish();
+
+  Parts parts_;
+  CatControl control_ = CatControl::HostIf;
+  PanValues pan_;
+  Pacer read_{std::chrono::milliseconds(100)};
+  std::vector<KeyValue> published_;
+  std::uint64_t publishedSerial_ = 0;
+  double publishedSubMHz_ = 0;
+  int publishedMode_ = 0;
+};
+
+}  // namespace spectrino

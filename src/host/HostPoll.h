@@ -1,0 +1,62 @@
+// Reads the radio through a rigctld again and again and keeps what it tells: what is read, how often, and how
+// long a slow radio is left in peace. Sets nothing.
+#pragma once
+
+#include <array>
+#include <bitset>
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+
+#include "host/HostState.h"
+#include "host/RigctldClient.h"
+#include "platform/Clock.h"
+
+namespace spectrino {
+
+/// What a run needs of the radio.
+enum class HostReads {
+  MainOnly,   ///< frequency and mode: all that a fixed oscillator takes
+  Everything  ///< VFO B, split, levels and functions as well, as far as the radio has them
+};
+
+class HostPoll {
+ public:
+  /// From the end of an answer to the next read: at least this, and as long as the answer took, but at most
+  /// kMostPause. A radio that does not answer its server is asked every kSilentPause.
+  static constexpr std::chrono::milliseconds kLeastPause{20};
+  static constexpr std::chrono::milliseconds kMostPause{1000};
+  static constexpr std::chrono::milliseconds kSilentPause{500};
+
+  /// All outlive it.
+  HostPoll(RigctldClient& client, HostState& state, const Clock& clock)
+      : client_(client), state_(state), clock_(clock) {}
+
+  /// A connection was made: what the server tells of its radio ("dump_caps") decides what is asked.
+  void Begin(HostReads reads, const RigctldReply& caps);
+  /// Sends the next read when its time has come.
+  void Tick();
+  /// This VFO's frequency was set: it is read next.
+  void ReadSoon(Vfo vfo);
+  /// How many reads were sent: what a later one tells is newer than anything before it.
+  [[nodiscard]] std::uint64_t ReadsSent() const { return readsSent_; }
+
+ private:
+  static constexpr std::size_t kItems = 8;
+
+  [[nodiscard]] std::size_t NextItem() const;
+  void Send(std::size_t item);
+  void Answered(std::size_t item, std::uint64_t read, const RigctldReply* reply);
+
+  RigctldClient& client_;
+  HostState& state_;
+  const Clock& clock_;
+  std::bitset<kItems> asked_;  ///< what this radio has
+  std::bitset<kItems> soon_;
+  std::array<LinkHealth::Time, kItems> sentAt_{};
+  LinkHealth::Time next_{};
+  std::size_t last_ = 0;
+  std::uint64_t readsSent_ = 0;
+};
+
+}  // namespace spectrino

@@ -1,0 +1,52 @@
+// The section "PAN": how programs between us and a radio publish its state, in the vocabulary of the Elecraft
+// commands of the same names. Which keys belong to which CAT control, and what they make of the radio's
+// state.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "settings/SettingsStore.h"
+#include "state/CatControl.h"
+#include "state/RadioState.h"
+
+namespace spectrino {
+
+inline constexpr std::string_view kPanSection = "PAN";
+
+/// What the section holds; 0 for what is missing, or not read under this CAT control.
+struct PanValues {
+  double MainFreqMHz = 0, SubFreqMHz = 0;    ///< "FA", "FB"
+  double Mode = 0, SubMode = 0;              ///< "MD"; "MD$" or "MD2"
+  double OffsetHz = 0;                       ///< "FI"
+  double IfCentreHz = 0;                     ///< "IS": audio frequency of the filter's middle
+  double IfShiftHz = 0;                      ///< "IFS": of the filter, from its usual place
+  double WidthHz = 0, SubWidthHz = 0;        ///< "FW"; "FW$" or "FW2"
+  double PitchHz = 0;                        ///< "PITCH" or "PI"; read as 600 when it is 0
+  double PreampDb = 0, AttenuatorDb = 0;     ///< "PRE", "ATT"
+  double Split = 0, SubRx = 0;               ///< "FT", "SB"
+  double ToneShiftHz = 0;                    ///< "SHIFT": between the two tones of FSK
+  double FskOffset = 0;                      ///< "FSK": the display has the tones' offset in it already
+  double Corrects = 0;                       ///< "CO": a click on an FSK signal is corrected
+  double DataMode = 0, Diversity = 0;        ///< "DT", "DIV"
+  double DualCw = 0, DualFsk = 0;            ///< "DualCW", "DualFSK"
+  double AmSideband = 0, SynchronousAm = 0;  ///< "AMSB", "SAM"
+
+  /// From the dial to the middle of the tones, Hz.
+  [[nodiscard]] int ToneOffsetHz() const { return static_cast<int>(ToneShiftHz / 2); }
+  bool operator==(const PanValues&) const = default;
+};
+
+/// The application that publishes under this CAT control.
+[[nodiscard]] std::string_view PanApplication(CatControl control);
+/// The keys that are read under it, in the order of their table.
+[[nodiscard]] std::vector<std::string_view> PanKeysOf(CatControl control);
+[[nodiscard]] PanValues ReadPan(SettingsStore& store, CatControl control);
+
+/// What every CAT control takes of the values beside frequencies and modes: filters, pitch and gains. The
+/// modes of radio are to be known already.
+void TellFilters(const PanValues& pan, RadioState& radio);
+/// A radio that transmits where it listens works no split, whatever it says.
+void ClearEqualSplit(RadioState& radio);
+
+}  // namespace spectrino
