@@ -15,6 +15,7 @@ class NoPanel final : public spectrino::K4PanelView {
     if (value < 0 || value > 255) std::abort();
   }
   void SetVolumeToolTip(const std::string&) override {}
+  [[nodiscard]] bool SubTicked() const override { return false; }
   [[nodiscard]] int Notch() const override { return 0; }
   void SetNotch(int) override {}
   void SetNotchToolTip(const std::string&) override {}

@@ -16,9 +16,12 @@ class DemoStream final : public PacedStream {
   DemoStream(const Clock& clock, int rateHz, std::uint32_t seed, std::function<double()> radioFreqMHz)
       : PacedStream(clock, rateHz), band_(rateHz, seed), radioFreqMHz_(std::move(radioFreqMHz)) {}
 
+  [[nodiscard]] std::string Cause() const override { return {}; }  // there is nothing that could fail
+
  protected:
-  void Fill(std::uint64_t firstFrame, std::span<std::int16_t> block) override {
+  BlockState Fill(std::uint64_t firstFrame, std::span<std::int16_t> block) override {
     band_.Render(firstFrame, radioFreqMHz_ ? radioFreqMHz_() : 0, block);
+    return BlockState::Done;
   }
 
  private:
@@ -38,12 +41,12 @@ std::vector<SoundDevice> DemoInput::Devices() {
 std::unique_ptr<SoundStream> DemoInput::Open(const SoundDevice& device, int rateHz, int blockFrames,
                                              std::string& reason) {
   if (device.StableId != kDemoId) {
-    reason = "\"" + device.Name + "\" is not the demo signal";
+    reason = "\"" + device.Name + "\" is not the demo signal.";
     return nullptr;
   }
   if (!IsSoundRate(rateHz) || blockFrames <= 0) {
-    reason = "the demo signal has no rate of " + std::to_string(rateHz) + " Hz in blocks of " +
-             std::to_string(blockFrames) + " frames";
+    reason = "The demo signal has no rate of " + std::to_string(rateHz) + " Hz in blocks of " +
+             std::to_string(blockFrames) + " frames.";
     return nullptr;
   }
   return std::make_unique<DemoStream>(clock_, rateHz, seed_, radioFreqMHz_);

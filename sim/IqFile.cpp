@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
+#include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <new>
 #include <span>
 #include <string_view>
 
@@ -16,7 +15,6 @@ namespace spectrino {
 
 namespace {
 
-constexpr std::uint64_t kMaxDataBytes = std::uint64_t{2} << 30;
 constexpr std::string_view kNeed = "; I/Q files need 16-bit stereo";
 
 std::uint32_t LittleEndian(std::span<const unsigned char> bytes) {
@@ -78,13 +76,13 @@ struct Layout {
 };
 
 template <std::size_t Size>
-bool ReadExactly(std::ifstream& file, std::array<unsigned char, Size>& bytes, std::size_t count = Size) {
+bool ReadExactly(std::istream& file, std::array<unsigned char, Size>& bytes, std::size_t count = Size) {
   return static_cast<bool>(
       file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(count)));
 }
 
 /// Walks the chunks after the RIFF header; stops at the data or wherever the file stops making sense.
-Layout WalkChunks(std::ifstream& file, std::uint64_t fileBytes) {
+Layout WalkChunks(std::istream& file, std::uint64_t fileBytes) {
   Layout layout;
   std::uint64_t at = 12;
   while (at + 8 <= fileBytes && !(layout.Format && layout.HasData)) {
@@ -111,40 +109,9 @@ Layout WalkChunks(std::ifstream& file, std::uint64_t fileBytes) {
   return layout;
 }
 
-std::string ReadSamples(std::ifstream& file, const Layout& layout, std::vector<std::int16_t>& samples) {
-  const std::uint64_t bytes = layout.DataBytes - layout.DataBytes % 4;
-  if (!layout.HasData || bytes == 0) return "there are no samples in it";
-  if (bytes > kMaxDataBytes) return "more than 2 GiB of samples; cut the recording into shorter files";
-  try {
-    samples.resize(static_cast<std::size_t>(bytes / 2));
-  } catch (const std::bad_alloc&) {
-    return "not enough memory for " + std::to_string(bytes >> 20) + " MiB of samples";
-  }
-  file.clear();
-  file.seekg(static_cast<std::streamoff>(layout.DataAt));
-  if (!file.read(reinterpret_cast<char*>(samples.data()), static_cast<std::streamsize>(bytes))) {
-    return "reading failed after " + std::to_string(file.gcount()) + " bytes of samples";
-  }
-  if constexpr (std::endian::native == std::endian::big) {
-    for (std::int16_t& sample : samples) {
-      const auto raw = static_cast<std::uint16_t>(sample);
-      sample = static_cast<std::int16_t>(static_cast<std::uint16_t>(raw << 8 | raw >> 8));
-    }
-  }
-  return {};
-}
+}  // namespace
 
-/// Fills file and returns what is wrong with it, empty when nothing is.
-std::string Read(const std::string& path, IqFile& iq) {
-  std::error_code error;
-  const bool regular = std::filesystem::is_regular_file(path, error);
-  if (error) return "cannot be read: " + error.message();
-  if (!regular) return "is not a file";
-  const std::uint64_t fileBytes = std::filesystem::file_size(path, error);
-  std::ifstream file(path, std::ios::binary);
-  if (error || !file)
-    return std::string("cannot be read: ") + (error ? error.message() : std::strerror(errno));
-
+std::string ParseIqFile(std::istream& file, std::uint64_t fileBytes, IqFile& iq) {
   std::array<unsigned char, 12> riff{};
   const bool isWave = ReadExactly(file, riff) && std::memcmp(riff.data(), "RIFF", 4) == 0 &&
                       std::memcmp(riff.data() + 8, "WAVE", 4) == 0;
@@ -152,18 +119,34 @@ std::string Read(const std::string& path, IqFile& iq) {
   const Layout layout = WalkChunks(file, fileBytes);
   if (!layout.Format) return "the WAV file has no format chunk" + std::string(kNeed);
   if (const std::string objection = Objection(*layout.Format); !objection.empty()) return objection;
+  if (!layout.HasData || layout.DataBytes < 4) return "there are no samples in it";
   iq.RateHz = static_cast<int>(layout.Format->RateHz);
-  return ReadSamples(file, layout, iq.Samples);
+  iq.DataAt = layout.DataAt;
+  iq.Frames = layout.DataBytes / 4;
+  return {};
 }
 
-}  // namespace
-
 std::optional<IqFile> LoadIqFile(const std::string& path, std::string& message) {
-  IqFile iq;
-  const std::string wrong = Read(path, iq);
-  if (wrong.empty()) return iq;
-  message = path + ": " + wrong;
-  return std::nullopt;
+  message = path + ": ";
+  std::error_code error;
+  const bool regular = std::filesystem::is_regular_file(path, error);
+  const std::uint64_t fileBytes = regular ? std::filesystem::file_size(path, error) : 0;
+  if (error || !regular) {
+    message += error ? "cannot be read: " + error.message() : "is not a file";
+    return std::nullopt;
+  }
+  std::ifstream file(path, std::ios::binary);
+  if (!file) {
+    message += std::string("cannot be read: ") + std::strerror(errno);
+    return std::nullopt;
+  }
+  IqFile iq{.Path = path};
+  if (const std::string wrong = ParseIqFile(file, fileBytes, iq); !wrong.empty()) {
+    message += wrong;
+    return std::nullopt;
+  }
+  message.clear();
+  return iq;
 }
 
 }  // namespace spectrino

@@ -1,11 +1,10 @@
 #include "sim/IqFileInput.h"
 
-#include <algorithm>
-#include <cassert>
 #include <filesystem>
-#include <utility>
+#include <optional>
 
 #include "sim/PacedStream.h"
+#include "sim/ReadAhead.h"
 
 namespace spectrino {
 
@@ -13,34 +12,38 @@ namespace {
 
 class IqFileStream final : public PacedStream {
  public:
-  IqFileStream(const Clock& clock, std::shared_ptr<const IqFile> file)
-      : PacedStream(clock, file->RateHz), file_(std::move(file)) {}
+  IqFileStream(const Clock& clock, const std::string& name, const IqFile& file)
+      : PacedStream(clock, file.RateHz), name_(name), frames_(file) {}
+
+  [[nodiscard]] std::string Cause() const override {
+    return "The recording " + name_ + " was cut short or cannot be read any more";
+  }
 
  protected:
-  void Fill(std::uint64_t firstFrame, std::span<std::int16_t> block) override {
-    const std::span<const std::int16_t> samples(file_->Samples);
-    auto at = static_cast<std::size_t>(firstFrame % (samples.size() / 2)) * 2;
-    while (!block.empty()) {
-      const std::size_t count = std::min(block.size(), samples.size() - at);
-      std::copy_n(samples.begin() + static_cast<std::ptrdiff_t>(at), count, block.begin());
-      block = block.subspan(count);
-      at = 0;
+  BlockState Fill(std::uint64_t firstFrame, std::span<std::int16_t> block) override {
+    switch (frames_.Take(firstFrame, block)) {
+      case ReadAhead::Got::All:
+        return BlockState::Done;
+      case ReadAhead::Got::NotYet:
+        return BlockState::Pending;
+      case ReadAhead::Got::Never:
+        break;
     }
+    return BlockState::Failed;
   }
 
  private:
-  std::shared_ptr<const IqFile> file_;
+  std::string name_;
+  ReadAhead frames_;
 };
 
 }  // namespace
 
-IqFileInput::IqFileInput(const Clock& clock, std::string path, IqFile file)
+IqFileInput::IqFileInput(const Clock& clock, const std::string& path, const IqFile& file)
     : clock_(clock),
+      path_(path),
       device_{std::filesystem::path(path).filename().string(), "file:" + path, true, file.RateHz,
-              SourceKind::Recording},
-      file_(std::make_shared<const IqFile>(std::move(file))) {
-  assert(file_->Samples.size() >= 2 && file_->Samples.size() % 2 == 0);
-}
+              SourceKind::Recording} {}
 
 std::vector<SoundDevice> IqFileInput::Devices() {
   return {device_};
@@ -49,15 +52,21 @@ std::vector<SoundDevice> IqFileInput::Devices() {
 std::unique_ptr<SoundStream> IqFileInput::Open(const SoundDevice& device, int rateHz, int blockFrames,
                                                std::string& reason) {
   if (device.StableId != device_.StableId) {
-    reason = "\"" + device.Name + "\" is not the file " + device_.Name;
+    reason = "\"" + device.Name + "\" is not the file " + device_.Name + ".";
     return nullptr;
   }
-  if (rateHz != file_->RateHz || blockFrames <= 0) {
-    reason = device_.Name + " was recorded at " + std::to_string(file_->RateHz) +
-             " Hz and cannot be played at " + std::to_string(rateHz) + " Hz";
+  // Anew: it may have become another one since it was listed.
+  const std::optional<IqFile> file = LoadIqFile(path_, reason);
+  if (!file) {
+    reason += ".";
     return nullptr;
   }
-  return std::make_unique<IqFileStream>(clock_, file_);
+  if (rateHz != file->RateHz || blockFrames <= 0) {
+    reason = device_.Name + " was recorded at " + std::to_string(file->RateHz) +
+             " Hz and cannot be played at " + std::to_string(rateHz) + " Hz.";
+    return nullptr;
+  }
+  return std::make_unique<IqFileStream>(clock_, device_.Name, *file);
 }
 
 }  // namespace spectrino

@@ -28,16 +28,15 @@ class PacedStream : public SoundStream {
     if (waiting > std::max(4 * frames, static_cast<std::uint64_t>(rateHz_) / 4)) {
       nextFrame_ += (waiting / frames - 1) * frames;
     }
-    Fill(nextFrame_, block);
-    nextFrame_ += frames;
-    return BlockState::Done;
+    const BlockState state = Fill(nextFrame_, block);
+    if (state == BlockState::Done) nextFrame_ += frames;
+    return state;
   }
 
-  [[nodiscard]] std::string Failure() const final { return {}; }  // there is nothing that could fail
-
  protected:
-  /// Writes the frames from firstFrame on, counted from the start of the stream.
-  virtual void Fill(std::uint64_t firstFrame, std::span<std::int16_t> block) = 0;
+  /// Writes the frames from firstFrame on, counted from the start of the stream; firstFrame never goes back.
+  /// Pending: they are due but not to be had yet, and are asked for again.
+  virtual BlockState Fill(std::uint64_t firstFrame, std::span<std::int16_t> block) = 0;
 
  private:
   [[nodiscard]] std::uint64_t ArrivedFrames() const {

@@ -4,6 +4,7 @@
 #include <cassert>
 #include <vector>
 
+#include "sim/HashRandom.h"
 #include "sim/icom/IcomSimScope.h"
 
 namespace spectrino {
@@ -36,15 +37,24 @@ double IcomRadio::SecondsAt(SimTime now) const {
 }
 
 void IcomRadio::Receive(SimByteView bytes, SimTime now) {
+  if (Faults().WrongBaud) return;
   if (setup_.Echo) line_.QueueRaw(bytes, now);
   splitter_.Take(bytes, [&](SimByteView frame) { Obey(frame, now); });
+}
+
+SimBytes IcomRadio::Execute(SimByteView command, SimTime now) {
+  SimBytes reply = control_.Execute(command, SecondsAt(now));
+  const bool identity = reply.size() == 3 && reply[0] == 0x19;
+  if (identity && setup_.Identity != 0) reply[2] = setup_.Identity;
+  return reply;
 }
 
 void IcomRadio::Obey(SimByteView frame, SimTime now) {
   const std::uint8_t to = frame[0];
   const std::uint8_t from = frame[1];
   if ((to != model_.Address && to != kEverybody) || from == model_.Address) return;
-  const SimBytes reply = control_.Execute(frame.subspan(2), SecondsAt(now));
+  SimBytes reply =
+      Faults().Refusing && control_.State().PowerOn ? SimBytes{kCivBad} : Execute(frame.subspan(2), now);
   // What is said to everybody is answered by nobody: all radios on the bus would talk at once.
   if (reply.empty() || to == kEverybody) return;
   controller_ = from;
@@ -54,7 +64,11 @@ void IcomRadio::Obey(SimByteView frame, SimTime now) {
 SimBytes IcomRadio::Transmit(SimTime now) {
   if (setup_.Operator) TurnKnob(now);
   SimBytes sent = line_.Sent(now);
-  const bool wanted = control_.State().PowerOn && control_.Settings().Value({0x27, 0x10}) == 1 &&
+  if (Faults().WrongBaud) {
+    for (std::uint8_t& byte : sent) byte = static_cast<std::uint8_t>(Mix(setup_.BandSeed, ++noise_));
+  }
+  const bool wanted = control_.State().PowerOn && !Faults().Refusing &&
+                      control_.Settings().Value({0x27, 0x10}) == 1 &&
                       control_.Settings().Value({0x27, 0x11}) == 1;
   if (!wanted) line_.DropScope();
   if (wanted && !scopeRuns_) nextLineAt_ = now;

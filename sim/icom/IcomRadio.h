@@ -17,6 +17,7 @@ struct IcomSimSetup {
   int Divisions = 0;            ///< frames of one scope line, 1..15; 0: the model's own
   double LinesPerSecond = 15;   ///< at the fast sweep; a half and a fifth of it at the others
   int BytesPerSecond = 11'520;  ///< 115200 baud
+  std::uint8_t Identity = 0;    ///< what it says it is; 0: its model
   bool Operator = false;        ///< somebody turns the knob slowly and changes the mode now and then
   std::uint64_t BandSeed = 1;
   IcomSimFaults Faults = {};
@@ -35,6 +36,11 @@ class IcomRadio {
   [[nodiscard]] SimBytes Transmit(SimTime now);
 
   void SetFaults(const IcomSimFaults& faults) { line_.SetFaults(faults); }
+  [[nodiscard]] const IcomSimFaults& Faults() const { return line_.Faults(); }
+  /// Its own power switch. Switched off it hears and says nothing.
+  void SwitchPower(bool on) { control_.SwitchPower(on); }
+  /// Somebody else switches the scope's data off.
+  void StopScopeData() { control_.StopScopeData(); }
   [[nodiscard]] const IcomSimState& State() const { return control_.State(); }
   [[nodiscard]] const IcomSimModel& Model() const { return model_; }
   [[nodiscard]] const IcomSimBand& Band() const { return band_; }
@@ -42,6 +48,7 @@ class IcomRadio {
  private:
   [[nodiscard]] double SecondsAt(SimTime now) const;
   void Obey(SimByteView frame, SimTime now);
+  [[nodiscard]] SimBytes Execute(SimByteView command, SimTime now);
   void QueueScopeLine(SimTime now);
   void TurnKnob(SimTime now);
   void Announce(SimByteView command, SimTime now);
@@ -59,6 +66,7 @@ class IcomRadio {
   SimTime nextLineAt_{};
   SimTime nextTurnAt_{};
   int turns_ = 0;
+  std::uint64_t noise_ = 0;
 };
 
 }  // namespace spectrino

@@ -111,8 +111,13 @@ SimAnswer IcomSimControl::QuietMeter(SimByteView data) {
 SimAnswer IcomSimControl::Power(SimByteView data) {
   if (data.empty()) return {true, {static_cast<std::uint8_t>(state_.PowerOn ? 1 : 0)}};
   if (data.size() != 1 || data[0] > 1) return {};
-  state_.PowerOn = data[0] == 1;
+  SwitchPower(data[0] == 1);
   return {true};
+}
+
+void IcomSimControl::SwitchPower(bool on) {
+  if (!on) StopScopeData();
+  state_.PowerOn = on;
 }
 
 SimAnswer IcomSimControl::Identify(SimByteView data) {

@@ -28,6 +28,10 @@ class IcomSimControl {
   /// The operator's own hand on the radio. False, and nothing done, where it does not receive.
   bool TuneTo(std::int64_t hz) { return vfo_.TuneTo(hz); }
   void SwitchTo(std::uint8_t mode) { state_.Active().Mode = mode; }
+  /// A radio that is switched off forgets that it was to send its scope's data.
+  void SwitchPower(bool on);
+  /// Somebody else switches the scope's data off.
+  void StopScopeData() { settings_.Reset({0x27, 0x11}); }
 
  private:
   [[nodiscard]] SimAnswer Dispatch(SimByteView command);

@@ -19,6 +19,8 @@ struct IcomSimFaults {
   int WrongAddressEvery = 0;  ///< each n-th frame claims to come from another radio
   int HalfFrameEvery = 0;     ///< each n-th frame breaks off in its middle
   bool Silent = false;        ///< commands are heard, but nothing is sent
+  bool Refusing = false;      ///< every command is refused, and the scope shows nothing
+  bool WrongBaud = false;     ///< radio and program hear only noise of each other
 };
 
 class IcomSimLine {

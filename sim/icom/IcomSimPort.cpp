@@ -9,6 +9,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <string_view>
 #include <utility>
 
 namespace spectrino {
@@ -52,8 +53,15 @@ bool IcomSimPort::MakeLink(std::string& reason) {
   return linked_;
 }
 
+/// Another simulator may have taken the link over meanwhile.
+bool IcomSimPort::LinkIsOurs() const {
+  std::array<char, 128> target{};
+  const ssize_t length = ::readlink(link_.c_str(), target.data(), target.size());
+  return length > 0 && std::string_view(target.data(), static_cast<std::size_t>(length)) == terminal_;
+}
+
 void IcomSimPort::Unplug() {
-  if (linked_) ::unlink(link_.c_str());
+  if (linked_ && LinkIsOurs()) ::unlink(link_.c_str());
   if (fd_ >= 0) ::close(fd_);
   fd_ = -1;
   linked_ = false;

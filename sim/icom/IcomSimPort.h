@@ -11,7 +11,8 @@ namespace spectrino {
 
 class IcomSimPort {
  public:
-  /// linkPath: a symbolic link to the terminal, made on Open and removed at the end; empty: no link.
+  /// linkPath: a symbolic link to the terminal, made on Open and removed at the end where
+  /// it still leads here; empty: no link.
   IcomSimPort(const IcomSimSetup& setup, std::string linkPath, SimTime start);
   ~IcomSimPort();
   IcomSimPort(const IcomSimPort&) = delete;
@@ -35,6 +36,7 @@ class IcomSimPort {
 
  private:
   [[nodiscard]] bool MakeLink(std::string& reason);
+  [[nodiscard]] bool LinkIsOurs() const;
   [[nodiscard]] bool ReadAll(SimTime now);
   void DropUnread() const;
 

@@ -113,6 +113,10 @@ std::optional<SimAnswer> IcomSimSettings::Execute(SimByteView command) {
   return std::nullopt;
 }
 
+void IcomSimSettings::Reset(std::initializer_list<std::uint8_t> head) {
+  state_.Settings.erase(SimHead(head).Key());
+}
+
 int IcomSimSettings::Value(std::initializer_list<std::uint8_t> head) const {
   const std::uint32_t key = SimHead(head).Key();
   const auto row = std::ranges::find_if(kRows, [&](const SettingRow& candidate) {

@@ -18,6 +18,8 @@ class IcomSimSettings {
   [[nodiscard]] std::optional<SimAnswer> Execute(SimByteView command);
   /// By its command bytes, e.g. {0x27, 0x11}. The setting must exist.
   [[nodiscard]] int Value(std::initializer_list<std::uint8_t> head) const;
+  /// Back to what it is in a radio that was just switched on.
+  void Reset(std::initializer_list<std::uint8_t> head);
 
  private:
   [[nodiscard]] std::uint32_t ModelBit() const { return 1U << static_cast<unsigned>(model_.Kind); }

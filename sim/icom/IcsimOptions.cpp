@@ -35,12 +35,18 @@ constexpr auto kCountRows = std::to_array<CountRow>({
 
 struct TimeRow {
   std::string_view Name;
-  double IcsimOptions::*AtS;
+  IcsimEvent Event;
 };
 constexpr auto kTimeRows = std::to_array<TimeRow>({
-    {"silence", &IcsimOptions::SilenceAtS},
-    {"unplug", &IcsimOptions::UnplugAtS},
-    {"replug", &IcsimOptions::ReplugAtS},
+    {"silence", IcsimEvent::Silence},
+    {"baud", IcsimEvent::WrongBaud},
+    {"refuse", IcsimEvent::Refusal},
+    {"heal", IcsimEvent::Heal},
+    {"scope-off", IcsimEvent::ScopeOff},
+    {"off", IcsimEvent::PowerOff},
+    {"on", IcsimEvent::PowerOn},
+    {"unplug", IcsimEvent::Unplug},
+    {"replug", IcsimEvent::Replug},
 });
 
 bool ReadFault(std::string_view text, IcsimOptions& options) {
@@ -56,8 +62,10 @@ bool ReadFault(std::string_view text, IcsimOptions& options) {
   const auto row = std::ranges::find(kTimeRows, name, &TimeRow::Name);
   if (row == kTimeRows.end()) return false;
   const auto seconds = Parse(value, 0.0, kMostSeconds);
-  if (seconds) options.*(row->AtS) = *seconds;
-  return seconds.has_value();
+  if (!seconds) return false;
+  const auto later = std::ranges::upper_bound(options.Events, *seconds, {}, &IcsimOptions::Timed::AtS);
+  options.Events.insert(later, {*seconds, row->Event});
+  return true;
 }
 
 /// An option with a value. False when there is no such option, or not with this value.
@@ -82,6 +90,11 @@ bool ReadValue(std::string_view option, const std::string& value, IcsimOptions& 
     const auto divisions = Parse(value, 1, kMostDivisions);
     if (divisions) options.Setup.Divisions = *divisions;
     return divisions.has_value();
+  }
+  if (option == "--identity") {
+    const auto [end, error] =
+        std::from_chars(value.data(), value.data() + value.size(), options.Setup.Identity, 16);
+    return error == std::errc{} && value.size() == 2 && end == value.data() + value.size();
   }
   return option == "--fault" && ReadFault(value, options);
 }

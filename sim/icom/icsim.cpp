@@ -4,9 +4,7 @@
 #include <csignal>
 #include <cstdio>
 #include <ctime>
-#include <optional>
 #include <string>
-#include <string_view>
 
 #include "sim/icom/IcomSimPort.h"
 #include "sim/icom/IcsimOptions.h"
@@ -15,44 +13,45 @@ namespace {
 
 using spectrino::IcomSimFaults;
 using spectrino::IcomSimPort;
+using spectrino::IcsimEvent;
 using spectrino::IcsimOptions;
 using spectrino::SimTime;
 
 constexpr long kPassNs = 2'000'000;
 
-/// What is due by the clock, not by count.
-class Schedule {
- public:
-  Schedule(const IcsimOptions& options, SimTime start) : options_(options), start_(start) {}
-
-  /// False when the port could not be made again.
-  [[nodiscard]] bool Apply(IcomSimPort& port, SimTime now) {
-    const auto reached = [&](double seconds) {
-      return seconds >= 0 && std::chrono::duration<double>(now - start_).count() >= seconds;
-    };
-    if (!silenced_ && reached(options_.SilenceAtS)) {
-      IcomSimFaults faults = options_.Setup.Faults;
+/// False when the port could not be made again.
+bool Apply(IcsimEvent event, const IcomSimFaults& lasting, IcomSimPort& port) {
+  IcomSimFaults faults = port.Radio().Faults();
+  std::string reason;
+  switch (event) {
+    case IcsimEvent::Silence:
       faults.Silent = true;
-      port.Radio().SetFaults(faults);
-      silenced_ = true;
-    }
-    if (!unplugged_ && reached(options_.UnplugAtS)) {
+      break;
+    case IcsimEvent::WrongBaud:
+      faults.WrongBaud = true;
+      break;
+    case IcsimEvent::Refusal:
+      faults.Refusing = true;
+      break;
+    case IcsimEvent::Heal:
+      faults = lasting;
+      break;
+    case IcsimEvent::ScopeOff:
+      port.Radio().StopScopeData();
+      break;
+    case IcsimEvent::PowerOff:
+    case IcsimEvent::PowerOn:
+      port.Radio().SwitchPower(event == IcsimEvent::PowerOn);
+      break;
+    case IcsimEvent::Unplug:
       port.Unplug();
-      unplugged_ = true;
-    }
-    if (replugged_ || !unplugged_ || !reached(options_.ReplugAtS)) return true;
-    replugged_ = true;
-    std::string reason;
-    return port.Open(reason);
+      break;
+    case IcsimEvent::Replug:
+      return port.Open(reason);
   }
-
- private:
-  const IcsimOptions& options_;
-  SimTime start_;
-  bool silenced_ = false;
-  bool unplugged_ = false;
-  bool replugged_ = false;
-};
+  port.Radio().SetFaults(faults);
+  return true;
+}
 
 int Serve(const IcsimOptions& options, const sigset_t& endSignals) {
   const SimTime start = std::chrono::steady_clock::now();
@@ -64,12 +63,15 @@ int Serve(const IcsimOptions& options, const sigset_t& endSignals) {
   }
   std::puts("READY");
   std::fflush(stdout);
-  Schedule schedule(options, start);
+  auto next = options.Events.begin();
   const timespec pass{0, kPassNs};
   // The wait for a signal is the wait between two passes.
   while (::sigtimedwait(&endSignals, nullptr, &pass) < 0) {
     const SimTime now = std::chrono::steady_clock::now();
-    if (!schedule.Apply(port, now)) return 3;
+    const double seconds = std::chrono::duration<double>(now - start).count();
+    for (; next != options.Events.end() && next->AtS <= seconds; ++next) {
+      if (!Apply(next->Event, options.Setup.Faults, port)) return 3;
+    }
     port.Process(now);
   }
   return 0;

@@ -8,6 +8,7 @@
 namespace spectrino {
 namespace {
 constexpr qsizetype kMostText = 4096;
+constexpr qint64 kMostWaiting = 1 << 20;  // bytes for one client
 constexpr int kOperatorMs = 1500;
 }  // namespace
 
@@ -62,7 +63,7 @@ void K4SimServer::Accept(QTcpServer& server, QVector<Client>& clients,
       continue;
     }
     socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-    clients.push_back({socket, {}, '0', {}});
+    clients.push_back({.Socket = socket});
     const auto of = [&clients, socket]() -> Client* {
       for (Client& client : clients) {
         if (client.Socket == socket) return &client;
@@ -104,7 +105,7 @@ void K4SimServer::CatArrived(Client& client) {
     const std::string answer = radio_.Answer(command.toStdString(), Seconds());
     asking_ = nullptr;
     if (!answer.empty()) Write(client, QByteArray::fromStdString(answer));
-    if (socket.isNull()) return;
+    if (socket.isNull() || socket->state() != QTcpSocket::ConnectedState) return;
   }
   if (client.Received.size() > kMostText) client.Received.clear();
 }
@@ -126,14 +127,23 @@ void K4SimServer::SendFrames() {
     QByteArray frame;
     for (Client& client : panClients_) {
       // A client that does not read is not fed without end.
-      if (!client.Displays.contains(display) || client.Socket->bytesToWrite() > 1 << 20) continue;
+      if (!client.Displays.contains(display) || client.Socket->bytesToWrite() > kMostWaiting / 2) continue;
       if (frame.isEmpty()) frame = QByteArray::fromStdString(radio_.Frame(display, Seconds()));
       Write(client, frame);
     }
   }
 }
 
+/// False for a client that asks and never reads: it is let go, or its answers would fill the memory.
+bool K4SimServer::TakesMore(const Client& client) {
+  const auto waiting = [&client] { return client.Socket->bytesToWrite() + *client.Delayed; };
+  if (waiting() > kMostWaiting) client.Socket->flush();
+  if (waiting() > kMostWaiting) client.Socket->abort();
+  return client.Socket->state() == QTcpSocket::ConnectedState;
+}
+
 void K4SimServer::Write(Client& client, const QByteArray& bytes) {
+  if (!TakesMore(client)) return;
   const K4Faults& faults = options_.Faults;
   ++writes_;
   if (Silent() || (faults.DropEvery > 0 && writes_ % faults.DropEvery == 0)) return;
@@ -149,10 +159,15 @@ void K4SimServer::Write(Client& client, const QByteArray& bytes) {
       if (piece > 0) socket->flush();
     }
   };
-  if (faults.DelayMs > 0)
-    QTimer::singleShot(faults.DelayMs, this, send);
-  else
+  if (faults.DelayMs <= 0) {
     send();
+    return;
+  }
+  *client.Delayed += whole.size();
+  QTimer::singleShot(faults.DelayMs, this, [send, delayed = client.Delayed, size = whole.size()] {
+    *delayed -= size;
+    send();
+  });
 }
 
 }  // namespace spectrino

@@ -7,6 +7,7 @@
 #include <QTcpSocket>
 #include <QTimer>
 #include <QVector>
+#include <memory>
 
 #include "sim/k4/K4Radio.h"
 
@@ -32,7 +33,7 @@ class K4SimServer final : public QObject {
     quint16 CatPort = 0;  ///< 0: any free one
     quint16 PanPort = 0;
     bool Operator = false;  ///< somebody turns the VFO now and then
-    K4Faults Faults;
+    K4Faults Faults{};
   };
   explicit K4SimServer(const Options& options, QObject* parent = nullptr);
   ~K4SimServer() override;
@@ -46,9 +47,11 @@ class K4SimServer final : public QObject {
  private:
   struct Client {
     QTcpSocket* Socket = nullptr;
-    QByteArray Received;
-    char Reports = '0';   ///< asked for by AI: from 1 on of what others changed, 5 of everything
-    QByteArray Displays;  ///< letters that are switched on
+    QByteArray Received{};
+    char Reports = '0';     ///< asked for by AI: from 1 on of what others changed, 5 of everything
+    QByteArray Displays{};  ///< letters that are switched on
+    /// Bytes that a fault holds back.
+    std::shared_ptr<qint64> Delayed = std::make_shared<qint64>(0);
   };
   static constexpr int kMostClients = 8;
 
@@ -57,6 +60,7 @@ class K4SimServer final : public QObject {
   void PanArrived(Client& client);
   void SendFrames();
   void Write(Client& client, const QByteArray& bytes);
+  static bool TakesMore(const Client& client);
   [[nodiscard]] double Seconds() const { return static_cast<double>(time_.elapsed()) / 1000; }
   [[nodiscard]] bool Silent() const;
 

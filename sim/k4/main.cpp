@@ -2,8 +2,25 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <cstdio>
+#include <optional>
 
 #include "sim/k4/K4SimServer.h"
+
+namespace {
+
+constexpr int kWrongOption = 2;
+
+/// Nothing for what is no port.
+std::optional<quint16> PortOf(const QCommandLineParser& line, const char* option) {
+  bool valid = false;
+  const quint16 port = line.value(option).toUShort(&valid);
+  if (valid) return port;
+  std::fprintf(stderr, "spectrino-k4sim: --%s %s is no port: they go from 0 (any free one) to 65535\n",
+               option, qPrintable(line.value(option)));
+  return std::nullopt;
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   using spectrino::K4SimServer;
@@ -25,8 +42,11 @@ int main(int argc, char** argv) {
                    {"refuse-pan", "keep the panadapter port closed"}});
   line.process(application);
   K4SimServer::Options options;
-  options.CatPort = static_cast<quint16>(line.value("cat-port").toUInt());
-  options.PanPort = static_cast<quint16>(line.value("pan-port").toUInt());
+  const std::optional<quint16> catPort = PortOf(line, "cat-port");
+  const std::optional<quint16> panPort = PortOf(line, "pan-port");
+  if (!catPort || !panPort) return kWrongOption;
+  options.CatPort = *catPort;
+  options.PanPort = *panPort;
   options.IsK4D = line.isSet("k4d");
   options.RateHz = line.value("rate").toDouble();
   options.Operator = line.isSet("operator");

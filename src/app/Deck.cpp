@@ -15,12 +15,13 @@ constexpr int kMacroStretch = BandModePanel::kButtonStretch * 5 / 4;
 Deck::Deck(const Parts& parts, QWidget* parent)
     : QWidget(parent),
       parts_(parts),
-      bandModes_({.Backend = [this] { return parts_.Cycle.Backend(); },
+      bandModes_({.Backend = [this] { return parts_.Links.Backend(); },
                   .Traits = [this] { return ChosenWay().Traits; },
                   .Radio = parts.State.Radio,
                   .Settings = parts.State.Settings,
                   .Store = parts.Store}),
       macros_({.Store = parts.Store,
+               // Whatever is heard of it: a macro may be what switches it on.
                .Backend = [this] { return parts_.Cycle.Backend(); },
                .Traits =
                    [this] {
@@ -80,8 +81,10 @@ void Deck::Connect() {
     emit Retuning();
     macros_.cmdMacro_Click(n);
   });
-  connect(macroPanel_, &MacroPanel::chkMacro_Click, this,
-          [this](int n, bool checked) { macros_.chkMacro_Click(n, checked); });
+  connect(macroPanel_, &MacroPanel::chkMacro_Click, this, [this](int n, bool checked) {
+    emit Retuning();
+    macros_.chkMacro_Click(n, checked);
+  });
   connect(macroPanel_, &MacroPanel::EditMacro, this,
           [this](int n) { ShowMacroEditor(macros_, n, *macroPanel_, window(), parts_.Window); });
 }
@@ -129,9 +132,8 @@ void Deck::ShowCalibration(bool show) {
 
 void Deck::ShowCurrent(int radioMode) {
   if (bandPanel_->isHidden()) return;
-  const PanSettings& settings = parts_.State.Settings;
   bandPanel_->ShowCurrent(BandButtonOf(layout_.Bands, parts_.State.Radio.MainFreqMHz),
-                          ModeButtonOf(layout_.Modes, radioMode), settings.CwReverse, settings.FskReverse);
+                          ModeButtonOf(layout_.Modes, radioMode), IsReverse(radioMode));
 }
 
 }  // namespace spectrino

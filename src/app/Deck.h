@@ -6,6 +6,7 @@
 #include <QWidget>
 #include <optional>
 
+#include "app/LinkView.h"
 #include "bands/BandModes.h"
 #include "bands/ui/BandModePanel.h"
 #include "capture/ui/CalibrationPanel.h"
@@ -26,6 +27,7 @@ class Deck final : public QWidget {
     Session& State;
     SettingsStore& Store;
     RunCycle& Cycle;
+    const LinkView& Links;
     const RigRouter& Router;
     WindowCommands& Window;
   };

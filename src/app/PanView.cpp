@@ -12,7 +12,35 @@ namespace spectrino {
 
 using namespace std::chrono_literals;
 
-PanView::PanView(const Parts& parts) : parts_(parts), idle_(100ms), panel_(100ms), inset_(60ms) {}
+namespace {
+
+constexpr const char* kNoReading = "--";
+
+VfoReadings ReadingsOf(const RadioState& radio) {
+  VfoReadings shown{.Frequency = QString::fromStdString(FrequencyText(radio.MainFreqMHz)),
+                    .Mode = ModeText(radio.RadioMode)};
+  if (radio.SubFreqMHz > 0) shown.SubFrequency = QString::fromStdString(FrequencyText(radio.SubFreqMHz));
+  const double offsetKHz = (radio.SubFreqMHz - radio.MainFreqMHz) * 1000;
+  if (radio.SplitOn != 0)
+    shown.Split = QString("SPLIT %1%2k").arg(offsetKHz > 0 ? "+" : "").arg(offsetKHz, 0, 'f', 2);
+  return shown;
+}
+
+/// What the radio told last is not shown as if it still were so; what it did not tell is not shown at all.
+VfoReadings DashedReadings(const RadioState& radio) {
+  const QString noFrequency = QString::fromStdString(FrequencyText(0));
+  VfoReadings shown = ReadingsOf(radio);
+  shown.Frequency = noFrequency;
+  if (!shown.Mode.isEmpty()) shown.Mode = kNoReading;
+  if (!shown.SubFrequency.isEmpty()) shown.SubFrequency = noFrequency;
+  if (!shown.Split.isEmpty()) shown.Split = QString("SPLIT ") + kNoReading;
+  return shown;
+}
+
+}  // namespace
+
+PanView::PanView(const Parts& parts)
+    : parts_(parts), idle_(100ms), look_(100ms), panel_(100ms), inset_(60ms) {}
 
 void PanView::ApplyOptions() {
   const PanSettings& settings = parts_.State.Settings;
@@ -37,22 +65,29 @@ void PanView::AfterPass() {
   if (!newFrame && !idle_.Ready(now)) return;
   idle_.Restart(now);
   shownFrames_ = parts_.Times.Frames;
+  if (look_.Take(now)) ShowLinks();
   ShowPanel();
   ShowHeader();
   ShowOverlays();
-  ShowWarning();
   // A band change brings the band's own reference and range.
   const PanSettings& settings = parts_.State.Settings;
   if (std::pair(settings.RefLevel, settings.RangeDivisor) != shownRange_) ShowStrip();
   parts_.Scope->ShowNew(parts_.Cycle.View().Line.Arrived);
 }
 
-// A muted input or a volume that bends the levels: said while it lasts.
-void PanView::ShowWarning() {
-  std::string warning = parts_.Cycle.Warning();
-  if (warning == shownWarning_) return;
-  shownWarning_ = std::move(warning);
-  parts_.Scope->ShowStatus(QString::fromStdString(shownWarning_));
+void PanView::ShowLinks() {
+  LinkView& links = parts_.Links;
+  links.Look();
+  StatusLine& status = parts_.Scope->Status();
+  if (const std::string news = links.TakeNews(); !news.empty()) {
+    const QString spoken = QString::fromStdString(news);
+    status.Name(spoken);
+    parts_.Scope->Announce(spoken);
+  }
+  status.Show(StatusLine::Rank::Health, QString::fromStdString(links.Text()));
+  // A muted input or a volume that bends the levels: said while it lasts.
+  status.Show(StatusLine::Rank::Warning, QString::fromStdString(parts_.Cycle.Warning()));
+  parts_.Display.SetStopped(links.StoppedAt());
 }
 
 void PanView::ShowPanel() {
@@ -65,19 +100,19 @@ void PanView::ShowPanel() {
 
 void PanView::ShowHeader() {
   const RadioState& radio = parts_.State.Radio;
-  HeaderPanel& header = *parts_.Header;
-  header.ShowFrequency(QString::fromStdString(FrequencyText(radio.MainFreqMHz)), ModeText(radio.RadioMode));
-  const double offsetKHz = (radio.SubFreqMHz - radio.MainFreqMHz) * 1000;
-  header.ShowSplit(radio.SplitOn != 0
-                       ? QString("SPLIT %1%2k").arg(offsetKHz > 0 ? "+" : "").arg(offsetKHz, 0, 'f', 2)
-                       : QString());
-  header.ShowSubFrequency(radio.SubFreqMHz > 0 ? QString::fromStdString(FrequencyText(radio.SubFreqMHz))
-                                               : QString());
+  VfoPanel& vfos = parts_.Header->Vfos();
+  const bool asks = parts_.Links.Backend() != nullptr;
+  vfos.AllowEntry(asks, asks && parts_.Cycle.View().Way.Traits.HasVfoB);
+  vfos.Show(parts_.Links.RadioStale() ? DashedReadings(radio) : ReadingsOf(radio));
   ShowMeter();
 }
 
 void PanView::ShowMeter() {
   const Readings& meter = parts_.Cycle.Frames().Meter();
+  if (parts_.Links.RadioStale() || parts_.Links.StoppedAt()) {
+    parts_.Header->ShowMeter(meter.SMeterDbm, meter.SMeterHeldDbm, false, kNoReading);
+    return;
+  }
   const bool known = parts_.Cycle.Running() && meter.SMeterKnown;
   const RadioKit* source = parts_.Cycle.Running() ? parts_.Cycle.View().Way.Source : nullptr;
   // Made from heights it is no calibrated level.
@@ -111,13 +146,14 @@ void PanView::ShowStrip() {
   state.WaterfallSel = settings.WaterfallSel;
   state.Zoom = settings.Zoom;
   state.BackgroundPeakHold = settings.BackgroundPeakHold;
-  state.OwnScale = parts_.Cycle.View().Link == nullptr;
+  const bool on = parts_.Cycle.Running() || parts_.Cycle.Starting();
+  state.OwnScale = on ? parts_.Cycle.View().Link == nullptr : !IsRadio(settings.Source.Id.Kind);
   parts_.Strip->Show(state);
 }
 
 void PanView::ShowOverlays() {
   std::string info = InfoText(parts_.State, parts_.Cycle);
-  if (parts_.Cycle.Backend() != nullptr) info += "   " + parts_.Tuning.WheelText().toStdString();
+  if (parts_.Links.Backend() != nullptr) info += "   " + parts_.Tuning.WheelText().toStdString();
   parts_.Display.SetInfoText(std::move(info));
   if (!parts_.Cycle.Running()) {
     parts_.Display.SetStatus({}, 0, 0);
@@ -126,7 +162,9 @@ void PanView::ShowOverlays() {
   }
   ShowInset();
   parts_.Display.SetTransmitting(parts_.State.Radio.Transmitting);
-  parts_.Display.SetMarkers(VfoMarkers(parts_.State.Radio));
+  // Where a radio was that is no longer heard is not where it is.
+  parts_.Display.SetMarkers(parts_.Links.RadioStale() ? std::vector<PlotMarker>()
+                                                      : VfoMarkers(parts_.State.Radio));
 }
 
 void PanView::ShowInset() {
@@ -137,18 +175,21 @@ void PanView::ShowInset() {
   }
   if (!inset_.Take(parts_.Time.Now())) return;
   const PlotMarker main = VfoMarkers(parts_.State.Radio).front();
-  parts_.Display.SetStatus(source->Status(), std::min(main.FreqMHz, main.PassbandLowMHz),
+  StatusArea area = source->Status();
+  // Of the whole line: a zoomed plot has ends of its own.
+  if (parts_.Cycle.Scale().State().Zoomed) area.ScaleLeft = area.ScaleRight = {};
+  parts_.Display.SetStatus(std::move(area), std::min(main.FreqMHz, main.PassbandLowMHz),
                            std::max(main.FreqMHz, main.PassbandHighMHz));
 }
 
 void PanView::ShowRunState() {
   const bool running = parts_.Cycle.Running();
   parts_.Header->ShowRunning(running, parts_.Cycle.Starting());
-  if (!running && !shownWarning_.empty()) parts_.Scope->ShowStatus({});
   // Said while it was looked for; the picture is for the band now. A radio's own news stay.
-  if (running && parts_.Cycle.View().Link == nullptr) parts_.Scope->ShowStatus({});
-  shownWarning_.clear();
-  ShowWarning();
+  if (running && parts_.Cycle.View().Link == nullptr)
+    parts_.Scope->Status().Show(StatusLine::Rank::Status, {});
+  parts_.Links.RunChanged();
+  ShowLinks();
   ShowAll();
 }
 

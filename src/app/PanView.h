@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "app/Deck.h"
+#include "app/LinkView.h"
 #include "app/TuningInput.h"
 #include "display/PanDisplay.h"
 #include "display/ui/HeaderPanel.h"
@@ -23,6 +24,7 @@ class PanView {
   struct Parts {
     const Session& State;
     RunCycle& Cycle;
+    LinkView& Links;
     PanDisplay& Display;
     const StageTimes& Times;
     const Clock& Time;
@@ -52,13 +54,13 @@ class PanView {
   void ShowOverlays();
   void ShowInset();
   void ShowPanel();
-  void ShowWarning();
+  void ShowLinks();
 
   Parts parts_;
-  std::string shownWarning_;
   std::pair<int, int> shownRange_;  ///< reference and divisor that the strip tells
   std::uint64_t shownFrames_ = 0;
   Pacer idle_;   ///< how old header and markers may get without a new frame
+  Pacer look_;   ///< links: a trouble is told within 3 s
   Pacer panel_;  ///< buttons: as fast as an eye reads them
   Pacer inset_;  ///< texts and mini-pans: fast enough for a meter
 };

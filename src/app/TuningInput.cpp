@@ -9,7 +9,6 @@
 #include <cmath>
 #include <utility>
 
-#include "display/Overlays.h"
 #include "state/FrequencyText.h"
 #include "tuning/Peaks.h"
 
@@ -17,7 +16,6 @@ namespace spectrino {
 namespace {
 
 constexpr int kLastZoom = 5;
-constexpr double kSameDialMHz = 2e-6;
 constexpr double kDragBegins = 3;  // logical pixels
 
 PassbandGrip GripOf(MiniPanPart part) {
@@ -49,10 +47,11 @@ TuningInput::TuningInput(const Parts& parts)
               .Settings = parts.State.Settings,
               .Time = parts.Time,
               .Window = *this,
-              .Backend = [this] { return parts_.Cycle.Backend(); },
+              .Backend = [this] { return parts_.Links.Backend(); },
               .Traits = [this] { return parts_.Cycle.View().Way.Traits; },
               .SpanOwner = [this] { return parts_.Cycle.SpanOwner(); },
-              .Running = [this] { return parts_.Cycle.Running(); }}) {
+              .Running = [this] { return parts_.Cycle.Running(); }}),
+      peaks_(parts.State, parts.Cycle, parts.Display, *parts.Scope, tuner_) {
   ScopeWidget* scope = parts.Scope;
   connect(scope, &ScopeWidget::MouseDown, this, &TuningInput::MouseDown);
   connect(scope, &ScopeWidget::HoverMoved, this, &TuningInput::Hover);
@@ -67,7 +66,7 @@ TuningInput::TuningInput(const Parts& parts)
   connect(strip, &RangePanel::cmdUndo_Click, this, [this] { tuner_.cmdUndo_Click(); });
   connect(strip, &RangePanel::cmdUpDn_Click, this,
           [this](int index) { tuner_.cmdUpDn_Click(index, parts_.Cycle.Scale().State().LabelCentreMHz); });
-  connect(parts.Header, &HeaderPanel::FrequencyTyped, this, [this](int vfo, const QString& text) {
+  connect(&parts.Header->Vfos(), &VfoPanel::FrequencyTyped, this, [this](int vfo, const QString& text) {
     tuner_.EnterFrequency(vfo == 0 ? Vfo::A : Vfo::B, TypedMHz(text.toStdString()));
   });
   parts_.Cycle.Frames().SpotFrame = [this](const SpectrumLine& line) {
@@ -81,8 +80,14 @@ TuningInput::TuningInput(const Parts& parts)
 
 void TuningInput::TellNoSpot() {
   const QString text = QObject::tr("Spot: no signal in or beside the passband");
-  parts_.Scope->ShowPassing(text);
+  parts_.Scope->Status().Show(StatusLine::Rank::Passing, text);
   parts_.Scope->Announce(text);
+}
+
+// Answered by the next line: one that comes when the link is back would move a dial that nobody turns any
+// more.
+void TuningInput::RequestSpot() {
+  if (!parts_.Links.RadioStale() && !parts_.Links.StoppedAt()) parts_.Cycle.Frames().RequestSpot();
 }
 
 TuningInput::~TuningInput() {
@@ -95,7 +100,7 @@ void TuningInput::MouseDown(QPointF at, Qt::MouseButton button, Qt::KeyboardModi
     panFromX_ = at.x();
     return;
   }
-  peak_.reset();
+  peaks_.Forget();
   held_.reset();
   Hover(at);
   const ClickButton click = button == Qt::LeftButton ? ClickButton::Left : ClickButton::Right;
@@ -173,13 +178,6 @@ void TuningInput::Wheel(QPointF at, int delta, Qt::KeyboardModifiers modifiers) 
 void TuningInput::ZoomWheel(QPointF at, int delta) {
   const int notches = zoomNotches_.Add(delta, parts_.Time.Now());
   if (notches == 0) return;
-  if (parts_.State.Radio.OwnSpectrum) {
-    // Closer is narrower. A radio without span steps shows what it shows.
-    if (RigBackend* owner = parts_.Cycle.SpanOwner()) {
-      for (int i = 0; i < std::abs(notches); ++i) owner->StepSpan(notches > 0 ? -1 : 1);
-    }
-    return;
-  }
   const int zoom = std::clamp(parts_.State.Settings.Zoom + notches, 0, kLastZoom);
   parts_.Cycle.ZoomAt(zoom, std::clamp(PlotShare(at.x()), 0.0, 1.0));
   parts_.ZoomChanged();
@@ -203,8 +201,8 @@ bool TuningInput::KeyPressed(const QKeyEvent& event) {
   constexpr auto kCommands = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
   if ((event.modifiers() & kCommands) != 0 || event.text().size() != 1 || TakesLetters(focus)) return false;
   const char typed = event.text().at(0).toLatin1();
-  if (typed >= '0' && typed <= '9' && parts_.Cycle.Backend() != nullptr) {
-    parts_.Header->BeginEntry(tuner_.WheelVfo() == Vfo::A ? 0 : 1, QString(typed));
+  if (typed >= '0' && typed <= '9' && parts_.Links.Backend() != nullptr) {
+    parts_.Header->Vfos().BeginEntry(tuner_.WheelVfo() == Vfo::A ? 0 : 1, QString(typed));
     return true;
   }
   return tuner_.KeyPress(typed);
@@ -219,7 +217,7 @@ bool TuningInput::ScopeKey(const QKeyEvent& event) {
     case Qt::Key_Right: {
       const int direction = event.key() == Qt::Key_Right ? 1 : -1;
       if (ctrl)
-        ShowPeak(direction);
+        peaks_.Show(direction);
       else
         tuner_.KeyStep(direction, shift);
       return true;
@@ -230,52 +228,10 @@ bool TuningInput::ScopeKey(const QKeyEvent& event) {
       return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      return TuneToPeak();
+      return peaks_.Tune();
     default:
       return false;
   }
-}
-
-// A signal that was found before the dial moved is no longer the one meant.
-bool TuningInput::PeakStands() const {
-  return peak_ && std::abs(parts_.State.Radio.MainFreqMHz - peak_->DialMHz) < kSameDialMHz;
-}
-
-bool TuningInput::TuneToPeak() {
-  if (!PeakStands()) return false;
-  const RadioState& radio = parts_.State.Radio;
-  const double dialMHz = DialFor(peak_->FreqMHz, MainPassband(radio), radio.RadioMode);
-  tuner_.TuneTo(dialMHz);
-  peak_->DialMHz = dialMHz;
-  return true;
-}
-
-void TuningInput::ShowPeak(int direction) {
-  if (!parts_.Cycle.Running()) return;
-  const double dialMHz = parts_.State.Radio.MainFreqMHz;
-  const auto peak = FindPeak(parts_.Cycle.View().Line, PeakStands() ? peak_->FreqMHz : dialMHz, direction);
-  if (!peak) {
-    parts_.Scope->Announce(direction > 0 ? QObject::tr("No signal above") : QObject::tr("No signal below"));
-    return;
-  }
-  peak_ = {peak->FreqMHz, dialMHz};
-  PlotScale& plot = parts_.Cycle.Scale();
-  const FrameGeometry& shown = plot.State().Geometry;
-  // In a zoomed window it may stand outside.
-  const double middleMHz = (shown.LeftMHz + shown.RightMHz) / 2;
-  if (peak->FreqMHz < shown.LeftMHz || peak->FreqMHz > shown.RightMHz)
-    plot.PanBy((peak->FreqMHz - middleMHz) / (shown.RightMHz - shown.LeftMHz));
-  const ScaleState& scale = plot.State();
-  const PlotLayout& layout = parts_.Display.Layout();
-  const double x = scale.Geometry.FrequencyToPixel(peak->FreqMHz) / layout.Scale;
-  parts_.Display.SetHover(QPointF(x, (layout.TopMargin + layout.PlotHeight / 2.0) / layout.Scale));
-  const HoverPlace place{.FreqMHz = peak->FreqMHz,
-                         .FrequencyKnown = scale.FrequencyKnown,
-                         .Level = peak->Level,
-                         .InDb = scale.Levels.InDb,
-                         .TakenUtc = {}};
-  parts_.Scope->Announce(QString::fromStdString(HoverText(place)));
-  parts_.Scope->update();
 }
 
 void TuningInput::AfterPass() {
@@ -291,7 +247,7 @@ void TuningInput::RunChanged(bool running) {
     return;
   }
   tuner_.RunEnded();
-  peak_.reset();
+  peaks_.Forget();
   held_.reset();
   parts_.Scope->EndAnnouncement();
 }

@@ -8,6 +8,8 @@
 #include <functional>
 #include <optional>
 
+#include "app/LinkView.h"
+#include "app/PeakKeys.h"
 #include "display/PanDisplay.h"
 #include "display/ui/HeaderPanel.h"
 #include "display/ui/RangePanel.h"
@@ -25,6 +27,7 @@ class TuningInput final : public QObject, private TuningWindow {
   struct Parts {
     Session& State;
     RunCycle& Cycle;
+    const LinkView& Links;
     PanDisplay& Display;
     const Clock& Time;
     WindowCommands& Window;
@@ -53,7 +56,7 @@ class TuningInput final : public QObject, private TuningWindow {
   void StepZoom(int direction, bool wraps) override;
   void ZoomOff() override;
   void RestartTraces() override { parts_.Cycle.Frames().RestartTraces(); }
-  void RequestSpot() override { parts_.Cycle.Frames().RequestSpot(); }
+  void RequestSpot() override;
 
   void MouseDown(QPointF at, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
   void Hover(QPointF at);
@@ -64,9 +67,6 @@ class TuningInput final : public QObject, private TuningWindow {
   void Wheel(QPointF at, int delta, Qt::KeyboardModifiers modifiers);
   void ZoomWheel(QPointF at, int delta);
   bool ScopeKey(const QKeyEvent& event);
-  void ShowPeak(int direction);
-  bool TuneToPeak();
-  [[nodiscard]] bool PeakStands() const;
   [[nodiscard]] double PlotShare(double logicalX) const;
 
   Parts parts_;
@@ -80,11 +80,7 @@ class TuningInput final : public QObject, private TuningWindow {
   };
   std::optional<HeldPassband> held_;  ///< while a button is down on it
   NotchCounter zoomNotches_;
-  struct ChosenPeak {
-    double FreqMHz = 0;
-    double DialMHz = 0;  ///< where the radio was when it was chosen
-  };
-  std::optional<ChosenPeak> peak_;  ///< by key
+  PeakKeys peaks_;
 };
 
 }  // namespace spectrino

@@ -20,7 +20,10 @@ constexpr int kFirstRunWaterfall = 3;  // half the picture
 }
 
 frmPan::frmPan(const Parts& parts)
-    : parts_(parts), range_(parts.State, parts.Store), sources_(parts.State, parts.Devices, parts.Store) {
+    : parts_(parts),
+      links_(parts.Cycle, parts.State, parts.Time),
+      range_(parts.State, parts.Store),
+      sources_(parts.State, parts.Devices, parts.Store) {
   setObjectName("frmPan");
   setWindowTitle(QString("Spectrino V%1").arg(QCoreApplication::applicationVersion()));
   setMinimumSize(727, 345);
@@ -30,6 +33,7 @@ frmPan::frmPan(const Parts& parts)
   tuning_ =
       std::make_unique<TuningInput>(TuningInput::Parts{.State = parts_.State,
                                                        .Cycle = parts_.Cycle,
+                                                       .Links = links_,
                                                        .Display = parts_.Display,
                                                        .Time = parts_.Time,
                                                        .Window = *this,
@@ -39,6 +43,7 @@ frmPan::frmPan(const Parts& parts)
                                                        .ZoomChanged = [this] { view_->ShowScaleChange(); }});
   view_ = std::make_unique<PanView>(PanView::Parts{.State = parts_.State,
                                                    .Cycle = parts_.Cycle,
+                                                   .Links = links_,
                                                    .Display = parts_.Display,
                                                    .Times = parts_.Times,
                                                    .Time = parts_.Time,
@@ -54,7 +59,8 @@ frmPan::frmPan(const Parts& parts)
   parts_.Cycle.RunningChanged = [this] { RunningChanged(); };
   parts_.User.SetWindow(this);
   for (RadioKit* kit : parts_.Router.Kits()) kit->SetWindow(this);
-  connect(&parts_.User, &QtNotifier::StatusChanged, scope_, &ScopeWidget::ShowStatus);
+  connect(&parts_.User, &QtNotifier::StatusChanged, scope_,
+          [this](const QString& text) { scope_->Status().Show(StatusLine::Rank::Status, text); });
 }
 
 frmPan::~frmPan() {
@@ -90,6 +96,7 @@ void frmPan::Compose() {
   deck_ = new Deck({.State = parts_.State,
                     .Store = parts_.Store,
                     .Cycle = parts_.Cycle,
+                    .Links = links_,
                     .Router = parts_.Router,
                     .Window = *this},
                    body);

@@ -10,6 +10,7 @@
 
 #include "adapters/qt/QtNotifier.h"
 #include "app/Deck.h"
+#include "app/LinkView.h"
 #include "app/PanView.h"
 #include "app/RangeKeeper.h"
 #include "app/SourceBox.h"
@@ -79,6 +80,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void FoldStrip(bool folded);
 
   Parts parts_;
+  LinkView links_;
   std::unique_ptr<TuningInput> tuning_;
   std::unique_ptr<PanView> view_;
   RangeKeeper range_;

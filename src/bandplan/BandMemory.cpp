@@ -57,7 +57,10 @@ void SaveBandMemory(SettingsStore& store, BandMemory& memory, BandMemoryRadio ra
     record = {now.FrequencyMHz, now.Mode, level};
     PutRecord(values, (radio == BandMemoryRadio::K4 ? "K4" : "") + std::to_string(band), record);
   }
-  if (radio == BandMemoryRadio::Icom && AlsoGeneral(band)) PutRecord(values, "0", now);
+  if (radio == BandMemoryRadio::Icom && AlsoGeneral(band)) {
+    memory.Records[0] = now;  // "Gen" leads back to it
+    PutRecord(values, "0", now);
+  }
   store.SaveSettings(kOwnApplication, kSection, values);
 }
 
@@ -69,7 +72,10 @@ void SaveBandLevel(SettingsStore& store, BandMemory& memory, double mhz, int lev
     memory.Records[static_cast<std::size_t>(band)].Level = level;
     values.push_back({"LEVEL" + std::to_string(band), std::to_string(level)});
   }
-  if (AlsoGeneral(band)) values.push_back({"LEVEL0", std::to_string(level)});
+  if (AlsoGeneral(band)) {
+    memory.Records[0].Level = level;
+    values.push_back({"LEVEL0", std::to_string(level)});
+  }
   store.SaveSettings(kOwnApplication, kSection, values);
 }
 

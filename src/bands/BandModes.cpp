@@ -38,13 +38,12 @@ void BandModes::cmdMode_Click(int index) {
 }
 
 std::optional<int> BandModes::TurnReverse() {
-  const std::optional<int> button = ModeButtonOf(ModeLayout::Designed, parts_.Radio.RadioMode);
-  if (button == kCwButton)
-    parts_.Settings.CwReverse = !parts_.Settings.CwReverse;
-  else if (button == kFskButton)
-    parts_.Settings.FskReverse = !parts_.Settings.FskReverse;
-  else
-    return std::nullopt;
+  const int radioMode = parts_.Radio.RadioMode;
+  const std::optional<int> button = ModeButtonOf(ModeLayout::Designed, radioMode);
+  if (button != kCwButton && button != kFskButton) return std::nullopt;
+  bool& toggle = button == kCwButton ? parts_.Settings.CwReverse : parts_.Settings.FskReverse;
+  // A radio that was turned round by hand is turned back, whatever was asked for last.
+  toggle = !toggle && !IsReverse(radioMode);
   return button;
 }
 

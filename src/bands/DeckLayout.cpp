@@ -68,6 +68,10 @@ std::optional<int> ModeButtonOf(ModeLayout layout, int radioMode) {
   });
 }
 
+bool IsReverse(int radioMode) {
+  return radioMode == mode::kCwReverse || radioMode == mode::kDataReverse;
+}
+
 std::optional<int> ModeOfButton(ModeLayout layout, int button, bool cwReverse, bool fskReverse) {
   const auto index = static_cast<std::size_t>(button);
   if (layout == ModeLayout::WithReverse)

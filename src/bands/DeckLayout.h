@@ -23,6 +23,8 @@ using ModeButtonTexts = std::array<ModeButtonText, kModeButtonCount>;
 
 /// 0..9; nothing for a mode without a button.
 [[nodiscard]] std::optional<int> ModeButtonOf(ModeLayout layout, int radioMode);
+/// CW or FSK on its other sideband.
+[[nodiscard]] bool IsReverse(int radioMode);
 /// The mode that a button asks for where no radio is asked, with the reverse flags as they stand. Nothing for
 /// "rev" and for hidden buttons.
 [[nodiscard]] std::optional<int> ModeOfButton(ModeLayout layout, int button, bool cwReverse, bool fskReverse);

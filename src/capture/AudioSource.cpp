@@ -16,9 +16,16 @@ constexpr int kMostSkipped = 64;
 
 bool AudioSource::OpenCapture(SoundInput& input, const SoundDevice& device, const CaptureSettings& settings,
                               std::string& reason) {
+  Prepare(settings);
+  std::unique_ptr<SoundStream> stream = input.Open(device, settings.SampleRate, BlockFrames(), reason);
+  if (!stream) return false;
+  Adopt(std::move(stream), device.Name);
+  return true;
+}
+
+void AudioSource::Prepare(const CaptureSettings& settings) {
   CloseCapture();
   settings_ = settings;
-  failure_.clear();
   spectrum_.Prepare(settings.FftBits, settings.Window);
   const auto points = static_cast<std::size_t>(spectrum_.SpectrumPoints());
   captureSamples_.assign(points / 2, 0);
@@ -26,12 +33,25 @@ bool AudioSource::OpenCapture(SoundInput& input, const SoundDevice& device, cons
   levelOffsetDb_ = LevelOffsetDb(settings.Window, settings.FftBits);
   blockPeriod_ = std::chrono::duration_cast<std::chrono::nanoseconds>(
       std::chrono::duration<double>(static_cast<double>(points / 4) / settings.SampleRate));
+}
+
+void AudioSource::Adopt(std::unique_ptr<SoundStream> stream, const std::string& name) {
+  stream_ = std::move(stream);
+  name_ = name;
+  cause_.clear();
+  failure_.clear();
+  silence_.Restart();
   lastBlock_ = clock_.Now();
-  stream_ = input.Open(device, settings.SampleRate, static_cast<int>(points / 4), reason);
-  return stream_ != nullptr;
+}
+
+std::string AudioSource::Warning() const {
+  if (!stream_) return {};
+  std::string warning = stream_->Warning();
+  return warning.empty() ? silence_.Warning(name_) : warning;
 }
 
 std::chrono::nanoseconds AudioSource::UntilBlock() const {
+  if (!stream_) return blockPeriod_;
   return std::max(std::chrono::nanoseconds{}, lastBlock_ + blockPeriod_ - clock_.Now());
 }
 
@@ -50,10 +70,7 @@ PollResult AudioSource::Poll(const LineRequest& request, SpectrumLine& line) {
     }
   }
   if (state == BlockState::Pending) return PollResult::Pending;
-  if (state == BlockState::Failed) {
-    failure_ = stream_->Failure();
-    return PollResult::Failed;
-  }
+  if (state == BlockState::Failed) return Fail();
   // Only passes that got a block count: a thousand empty looks a second would hide the copy's own time.
   times_.Add(Stage::Capture, std::chrono::steady_clock::now() - before);
   FillLine(request, line);
@@ -62,18 +79,25 @@ PollResult AudioSource::Poll(const LineRequest& request, SpectrumLine& line) {
 
 PollResult AudioSource::Discard() {
   if (!stream_) return PollResult::Pending;
+  PollResult result = PollResult::Pending;
   for (int skipped = 0; skipped < kMostSkipped; ++skipped) {
     const BlockState state = stream_->TakeBlock(captureSamples_);
     if (state == BlockState::Pending) break;
-    if (state == BlockState::Done) continue;
-    failure_ = stream_->Failure();
-    return PollResult::Failed;
+    if (state == BlockState::Failed) return Fail();
+    result = PollResult::Line;
   }
-  return PollResult::Pending;
+  return result;
+}
+
+PollResult AudioSource::Fail() {
+  cause_ = stream_->Cause();
+  failure_ = stream_->Failure();
+  return PollResult::Failed;
 }
 
 void AudioSource::FillLine(const LineRequest& request, SpectrumLine& line) {
   line.Arrived = lastBlock_ = clock_.Now();
+  silence_.Heard(captureSamples_, line.Arrived - blockPeriod_, line.Arrived);
   line.TakenUtc = clock_.UtcNow();
   {
     const StageTimer timer(times_, Stage::Transform);

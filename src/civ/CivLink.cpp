@@ -28,7 +28,7 @@ CivLink::~CivLink() {
 }
 
 std::string CivLink::Open(const std::string& path) {
-  FinishClosing();
+  if (Closing()) return path + " is still being closed";
   unsent_.clear();
   received_.Clear();
   nextWrite_ = {};
@@ -44,7 +44,7 @@ void CivLink::Close() {
   Pump();
 }
 
-// The window has gone, or a new session waits for the port: now waiting is right.
+// The window has gone, and nothing turns the events any more: now waiting is right.
 void CivLink::FinishClosing() {
   while (closing_) {
     std::this_thread::sleep_for(kWritePace);
@@ -112,6 +112,7 @@ void CivLink::ReceiveCiv() {
     const std::uint64_t serial = state_.ScopeSerial;
     ParseCivFrame(frame_, state_, panel_);
     if (state_.ScopeSerial != serial) lineArrived_ = arrived_;
+    if (Heard) Heard();
   }
   if (received_.DropOverlong()) notifier_.Log(LogArea::Civ, "dropped 64 KiB without an end of message");
 }
@@ -126,9 +127,7 @@ void CivLink::RequestIcomStatus() {
 void CivLink::HandleLost(const std::string& reason) {
   unsent_.clear();
   received_.Clear();
-  if (std::exchange(closing_, false)) return;
-  notifier_.ShowStatus(reason + ". Press Stop and Start when the radio is back.");
-  notifier_.Log(LogArea::Civ, reason);
+  if (!std::exchange(closing_, false) && Lost) Lost(reason);
 }
 
 }  // namespace spectrino

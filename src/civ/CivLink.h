@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,14 +31,15 @@ class CivLink final : public CivSender {
   CivLink(const CivLink&) = delete;
   CivLink& operator=(const CivLink&) = delete;
 
-  /// Empty when the port is open now, otherwise the reason. Forgets what an earlier session left.
+  /// Empty when the port is open now, otherwise the reason. Forgets what an earlier session left. Not while
+  /// Closing(): what an earlier session still has to say would be lost.
   [[nodiscard]] std::string Open(const std::string& path);
   /// Returns at once. The newest of what has not left yet leaves at its pace with the next Pumps, reads
   /// excepted: nobody would hear the answers. Then the port closes, a tenth of a second later at most.
   void Close();
   [[nodiscard]] bool IsOpen() const { return port_.IsOpen() && !closing_; }
-  /// Between Close and the last frame: Pump has to be called.
-  [[nodiscard]] bool Closing() const { return closing_; }
+  /// Between Close and the last byte: Pump has to be called, with events flowing.
+  [[nodiscard]] bool Closing() const { return closing_ || port_.Closing(); }
 
   /// A frame that may leave does so before SendCiv returns; the others wait for Pump. A read request that
   /// still waits moves behind the newer one.
@@ -48,9 +50,13 @@ class CivLink final : public CivSender {
 
   /// Writes the next frame if its time has come. Never waits: call it every few milliseconds.
   void Pump();
-  [[nodiscard]] std::size_t Unsent() const { return unsent_.size(); }
   /// When the last byte of the newest scope line came.
   [[nodiscard]] std::chrono::steady_clock::time_point LineArrived() const { return lineArrived_; }
+
+  /// The radio said something, be it that it refuses: after each of its frames was parsed.
+  std::function<void()> Heard;
+  /// The port failed or was pulled out, and is closed.
+  std::function<void(const std::string& reason)> Lost;
 
  private:
   enum class Kind { Command, Read, Frequency };

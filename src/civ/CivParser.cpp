@@ -48,6 +48,7 @@ void TellFunction(std::string_view data, CivState&, IcomPanelView& panel) {
 void StoreIdentity(std::string_view data, CivState& state, IcomPanelView&) {
   const std::string_view id = data.substr(2, 2);
   state.RadioId = id;
+  ++state.IdentitySerial;
   if (const IcomModel* model = FindIcomModel(id)) {
     state.IcomModelName = model->Name;
     state.ScopeMaxLevel = model->ScopeMaxLevel;

@@ -18,7 +18,8 @@ struct CivState {
   int AfLevel = 0;
   int SqlLevel = 0;
   int AgcSetting = 0;
-  std::string RadioId;  ///< two hex characters; empty until the radio told
+  std::string RadioId;               ///< two hex characters; empty until the radio told
+  std::uint64_t IdentitySerial = 0;  ///< counts up each time that it told
   std::string IcomModelName;
   int ScopeMaxLevel = 0;   ///< amplitude byte at full scale
   int SpectrumPoints = 0;  ///< points of one scope line

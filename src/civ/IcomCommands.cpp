@@ -101,12 +101,16 @@ int IcomCommands::SetIcomSquelch(int level) {
   return sent;
 }
 
-// 27 19 00 | tens and units, tenths and hundredths of a dB (2 BCD) | sign: 00 above 0 dB, 01 otherwise
 void IcomCommands::SetIcomRefLevel(double dB) {
+  SendRefLevel(dB);
+  ReadRefLevel();
+}
+
+// 27 19 00 | tens and units, tenths and hundredths of a dB (2 BCD) | sign: 00 above 0 dB, 01 otherwise
+void IcomCommands::SendRefLevel(double dB) {
   const double limited = std::clamp(dB, -20.0, 20.0);
   const auto hundredths = static_cast<int>(std::lround(std::abs(limited) * 100));
   sender_.SendCiv("27", "1900", LevelText(hundredths) + (limited > 0 ? "00" : "01"));
-  sender_.SendCiv("27", "1900", "?");
 }
 
 void IcomCommands::SetIcomSpan(int entry) {
@@ -154,8 +158,9 @@ void IcomCommands::chkMEM_Click(bool checked) {
 
 void IcomCommands::cmdAGC_Click() {
   // 1 fast, 2 middle, 3 slow; anything below is off or not known and leads to the middle one.
-  const int now = std::max(state_.AgcSetting, 1);
+  const int now = std::max(agc_.Or(state_.AgcSetting, clock_.Now()), 1);
   state_.AgcSetting = now < 3 ? now + 1 : 1;
+  agc_.Ask(state_.AgcSetting, clock_.Now());
   sender_.SendCiv("16", "12", DigitByte(state_.AgcSetting));
 }
 
@@ -176,8 +181,9 @@ void IcomCommands::cmdFil_Click(int index) {
 void IcomCommands::cmdSpeed_Click() {
   if (!state_.IcomActive) return;
   // 0 fast, 1 middle, 2 slow.
-  const int next = state_.ScopeSpeed + 1;
+  const int next = speed_.Or(state_.ScopeSpeed, clock_.Now()) + 1;
   state_.ScopeSpeed = next < 0 || next > 2 ? 0 : next;
+  speed_.Ask(state_.ScopeSpeed, clock_.Now());
   sender_.SendCiv("27", "1A00", DigitByte(state_.ScopeSpeed));
 }
 
@@ -210,7 +216,19 @@ void IcomCommands::sldSQL_Change(int value) {
 void IcomCommands::sldRFLevel_Change(int value) {
   if (state_.CivParserBusy) return;
   state_.ScopeRefLevel = static_cast<float>(value) / 2;
-  SetIcomRefLevel(state_.ScopeRefLevel);
+  SendRefLevel(state_.ScopeRefLevel);
+}
+
+void IcomCommands::ReadAfLevel() {
+  sender_.SendCiv("14", "01", "?");
+}
+
+void IcomCommands::ReadSquelch() {
+  sender_.SendCiv("14", "03", "?");
+}
+
+void IcomCommands::ReadRefLevel() {
+  sender_.SendCiv("27", "1900", "?");
 }
 
 void IcomCommands::chkFIX_Click(bool checked) {

@@ -4,8 +4,10 @@
 
 #include <optional>
 
+#include "civ/AskedValue.h"
 #include "civ/CivSender.h"
 #include "civ/CivState.h"
+#include "platform/Clock.h"
 #include "platform/EventPump.h"
 
 namespace spectrino {
@@ -14,8 +16,8 @@ namespace spectrino {
 /// not know it rejects, and nothing happens. Indices outside their range are ignored.
 class IcomCommands {
  public:
-  IcomCommands(CivState& state, CivSender& sender, EventPump& pump)
-      : state_(state), sender_(sender), pump_(pump) {}
+  IcomCommands(CivState& state, CivSender& sender, EventPump& pump, const Clock& clock)
+      : state_(state), sender_(sender), pump_(pump), clock_(clock) {}
 
   // What tuning, band and mode buttons use as well.
 
@@ -39,12 +41,14 @@ class IcomCommands {
   void chkFunc_Click(int index, bool checked);
   /// Memory mode, or VFO mode.
   void chkMEM_Click(bool checked);
-  /// The next of fast, middle, slow. A radio does not report it, so AgcSetting is what was sent last.
+  /// The next of fast, middle, slow, counted from what was asked for last: what the radio told meanwhile may
+  /// be older.
   void cmdAGC_Click();
   /// 0..2: filter 1..3 in the mode that the radio is in. Waits 25 ms for the radio; a click meanwhile
   /// replaces the filter on its way.
   void cmdFil_Click(int index);
-  /// The next of fast, middle, slow sweep. Nothing while no Icom is the source of the spectrum.
+  /// The next of fast, middle, slow sweep, counted in the same way. Nothing while no Icom is the source of
+  /// the spectrum.
   void cmdSpeed_Click();
   /// One third of the scope's span up (0, 2) or down (1, 3) from the display's centre, in centre mode.
   void cmdUpDn_Click(int index, double centreMHz);
@@ -53,6 +57,10 @@ class IcomCommands {
   void sldSQL_Change(int value);
   /// value: -40..40 half decibels.
   void sldRFLevel_Change(int value);
+  /// Reads a slider's level back, once its value stands.
+  void ReadAfLevel();
+  void ReadSquelch();
+  void ReadRefLevel();
   /// Fixed mode, or centre mode.
   void chkFIX_Click(bool checked);
 
@@ -64,9 +72,14 @@ class IcomCommands {
   void AskPanelState(int index);
 
  private:
+  void SendRefLevel(double dB);
+
   CivState& state_;
   CivSender& sender_;
   EventPump& pump_;
+  const Clock& clock_;
+  AskedValue agc_;
+  AskedValue speed_;
   std::optional<int> awaitedFilter_;  ///< 1..3 while cmdFil_Click waits
 };
 

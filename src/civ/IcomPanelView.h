@@ -6,6 +6,9 @@
 
 namespace spectrino {
 
+/// The controls that both the operator and the radio move. Function + n is chkFunc (n), 0..5.
+enum class PanelControl { AfLevel, Squelch, RefLevel, Span, Fixed, Function };
+
 class IcomPanelView {
  public:
   virtual ~IcomPanelView() = default;

@@ -14,6 +14,18 @@ namespace {
 
 constexpr double kDashPx = 3;
 
+constexpr float kStoppedVeil = 0.62F;
+
+/// "14:03:22"
+std::string SecondText(std::chrono::system_clock::time_point utc) {
+  const auto second = std::chrono::floor<std::chrono::seconds>(utc);
+  const std::chrono::hh_mm_ss time(second - std::chrono::floor<std::chrono::days>(second));
+  char text[16];
+  std::snprintf(text, sizeof text, "%02d:%02d:%02d", static_cast<int>(time.hours().count()),
+                static_cast<int>(time.minutes().count()), static_cast<int>(time.seconds().count()));
+  return text;
+}
+
 std::string MinuteText(std::chrono::sys_time<std::chrono::minutes> minute) {
   const std::chrono::hh_mm_ss time(minute - std::chrono::floor<std::chrono::days>(minute));
   char text[16];
@@ -44,13 +56,7 @@ std::string HoverText(const HoverPlace& place) {
     std::snprintf(text, sizeof text, "  %ld%s", std::lround(place.Level), place.InDb ? " dBm" : "");
     result += text;
   }
-  if (place.TakenUtc) {
-    const auto second = std::chrono::floor<std::chrono::seconds>(*place.TakenUtc);
-    const std::chrono::hh_mm_ss time(second - std::chrono::floor<std::chrono::days>(second));
-    std::snprintf(text, sizeof text, "  %02d:%02d:%02dZ", static_cast<int>(time.hours().count()),
-                  static_cast<int>(time.minutes().count()), static_cast<int>(time.seconds().count()));
-    result += text;
-  }
+  if (place.TakenUtc) result += "  " + SecondText(*place.TakenUtc) + "Z";
   return result;
 }
 
@@ -90,6 +96,26 @@ QRect DrawInfo(const OverlayPen& pen, const std::string& text, const QFont& font
   const QRect box(QPoint(left, layout.TopMargin + layout.Px(2)), shown.Size);
   pen.Painter.setFont(font);
   DrawVeiled(pen, box, shown, ColourIndex::Info);
+  return box;
+}
+
+QRect DrawStopped(const OverlayPen& pen, std::chrono::system_clock::time_point lastLineUtc,
+                  const QFont& font) {
+  const PlotLayout& layout = pen.Layout;
+  QColor veil(ColourAt(pen.Colours, ColourIndex::Background));
+  veil.setAlphaF(kStoppedVeil);
+  pen.Painter.fillRect(0, 0, layout.Width, layout.Height, veil);
+  const TextCache::Entry& text = pen.Texts.Get("Last line " + SecondText(lastLineUtc) + " UTC", font);
+  // Below the information line and the pointer's text, above the status line: each keeps its place.
+  const QRect strip = HoverStrip(layout, text.Size.height());
+  QRect box(QPoint((layout.PlotWidth - text.Size.width()) / 2, strip.bottom() + 1), text.Size);
+  const int room = layout.PlotBottom() - box.bottom() - 1;
+  if (room > 0) box.translate(0, room / 4);
+  QColor ground(ColourAt(pen.Colours, ColourIndex::Background));
+  pen.Painter.fillRect(box.adjusted(-layout.Px(6), -layout.Px(2), layout.Px(6), layout.Px(2)), ground);
+  pen.Painter.setFont(font);
+  pen.Painter.setPen(QColor(status_colour::kAmber));
+  pen.Painter.drawStaticText(box.topLeft(), text.Text);
   return box;
 }
 

@@ -48,6 +48,11 @@ QRect DrawHover(const OverlayPen& pen, const HoverLine& line, const std::string&
 /// Top left, shortened with an ellipsis where the plot is too narrow. Returns its box.
 QRect DrawInfo(const OverlayPen& pen, const std::string& text, const QFont& font);
 
+/// Lays a veil over all that was drawn and writes into the plot when its last line was taken, "Last line
+/// 14:03:22 UTC": what shows is no longer so. Returns the text's box.
+QRect DrawStopped(const OverlayPen& pen, std::chrono::system_clock::time_point lastLineUtc,
+                  const QFont& font);
+
 /// A time in the waterfall's label column.
 struct TimeMark {
   int Y = 0;         ///< rows below the newest line

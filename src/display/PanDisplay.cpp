@@ -70,6 +70,12 @@ void PanDisplay::SetStatus(StatusArea area, double lowMHz, double highMHz) {
   if (inset_.Set(std::move(area), lowMHz, highMHz)) allChanged_ = true;
 }
 
+void PanDisplay::SetStopped(std::optional<std::chrono::system_clock::time_point> lastLineUtc) {
+  if (lastLineUtc == stoppedAt_) return;
+  stoppedAt_ = lastLineUtc;
+  allChanged_ = true;
+}
+
 void PanDisplay::SetHover(std::optional<QPointF> logical) {
   if (logical == hover_) return;
   hover_ = logical;
@@ -185,16 +191,24 @@ void PanDisplay::PaintOverlays(QPainter& painter) {
   taken.push_back(DrawInfo(pen, infoText_, basis_.TextFont));
   inset_.Paint(painter, basis_);
   DrawMarkers(pen, basis_.Scale.Geometry, markers_, basis_.FlagFont, taken);
-  if (hover_) {
-    const PlotPointer pointer = At(*hover_);
-    const HoverLine line = pointer.Line();
-    if (line != hoverLine_) allChanged_ = true;  // painted later than asked for
-    if (pointer.Column()) DrawHover(pen, line, pointer.Text(), basis_.TextFont);
-  }
   if (basis_.Layout.WaterfallHeight > 0) {
     const int apart = static_cast<int>(1.3 * basis_.LabelFont.pixelSize());
     DrawTimes(pen, TimeMarks(waterfall_, apart), basis_.LabelFont);
   }
+  if (stoppedAt_) {
+    DrawStopped(pen, *stoppedAt_, basis_.FlagFont);
+    // Still true, and what the trouble is about.
+    DrawInfo(pen, infoText_, basis_.TextFont);
+  }
+  PaintHover(pen);
+}
+
+void PanDisplay::PaintHover(const OverlayPen& pen) {
+  if (!hover_) return;
+  const PlotPointer pointer = At(*hover_);
+  const HoverLine line = pointer.Line();
+  if (line != hoverLine_) allChanged_ = true;  // painted later than asked for
+  if (pointer.Column()) DrawHover(pen, line, pointer.Text(), basis_.TextFont);
 }
 
 }  // namespace spectrino

@@ -8,6 +8,7 @@
 #include <QPointF>
 #include <QRegion>
 #include <QSize>
+#include <chrono>
 #include <optional>
 #include <span>
 #include <string>
@@ -39,6 +40,8 @@ class PanDisplay : public FrameSink {
   void SetStatus(StatusArea area, double lowMHz, double highMHz);
   /// Pointer position in logical pixels; nothing while it is outside.
   void SetHover(std::optional<QPointF> logical);
+  /// The picture is no longer live: dimmed, with the time of its last line, until nothing is given.
+  void SetStopped(std::optional<std::chrono::system_clock::time_point> lastLineUtc);
   /// While set, new waterfall lines are half as bright.
   void SetTransmitting(bool transmitting) { transmitting_ = transmitting; }
 
@@ -71,6 +74,7 @@ class PanDisplay : public FrameSink {
   void SetGeometry(const FrameGeometry& geometry);
   void UpdatePlot();
   void PaintOverlays(QPainter& painter);
+  void PaintHover(const OverlayPen& pen);
 
   QSize logicalSize_;
   PlotBasis basis_;
@@ -79,6 +83,7 @@ class PanDisplay : public FrameSink {
   std::optional<QPointF> hover_;  ///< logical pixels
   HoverLine hoverLine_;           ///< as it was when a repaint was asked for last
   bool transmitting_ = false;
+  std::optional<std::chrono::system_clock::time_point> stoppedAt_;
 
   FrameTraces traces_;
   ScalePainter scalePainter_;

@@ -64,6 +64,13 @@ void AddWords(RowFiller& rows, const std::string& line, QRgb colour) {
 }
 
 std::vector<StatusRow> FillRows(RowFiller rows, const StatusArea& area) {
+  // First: in a low window the last rows find no room.
+  if (area.NeedsDualPanOff) {
+    for (const char* text : {"Operation requires", "DUAL Pan to be OFF"}) {
+      rows.BeginLine();
+      rows.Add(text, status_colour::kAmber);
+    }
+  }
   rows.BeginLine();
   rows.Add(area.Transmitting ? "TX" : "", status_colour::kRed);
   rows.Add(area.Test ? "TEST" : "", status_colour::kRed);
@@ -86,12 +93,6 @@ std::vector<StatusRow> FillRows(RowFiller rows, const StatusArea& area) {
   rows.Add(area.SubFreq, status_colour::kBright);
   rows.Add(area.SubFilter, status_colour::kAmber);
   AddWords(rows, area.SubLine, status_colour::kBright);
-  if (area.NeedsDualPanOff) {
-    for (const char* text : {"Operation requires", "DUAL Pan to be OFF"}) {
-      rows.BeginLine();
-      rows.Add(text, status_colour::kAmber);
-    }
-  }
   return rows.Take();
 }
 

@@ -34,12 +34,27 @@ FrameGeometry SoundCardGeometry(const PointWindow& window, int points, int sampl
           .PlotWidth = plotWidth};
 }
 
-FrameGeometry RadioGeometry(int points, double leftMHz, double rightMHz, double plotWidth) {
-  return {.FirstPoint = 1,
-          .LastPoint = points,
-          .CentrePoint = (points + 1) / 2,
-          .LeftMHz = leftMHz,
-          .RightMHz = rightMHz,
+PointWindow VisibleRadioPoints(int points, double centrePoint, int displayZoom, int panPoints) {
+  assert(points >= 0 && displayZoom > 0);
+  if (displayZoom == 1 || points < 2) return {1, points, (points + 1) / 2, 0};
+  const double limit = 4.0 * points;
+  const int centre =
+      RoundToInt32(std::clamp(centrePoint, -limit, limit)) + std::clamp(panPoints, -4 * points, 4 * points);
+  const int width = std::max(1, RoundToInt32(static_cast<double>(points - 1) / displayZoom));
+  const int first = centre - width / 2;
+  const int shift = std::clamp(first, 1, points - width) - first;
+  return {first + shift, first + width + shift, centre + shift, shift};
+}
+
+FrameGeometry RadioGeometry(const PointWindow& window, int points, double leftMHz, double rightMHz,
+                            double plotWidth) {
+  const double stepMHz = points >= 2 ? (rightMHz - leftMHz) / (points - 1) : 0;
+  // The ends of the line as it tells them: reckoned by steps they would miss by the last digit.
+  return {.FirstPoint = window.FirstPoint,
+          .LastPoint = window.LastPoint,
+          .CentrePoint = window.CentrePoint,
+          .LeftMHz = window.FirstPoint == 1 ? leftMHz : leftMHz + (window.FirstPoint - 1) * stepMHz,
+          .RightMHz = window.LastPoint == points ? rightMHz : leftMHz + (window.LastPoint - 1) * stepMHz,
           .PlotWidth = plotWidth};
 }
 

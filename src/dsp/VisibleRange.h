@@ -23,8 +23,14 @@ struct PointWindow {
 [[nodiscard]] FrameGeometry SoundCardGeometry(const PointWindow& window, int points, int sampleRate,
                                               double zeroFreqMHz, double plotWidth);
 
-/// A radio's line, always whole: point 1 at x = 0 and leftMHz, the last at plotWidth and rightMHz. Not
-/// Valid() with fewer than two points.
-[[nodiscard]] FrameGeometry RadioGeometry(int points, double leftMHz, double rightMHz, double plotWidth);
+/// The points of a radio's line in view, 1..points. displayZoom 1: all. Above: (points - 1) / displayZoom
+/// intervals around centrePoint, moved by panPoints; a window that would leave the line is shifted back, its
+/// width kept. LastPoint is the last one in view.
+[[nodiscard]] PointWindow VisibleRadioPoints(int points, double centrePoint, int displayZoom, int panPoints);
+
+/// A radio's line: the window's first point at x = 0, its last at plotWidth. leftMHz, rightMHz: of the whole
+/// line, points 1 and the last. Not Valid() with fewer than two points.
+[[nodiscard]] FrameGeometry RadioGeometry(const PointWindow& window, int points, double leftMHz,
+                                          double rightMHz, double plotWidth);
 
 }  // namespace spectrino

@@ -54,19 +54,6 @@ void HostBackend::Close() {
   published_.clear();
   publishedSerial_ = 0;
   pan_ = {};
-  if (!std::exchange(told_, {}).empty()) parts_.User.ShowStatus("");
-}
-
-void HostBackend::Tick() {
-  parts_.Radio.Tick();
-  if (parts_.Radio.HostFound()) TellHealth();
-}
-
-void HostBackend::TellHealth() {
-  std::string text = HealthText(parts_.Radio.Client().Health(), "Radio", parts_.Time.Now());
-  if (text == told_) return;
-  told_ = std::move(text);
-  parts_.User.ShowStatus(told_);
 }
 
 void HostBackend::Refresh(RadioState& radio) {

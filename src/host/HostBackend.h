@@ -39,8 +39,8 @@ class HostBackend final : public RigBackend {
   /// takes the connection and says nothing is there: its radio may be off, and be switched on later.
   bool Open() override;
   void Close() override;
-  /// To be called every few milliseconds while open: keeps the link, and tells how it does.
-  void Tick();
+  /// To be called every few milliseconds while open.
+  void Tick() { parts_.Radio.Tick(); }
 
   void Refresh(RadioState& radio) override;
   [[nodiscard]] double LinkOffsetKHz() const override { return pan_.OffsetHz / 1000; }
@@ -55,7 +55,6 @@ class HostBackend final : public RigBackend {
 
  private:
   void Publish();
-  void TellHealth();
 
   Parts parts_;
   CatControl control_ = CatControl::HostIf;
@@ -65,7 +64,6 @@ class HostBackend final : public RigBackend {
   std::uint64_t publishedSerial_ = 0;
   double publishedSubMHz_ = 0;
   int publishedMode_ = 0;
-  std::string told_;
 };
 
 }  // namespace spectrino

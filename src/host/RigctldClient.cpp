@@ -74,6 +74,7 @@ void RigctldClient::Open(const RigctldEndpoint& endpoint, bool reconnect) {
   endpoint_ = endpoint;
   watch_.TryAgain(reconnect);
   open_ = true;
+  heardAt_ = clock_.Now();
   Connect();
 }
 
@@ -175,6 +176,7 @@ void RigctldClient::Answered(const RigctldReply& reply) {
     silentWhy_ = kRadioSilent;
   } else if (ready_ && reply.Code == rprt::kDone) {
     heard_ = true;
+    heardAt_ = clock_.Now();
     silentWhy_.clear();
     watch_.Heard();
   }
@@ -222,6 +224,8 @@ void RigctldClient::DropRequests() {
 
 LinkHealth RigctldClient::Health() const {
   LinkHealth health = watch_.Health();
+  // Attempts begin anew; the silence does not.
+  health.Since = heardAt_;
   if (health.State != LinkState::Closed && !silentWhy_.empty()) {
     health.State = LinkState::Silent;
     health.Why = silentWhy_;

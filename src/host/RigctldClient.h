@@ -103,6 +103,7 @@ class RigctldClient {
   std::string silentWhy_;              ///< the server is there, the radio is not
   LinkHealth::Time since_{};           ///< of the first one outstanding; of the connection before
   LinkHealth::Time connectedAt_{};
+  LinkHealth::Time heardAt_{};  ///< the radio, on any connection since Open
   bool open_ = false, connected_ = false, ready_ = false, takesVfo_ = false;
   bool readOut_ = false, setOut_ = false;
   bool heard_ = false;  ///< the radio, on this connection

@@ -2,10 +2,22 @@
 // Not what it means: that is in the tables of rows.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string_view>
 
 namespace spectrino {
+
+/// What a field of a reply may hold, both ends included. A number beyond them is none: the stream was cut or
+/// disturbed, and what was known before holds.
+struct CatRange {
+  std::int64_t Low = 0;
+  std::int64_t High = 0;
+};
+inline constexpr CatRange kDigitRange{0, 9};
+inline constexpr CatRange kSwitchRange{0, 1};
+inline constexpr CatRange kHertzRange{1, 50'000'000'000};  // with a transverter's offset
 
 /// One reply without its ";".
 class CatReply {
@@ -19,12 +31,10 @@ class CatReply {
                                       std::size_t length = std::string_view::npos) const {
     return position <= Text.size() ? Text.substr(position - 1, length) : std::string_view{};
   }
-  /// The number there; nothing when the reply ends before.
-  [[nodiscard]] std::optional<double> Number(std::size_t position,
-                                             std::size_t length = std::string_view::npos) const;
-  /// The same, rounded to even and within 16 bits; nothing beyond them.
-  [[nodiscard]] std::optional<int> Int16(std::size_t position,
-                                         std::size_t length = std::string_view::npos) const;
+  /// The number there; nothing when the reply ends before, or when it is not plausible.
+  [[nodiscard]] std::optional<double> Number(std::size_t position, std::size_t length, CatRange range) const;
+  /// The same, rounded to even. range: within 32 bits.
+  [[nodiscard]] std::optional<int> Int(std::size_t position, std::size_t length, CatRange range) const;
 
   std::string_view Text;
 };

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "k4/CatHandlers.h"
+#include "state/Val.h"
 
 namespace spectrino {
 
@@ -13,6 +14,17 @@ namespace {
 using namespace cat;
 
 constexpr double kVolumeSteps = 60;  // the radio's AF gain, 0..60, on a slider of 0..255
+
+constexpr CatRange kGainRange{0, 255};
+constexpr CatRange kBalanceRange{-50, 50};
+constexpr CatRange kAttenuatorDb{0, 99};
+constexpr CatRange kBandwidthTens{0, 2'000};
+constexpr CatRange kShiftTens{0, 999};
+constexpr CatRange kPitchTens{0, 99};
+constexpr CatRange kNotchHz{0, 5'000};
+constexpr CatRange kRitHz{-9'999, 9'999};
+constexpr CatRange kMeterRange{0, 255};
+constexpr CatRange kVersionRange{0, 999};
 
 void ApplyIF(const CatReply& reply, K4State& state, K4PanelView&) {
   if (reply.Text.size() == 37) state.Record.Store("IF", reply.Text);
@@ -24,7 +36,7 @@ void ApplyFR(const CatReply& reply, K4State& state, K4PanelView&) {
 
 /// The frequency is that of the last whole reply, so that a cut one changes nothing.
 std::optional<double> StoredMHz(const CatReply& reply, K4State& state, std::string_view field) {
-  if (reply.Text.size() == 13) state.Record.Store(field, reply.Text);
+  if (reply.Text.size() == 13 && reply.Number(3, 11, kHertzRange)) state.Record.Store(field, reply.Text);
   const std::string_view stored = state.Record.Text(field);
   if (stored.size() < 13) return std::nullopt;
   return Val(stored.substr(2, 11)) / 1e6;
@@ -45,16 +57,16 @@ void ApplyMD(const CatReply& reply, K4State& state, K4PanelView& view) {
 
 void ApplyIS(const CatReply& reply, K4State& state, K4PanelView& view) {
   state.Record.Store("IS", "IS " + std::string(reply.From(4, 3)) + "0");
-  StorePair<&K4State::IfShiftMainHz, &K4State::IfShiftSubHz, 4, 4, 10>(reply, state, view);
+  StorePair<&K4State::IfShiftMainHz, &K4State::IfShiftSubHz, 4, 4, kShiftTens, 10>(reply, state, view);
 }
 
 void ApplyBW(const CatReply& reply, K4State& state, K4PanelView& view) {
   if (reply.Text.size() > 3) state.Record.Store("BW", reply.Text);
-  StorePair<&K4State::FilterBwMainHz, &K4State::FilterBwSubHz, 3, 4, 10>(reply, state, view);
+  StorePair<&K4State::FilterBwMainHz, &K4State::FilterBwSubHz, 3, 4, kBandwidthTens, 10>(reply, state, view);
 }
 
 void ApplyCW(const CatReply& reply, K4State& state, K4PanelView&) {
-  if (const auto tens = reply.Int16(3, 2)) state.CwPitchHz = *tens * 10;
+  if (const auto tens = reply.Int(3, 2, kPitchTens)) state.CwPitchHz = *tens * 10;
 }
 
 void ApplySM(const CatReply& reply, K4State& state, K4PanelView&) {
@@ -63,14 +75,14 @@ void ApplySM(const CatReply& reply, K4State& state, K4PanelView&) {
     return;
   }
   const bool sub = reply.From(4, 1) == "$";
-  const auto level = reply.Int16(sub ? 5 : 4);
+  const auto level = reply.Int(sub ? 5 : 4, kToEnd, kMeterRange);
   if (level) (sub ? state.SMeterSub : state.SMeterMain) = *level;
 }
 
 void ApplyAG(const CatReply& reply, K4State& state, K4PanelView& view) {
   const bool sub = reply.Sub();
   if (!sub || reply.Text.size() > 3) state.Record.Store(sub ? "AG$" : "AG", reply.Text);
-  const auto gain = reply.Int16(sub ? 4 : 3);
+  const auto gain = reply.Int(sub ? 4 : 3, kToEnd, kGainRange);
   if (!gain || (sub && state.AfBalanceMode != 0)) return;
   const double level = std::clamp(*gain / kVolumeSteps * 255, 0.0, 255.0);
   view.SetVolume(sub ? 2 : 1, RoundToInt16(level));
@@ -78,7 +90,7 @@ void ApplyAG(const CatReply& reply, K4State& state, K4PanelView& view) {
 
 void ApplyBL(const CatReply& reply, K4State& state, K4PanelView& view) {
   StoreInt<&K4State::AfBalanceMode, 3>(reply, state, view);
-  StoreInt<&K4State::AfBalance, 4, 3>(reply, state, view);
+  StoreInt<&K4State::AfBalance, 4, 3, kBalanceRange>(reply, state, view);
   if (state.AfBalanceMode != 1) {
     view.SetVolumeToolTip("AF Sub Volume");
     return;
@@ -93,7 +105,7 @@ void ApplyGT(const CatReply& reply, K4State& state, K4PanelView&) {
   const bool longForm = size == 5 || size == 6;
   if (!longForm && size != 3 && size != 4) return;
   const bool sub = reply.Sub();
-  const auto digit = reply.Int16((longForm ? 5U : 3U) + (sub ? 1U : 0U), 1);
+  const auto digit = reply.Int((longForm ? 5U : 3U) + (sub ? 1U : 0U), 1, kDigitRange);
   if (!digit) return;
   int& agc = sub ? state.AgcSub : state.AgcMain;
   if (!longForm) {
@@ -107,14 +119,14 @@ void ApplyGT(const CatReply& reply, K4State& state, K4PanelView&) {
 }
 
 void ApplyNM(const CatReply& reply, K4State& state, K4PanelView& view) {
-  StorePair<&K4State::NotchPitchMain, &K4State::NotchPitchSub, 3, 4>(reply, state, view);
+  StorePair<&K4State::NotchPitchMain, &K4State::NotchPitchSub, 3, 4, kNotchHz>(reply, state, view);
   StorePair<&K4State::NotchManualMain, &K4State::NotchManualSub, 7>(reply, state, view);
   const int pitch = state.RxSuffix == "$" ? state.NotchPitchSub : state.NotchPitchMain;
   if (view.Notch() * 10 != pitch) view.SetNotch(pitch / 10);
 }
 
 void ApplyRO(const CatReply& reply, K4State& state, K4PanelView&) {
-  if (const auto hz = reply.Int16(reply.Sub() ? 4 : 3, 5)) state.RitOffsetHz = *hz;
+  if (const auto hz = reply.Int(reply.Sub() ? 4 : 3, 5, kRitHz)) state.RitOffsetHz = *hz;
 }
 
 void ApplyTQ(const CatReply& reply, K4State& state, K4PanelView&) {
@@ -136,7 +148,7 @@ void ApplySB(const CatReply& reply, K4State& state, K4PanelView& view) {
 void ApplyFP(const CatReply& reply, K4State& state, K4PanelView& view) {
   const bool sub = reply.Sub();
   const std::string_view digit = reply.From(sub ? 4 : 3, 1);
-  const auto number = reply.Int16(sub ? 4 : 3, 1);
+  const auto number = reply.Int(sub ? 4 : 3, 1, kDigitRange);
   if (!number) return;
   state.Record.Store(sub ? "XF$" : "XF", "XF" + std::string(digit));
   int& filter = state.FilterNo[sub ? kSubRx : kMainRx];
@@ -182,7 +194,7 @@ void ApplyME(const CatReply& reply, K4State& state, K4PanelView& view) {
 }
 
 void ApplyRV(const CatReply& reply, K4State& state, K4PanelView&) {
-  const auto version = reply.Number(4);
+  const auto version = reply.Number(4, kToEnd, kVersionRange);
   if (reply.Text[2] == 'M' && version && *version > 0) state.McuVersion = static_cast<float>(*version);
 }
 
@@ -197,7 +209,7 @@ void ApplyCM(const CatReply& reply, K4State& state, K4PanelView&) {
   RecordWhole(reply, state, "CM");
 }
 void ApplyPS(const CatReply& reply, K4State& state, K4PanelView&) {
-  if (reply.Text.size() == 3 && reply.Number(3).value_or(2) <= 1) RecordWhole(reply, state, "PS");
+  if (reply.Text.size() == 3 && reply.Int(3, 1, kSwitchRange)) RecordWhole(reply, state, "PS");
 }
 void ApplyFI(const CatReply& reply, K4State& state, K4PanelView& view) {
   StoreMHz<&K4State::PanCenterMHz, 3>(reply, state, view);
@@ -275,7 +287,7 @@ constexpr std::array kRows = std::to_array<CatRow>({
     {"PK", nullptr, "PK"},
     {"PS", ApplyPS, nullptr},
     {"QC", nullptr, "QC"},
-    {"RA", StorePair<&S::AttMain, &S::AttSub, 3, 2>, "RA"},
+    {"RA", StorePair<&S::AttMain, &S::AttSub, 3, 2, kAttenuatorDb>, "RA"},
     {"RG", nullptr, "RG"},
     {"RO", ApplyRO, nullptr},
     {"RT", StoreMainInt<&S::RitOn, 3>, nullptr},

@@ -49,8 +49,13 @@ void TellRadioState(const K4State& state, RadioState& radio) {
   radio.SMeterDbm = state.SMeterMain - kSMeterZeroDb;
 }
 
+void K4Backend::Refresh(RadioState& radio) {
+  dial_.Pump();
+  TellRadioState(state_, radio);
+}
+
 void K4Backend::SetFrequency(Vfo vfo, double freqMHz, Aim /*aim*/) {
-  SetK4Frequency(sender_, freqMHz, vfo == Vfo::A ? 0 : 1);
+  dial_.Set(freqMHz, vfo == Vfo::A ? 0 : 1);
 }
 
 // "BN" | "$" for the sub receiver | band number, two digits: 00 is 160 m

@@ -21,11 +21,17 @@ void TellRadioState(const K4State& state, RadioState& radio);
 class K4Backend final : public RigBackend {
  public:
   /// All outlive it.
-  K4Backend(K4State& state, K4Sender& sender, K4Commands& commands, SettingsStore& store, BandMemory& memory,
-            const Clock& clock)
-      : state_(state), sender_(sender), commands_(commands), store_(store), memory_(memory), clock_(clock) {}
+  K4Backend(K4State& state, K4Sender& sender, K4Dial& dial, K4Commands& commands, SettingsStore& store,
+            BandMemory& memory, const Clock& clock)
+      : state_(state),
+        sender_(sender),
+        dial_(dial),
+        commands_(commands),
+        store_(store),
+        memory_(memory),
+        clock_(clock) {}
 
-  void Refresh(RadioState& radio) override { TellRadioState(state_, radio); }
+  void Refresh(RadioState& radio) override;
 
   void SetFrequency(Vfo vfo, double freqMHz, Aim aim) override;
   /// Keeps where the radio is, then asks for the band; buttons 0 ("Gen"), 12 and 13 have none.
@@ -42,6 +48,7 @@ class K4Backend final : public RigBackend {
  private:
   K4State& state_;
   K4Sender& sender_;
+  K4Dial& dial_;
   K4Commands& commands_;
   SettingsStore& store_;
   BandMemory& memory_;

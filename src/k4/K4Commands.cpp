@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <iterator>
@@ -28,14 +27,6 @@ std::string Digits(int value, int width) {
 }
 
 }  // namespace
-
-void SetK4Frequency(K4Sender& sender, double freqMHz, int vfo) {
-  const double hz = std::floor(freqMHz * 1e6 + 0.1);
-  if (!(hz >= 0) || hz > 99'999'999'999.0) return;
-  char text[24];
-  std::snprintf(text, sizeof text, "%s%011lld;", vfo == 0 ? "FA" : "FB", static_cast<long long>(hz));
-  sender.SendCat(text);
-}
 
 void K4Commands::Click(std::string_view control) {
   struct Button {
@@ -108,21 +99,22 @@ void K4Commands::chkSplt_Click(bool on) {
   sender_.SendK4("FT;");
 }
 
-// Without a guard: written by the parser it sends the state it was given back to the radio.
+// A state that the radio told, sent back to it, would be told again: with two of them under way both would go
+// round without end.
 void K4Commands::chkBSET_Click(bool on) {
+  if (state_.K4ParserBusy) return;
   sender_.SendK4(on ? "BS1" : "BS0");
   state_.RxSuffix = on ? "$" : "";
   sender_.SendK4("BS;");
 }
 
 void K4Commands::chkSub_Click(bool on) {
-  subTicked_ = on;
   if (state_.K4ParserBusy) return;
   sender_.SendK4(on ? "SB1" : "SB0");
   sender_.SendK4("SB");
   pump_.Wait(50ms);
   sender_.SendK4("DV");
-  SelectMonitor(subTicked_ ? 1 : 0);
+  SelectMonitor(view_.SubTicked() ? 1 : 0);
 }
 
 void K4Commands::chkDIV_Click(bool on) {
@@ -131,7 +123,7 @@ void K4Commands::chkDIV_Click(bool on) {
   sender_.SendK4("DV;");
   sender_.SendK4("SB;");
   pump_.Wait(kPumpOnly);
-  SelectMonitor(subTicked_ ? 1 : 0);
+  SelectMonitor(view_.SubTicked() ? 1 : 0);
 }
 
 void K4Commands::chkIIR_Click(bool on) {
@@ -154,7 +146,7 @@ void K4Commands::chkMinipan_Click(bool on) {
   sender_.SendPan(on ? "Y1" : "Y0");
   sender_.SendPan(on && state_.IsK4D ? "Z1" : "Z0");
   if (on) state_.MinipanHistoryCount = 0;
-  SelectMonitor(subTicked_ ? 1 : 0);
+  SelectMonitor(view_.SubTicked() ? 1 : 0);
 }
 
 void K4Commands::cmdQuick_Click() {
@@ -167,7 +159,7 @@ void K4Commands::cmdQuick_Click() {
   const double offsetKHz = SetupSection(store_).Read(ssb ? key::kQSplit1 : key::kQSplit0);
   sender_.SendK4("MD$" + std::to_string(state_.RadioMode) + ";");
   pump_.Wait(200ms);
-  SetK4Frequency(sender_, state_.MainFreqMHz + offsetKHz / 1000, 1);
+  dial_.Set(state_.MainFreqMHz + offsetKHz / 1000, 1);
   for (int i = 0; i < 2; ++i) {
     pump_.Wait(250ms);
     sender_.SendK4("FT1;");

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "k4/K4Dial.h"
 #include "k4/K4PanelView.h"
 #include "k4/K4Sender.h"
 #include "k4/K4State.h"
@@ -13,20 +14,17 @@
 
 namespace spectrino {
 
-/// SetK4Frequency: the frequency in MHz as eleven digits of hertz behind "FA" (vfo 0) or "FB" (vfo 1).
-/// Written to the CAT connection directly.
-void SetK4Frequency(K4Sender& sender, double freqMHz, int vfo);
-
 class K4Commands {
  public:
   /// All outlive it.
-  K4Commands(K4State& state, K4Sender& sender, K4PanelView& view, SettingsStore& store, EventPump& pump)
-      : state_(state), sender_(sender), view_(view), store_(store), pump_(pump) {}
+  K4Commands(K4State& state, K4Sender& sender, K4Dial& dial, K4PanelView& view, SettingsStore& store,
+             EventPump& pump)
+      : state_(state), sender_(sender), dial_(dial), view_(view), store_(store), pump_(pump) {}
 
   /// A button by its control name: "cmdAGCK4", "cmdNotch0", "cmdXFIL1", "cmdSpan0" ... An unknown name does
   /// nothing.
   void Click(std::string_view control);
-  /// A check box, clicked by the user or written by the parser.
+  /// A check box that the operator clicked. Nothing while the parser runs: what it shows, the radio knows.
   void chkSplt_Click(bool on);
   void chkBSET_Click(bool on);
   void chkSub_Click(bool on);
@@ -47,8 +45,6 @@ class K4Commands {
   /// Which receivers the radio's own monitor shows: 0 main, 1 both. Only for a K4D with the second receiver
   /// automatic.
   void SelectMonitor(int which);
-  /// chkSub, as far as the handlers know: they were all told of it.
-  [[nodiscard]] bool SubTicked() const { return subTicked_; }
 
  private:
   /// Asks the radio to step a function on, and then for its state on both receivers.
@@ -61,10 +57,10 @@ class K4Commands {
 
   K4State& state_;
   K4Sender& sender_;
+  K4Dial& dial_;
   K4PanelView& view_;
   SettingsStore& store_;
   EventPump& pump_;
-  bool subTicked_ = false;
 };
 
 }  // namespace spectrino

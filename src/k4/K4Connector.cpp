@@ -1,5 +1,7 @@
 #include "k4/K4Connector.h"
 
+#include <algorithm>
+
 #include "settings/SetupSection.h"
 #include "state/Val.h"
 
@@ -17,11 +19,18 @@ int PortOr(int port, int usual) {
   return port == 0 ? usual : port;
 }
 
+/// Its digits and colons, up to the name of an interface: "::" somewhere, or all eight groups.
+bool IsIpv6(std::string_view text) {
+  const std::string_view groups = text.substr(0, text.find('%'));
+  if (groups.find_first_not_of("0123456789abcdefABCDEF:.") != std::string_view::npos) return false;
+  return groups.find("::") != std::string_view::npos || std::ranges::count(groups, ':') == 7;
+}
+
 K4Target ReadTarget(SettingsStore& store) {
   const SetupSection setup(store);
   K4Target target;
   target.Address = setup.Read(key::kK4Address);
-  target.Host = Trim(std::string_view(target.Address).substr(0, target.Address.find(':')));
+  target.Host = K4HostOf(target.Address);
   target.CatPort = PortOr(setup.Read(key::kK4CatPort), kUsualCatPort);
   target.PanPort = PortOr(setup.Read(key::kK4PanPort), kUsualPanPort);
   target.TimeOut = std::chrono::milliseconds(setup.Read(key::kTcpTimeOutMs));
@@ -29,6 +38,13 @@ K4Target ReadTarget(SettingsStore& store) {
 }
 
 }  // namespace
+
+std::string K4HostOf(std::string_view address) {
+  std::string_view text = Trim(address);
+  if (text.starts_with('[')) return std::string(Trim(text.substr(1, text.find(']') - 1)));
+  if (!IsIpv6(text)) text = text.substr(0, text.find(':'));
+  return std::string(Trim(text));
+}
 
 K4ConnectOutcome K4Connector::Connect(K4Target& target) {
   while (true) {
@@ -83,12 +99,17 @@ bool K4Connector::AskRetry() {
 
 K4ConnectOutcome K4Connector::GiveUp(const K4Target& target) {
   parts_.View.ShowWaiting(false);
+  std::string cause = cause_();
+  if (target.Host.empty())
+    cause = "the address names no host";
+  else if (cause.empty())
+    cause = "no answer within " + std::to_string(target.TimeOut.count()) + " ms: is the radio switched on?";
   // An answer may still be on its way; nobody waits for it any more.
   closeSockets_();
   parts_.Pump.Wait(30ms);
   if (Abandoned()) return {true, {}};
   return {true, "TCP ERROR - HOST = " + target.Host + " PORTPAN = " + std::to_string(target.PanPort) +
-                    " PORTCAT = " + std::to_string(target.CatPort)};
+                    " PORTCAT = " + std::to_string(target.CatPort) + ": " + cause};
 }
 
 }  // namespace spectrino

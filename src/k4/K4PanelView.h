@@ -1,5 +1,5 @@
-// By which the CAT parser moves the K4 panel's controls. A written check box or slider fires its own handler;
-// those send nothing back while the parser runs, chkBSET's alone excepted.
+// By which the CAT parser moves the K4 panel's controls. What is shown is never sent back: a check box that
+// is written fires nothing, and a slider's handler sends nothing while the parser runs.
 #pragma once
 
 #include <string>
@@ -12,6 +12,8 @@ class K4PanelView {
  public:
   virtual ~K4PanelView() = default;
   virtual void SetCheck(K4Check check, bool ticked) = 0;
+  /// chkSub, as it looks now.
+  [[nodiscard]] virtual bool SubTicked() const = 0;
   /// cdmXFIL: 0 main, 1 sub.
   virtual void SetFilterCaption(int receiver, const std::string& caption) = 0;
   /// sldVol: 1 main, 2 sub; 0..255.

@@ -33,14 +33,15 @@ constexpr auto kPollAfter = std::to_array<std::string_view>({"SMH;", "SMH$;", "#
 
 K4Session::K4Session(K4SessionParts parts)
     : parts_(std::move(parts)),
-      connector_(parts_, [this] { CloseSockets(); }),
+      connector_(
+          parts_, [this] { CloseSockets(); }, [this] { return cat_.Why.empty() ? pan_.Why : cat_.Why; }),
       assembler_([this](std::span<const std::uint8_t> frames) {
         const std::uint64_t before = parts_.State.K4PanChannels[kPanMain].Serial;
         ParseK4PanFrames(frames, parts_.State);
         if (parts_.State.K4PanChannels[kPanMain].Serial != before) lineArrived_ = parts_.Time.Now();
       }),
-      cat_{parts_.WSCat, "CAT", LinkWatch(parts_.Time)},
-      pan_{parts_.WSPan, "panadapter", LinkWatch(parts_.Time)} {
+      cat_{parts_.WSCat, "CAT", &K4Target::CatPort, LinkWatch(parts_.Time)},
+      pan_{parts_.WSPan, "panadapter", &K4Target::PanPort, LinkWatch(parts_.Time)} {
   for (Port* port : {&cat_, &pan_}) {
     port->Socket.Connected = [this, port] { PortConnected(*port); };
     port->Socket.Closed = [this, port] { PortEnded(*port, "closed by the radio"); };
@@ -65,6 +66,7 @@ K4ConnectOutcome K4Session::Start() {
   MonitorSelected_ = false;
   state.SubRxOn = -1;
   state.K4MonitorKind = -1;
+  state.PanHdpm = 0;
   state.MinipanOn = true;
   parts_.View.TickMinipan();
   state.K4Active = true;
@@ -81,6 +83,7 @@ K4ConnectOutcome K4Session::Start() {
   timerEnabled_ = true;
   state.K4PanDataSeen = false;
   state.RxSuffix.clear();
+  state.BsetOn = 0;  // as shown: an answer that differs moves the control again
   parts_.View.ClearBset();
   return outcome;
 }
@@ -133,16 +136,12 @@ void K4Session::SendPanOpening() {
   SendPan(parts_.State.IsK4D ? "Z1" : "Z0");
 }
 
-int K4Session::NumberOf(const Port& port) const {
-  return &port == &cat_ ? target_.CatPort : target_.PanPort;
-}
-
 // One connection is enough to be connected, but not to work: say what is missing.
 void K4Session::ReportMissingPort() {
   if (!parts_.State.K4Connected) return;
   const Port& missing = cat_.Connected ? pan_ : cat_;
   parts_.User.ShowStatus("The K4's " + std::string(missing.Name) + " port " +
-                         std::to_string(NumberOf(missing)) + " does not answer");
+                         std::to_string(target_.*missing.Number) + " does not answer");
 }
 
 void K4Session::CloseSockets() {
@@ -150,6 +149,7 @@ void K4Session::CloseSockets() {
     port->Socket.Close();
     port->Watch.End();
     port->Connected = port->Told = false;
+    port->Why.clear();
   }
   parts_.State.K4Connected = false;
   // Halves of a reply or a frame do not continue in another connection.
@@ -198,7 +198,8 @@ void K4Session::tmrK4_Timer() {
 
 void K4Session::TryLostPorts() {
   for (Port* port : {&cat_, &pan_}) {
-    if (port->Watch.TryDue()) port->Socket.Connect(target_.Host, static_cast<std::uint16_t>(NumberOf(*port)));
+    if (port->Watch.TryDue())
+      port->Socket.Connect(target_.Host, static_cast<std::uint16_t>(target_.*port->Number));
   }
 }
 
@@ -239,14 +240,15 @@ void K4Session::PortConnected(Port& port) {
 
 void K4Session::PortEnded(Port& port, std::string_view why) {
   const bool wasConnected = std::exchange(port.Connected, false);
+  port.Why = why;
   // Each failed try says the same.
   if (!std::exchange(port.Told, true) || wasConnected)
     parts_.User.Log(LogArea::K4, std::string(port.Name) + " connection: " + std::string(why));
   // One is enough: the other works on.
   parts_.State.K4Connected = cat_.Connected || pan_.Connected;
   if (!timerEnabled_) return;
-  port.Watch.Lost("The K4's " + std::string(port.Name) + " port " + std::to_string(NumberOf(port)) + ": " +
-                  std::string(why));
+  port.Watch.Lost("The K4's " + std::string(port.Name) + " port " + std::to_string(target_.*port.Number) +
+                  ": " + std::string(why));
   if (wasConnected && !port.Watch.Health().NextTry)
     parts_.User.ShowStatus("Connection to the K4 lost. Press Stop, then Start to connect again.");
 }

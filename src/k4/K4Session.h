@@ -34,10 +34,9 @@ class K4Session final : public K4Sender {
   [[nodiscard]] K4ConnectOutcome TCPConnect();
   /// Asks for everything that the panel shows.
   void RefreshK4();
-  /// To be called every kTimerInterval; does nothing while TimerEnabled() is false.
+  /// To be called every kTimerInterval; does nothing before Start and after Stop.
   void tmrK4_Timer();
   static constexpr std::chrono::milliseconds kTimerInterval{500};
-  [[nodiscard]] bool TimerEnabled() const { return timerEnabled_; }
 
   void SendK4(std::string_view command) override;
   void SendCat(std::string_view text) override;
@@ -47,15 +46,20 @@ class K4Session final : public K4Sender {
   [[nodiscard]] std::chrono::steady_clock::time_point LineArrived() const { return lineArrived_; }
   /// Of the connection that does worse; the other one works on meanwhile.
   [[nodiscard]] LinkHealth Health() const;
+  [[nodiscard]] LinkHealth CatHealth() const {
+    return parts_.State.K4Active ? cat_.Watch.Health() : LinkHealth{};
+  }
 
  private:
   /// One of the two connections.
   struct Port {
     ByteSocket& Socket;
     const char* Name;
+    int K4Target::*Number;  ///< of the port
     LinkWatch Watch;
     bool Connected = false;
     bool Told = false;  ///< its loss stands in the log
+    std::string Why{};  ///< what ended it, or kept it from coming about
   };
 
   void SendOpening();
@@ -67,7 +71,6 @@ class K4Session final : public K4Sender {
   void TryLostPorts();
   void PortConnected(Port& port);
   void PortEnded(Port& port, std::string_view why);
-  [[nodiscard]] int NumberOf(const Port& port) const;
   void CatArrived(std::span<const std::uint8_t> bytes);
   void PanArrived(std::span<const std::uint8_t> bytes);
 

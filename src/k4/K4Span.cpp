@@ -23,9 +23,8 @@ void SendSpan(K4Sender& sender, int spanHz) {
 }  // namespace
 
 void StepK4Span(const K4State& state, K4Sender& sender, int direction) {
-  const double presentHz = state.PanSpanMHz * 1e6;
-  const int next = RoundToInt32(presentHz) + (direction < 0 ? -kSpanStepHz : kSpanStepHz);
-  SendSpan(sender, std::clamp(next, kLeastSpanHz, kMostSpanHz));
+  const double next = state.PanSpanMHz * 1e6 + (direction < 0 ? -kSpanStepHz : kSpanStepHz);
+  SendSpan(sender, std::clamp(RoundToInt32(next), kLeastSpanHz, kMostSpanHz));
 }
 
 void SendAutoK4Span(const K4State& state, K4Sender& sender, SettingsStore& store) {

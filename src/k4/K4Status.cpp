@@ -166,7 +166,7 @@ StatusArea K4Status::Area(const K4State& state) const {
   area.Transmitting = state.Transmitting == 1;
   if (!area.Transmitting && state.RxSuffix != "$") {
     if (state.SubRxOn == 1) area.Receivers += "SUB";
-    if (state.DiversityOn == 1) area.Receivers += "DIV   ";
+    if (state.DiversityOn == 1) area.Receivers += area.Receivers.empty() ? "DIV   " : " DIV   ";
   }
   area.Bset = state.BsetOn != 0;
   area.Test = state.TestMode != 0;
@@ -180,8 +180,10 @@ StatusArea K4Status::Area(const K4State& state) const {
   const double halfMHz = state.K4PanChannels[kPanMain].SpanMHz / 2;
   area.ScaleLeft = "-" + WholeKHz(halfMHz);
   area.ScaleRight = "+" + WholeKHz(halfMHz);
-  area.NeedsDualPanOff =
-      (state.SubRxOn == 0 && state.PanHdpm >= 1) || state.K4PanChannels[kPanMiniMain].SpanMHz == 0;
+  // Only of what the radio told: before its first mini-pan, and before its mode, nobody knows.
+  const K4PanChannel& mini = state.K4PanChannels[kPanMiniMain];
+  const bool noMiniPan = mini.Serial != 0 && mini.SpanMHz == 0 && state.RadioMode != mode::kUnknown;
+  area.NeedsDualPanOff = (state.SubRxOn == 0 && state.PanHdpm >= 1) || noMiniPan;
   area.Main = Pan(state, kPanMiniMain);
   area.Sub = Pan(state, kPanMiniSub);
   return area;

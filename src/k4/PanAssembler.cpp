@@ -49,7 +49,6 @@ K4PanAssembler::K4PanAssembler(FrameRun frameRun) : frameRun_(std::move(frameRun
 void K4PanAssembler::Reset() {
   pending_.clear();
   inStep_ = false;
-  skipped_ = 0;
 }
 
 void K4PanAssembler::Feed(std::span<const std::uint8_t> bytes) {
@@ -69,9 +68,7 @@ std::size_t K4PanAssembler::HandOn() {
   std::size_t at = 0;
   while (true) {
     if (!inStep_) {
-      const std::size_t head = FindHead(Text(all), at);
-      skipped_ += head - at;
-      at = head;
+      at = FindHead(Text(all), at);
       inStep_ = all.size() - at >= kHeadBytes;
       if (!inStep_) return at;
     }

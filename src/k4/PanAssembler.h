@@ -23,8 +23,6 @@ class K4PanAssembler {
   void Feed(std::span<const std::uint8_t> bytes);
   /// A new connection: what is left of the old one is forgotten.
   void Reset();
-  /// Bytes given up in search of a frame since the last Reset.
-  [[nodiscard]] std::uint64_t SkippedBytes() const { return skipped_; }
 
  private:
   [[nodiscard]] std::size_t HandOn();
@@ -32,7 +30,6 @@ class K4PanAssembler {
   FrameRun frameRun_;
   std::vector<std::uint8_t> pending_;  // at its start: a frame, or what may become one
   bool inStep_ = false;
-  std::uint64_t skipped_ = 0;
 };
 
 }  // namespace spectrino

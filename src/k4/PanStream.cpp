@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <optional>
 #include <string_view>
 
@@ -16,6 +17,7 @@ constexpr std::size_t kSpanAt = 7, kSpanBytes = 6;
 constexpr std::size_t kCentreAt = 13, kCentreBytes = 11;
 constexpr std::size_t kReferenceAt = 24, kReferenceBytes = 5;
 constexpr std::size_t kLevelsAt = 64;
+constexpr double kMostReferenceTenths = 3000;  // no radio's is as far from 0 dB
 
 /// What the frames of one display in one read add up to.
 struct DisplaySum {
@@ -114,21 +116,26 @@ void AddLevels(std::span<const std::uint8_t> levels, DisplaySum& sum) {
 bool AddFrame(std::span<const std::uint8_t> frame, int display, const K4State& state, DisplaySum& sum) {
   const std::string_view text = Text(frame);
   const std::int32_t spanHz = RoundToInt32(Val(text.substr(kSpanAt, kSpanBytes)));
+  const double centreHz = Val(text.substr(kCentreAt, kCentreBytes));
+  const double reference = Val(text.substr(kReferenceAt, kReferenceBytes));
   if (spanHz <= 0 || (sum.Frames > 0 && spanHz != sum.FrameSpanHz)) return false;
+  if (!(centreHz > 0) || std::fabs(reference) > kMostReferenceTenths) return false;
   if (sum.Frames == 0) {
     sum.FrameSpanHz = spanHz;
     const double frameSpanMHz = spanHz / 1e6;
     sum.SpanMHz = frameSpanMHz;
     sum.Points = kPanFrameLevels;
     if (state.K4SpanPreset != 0) {
-      sum.SpanMHz = ChosenWidthMHz(display, state);
+      // What is asked for may be wider than the frame, or of a span that the radio has left meanwhile: the
+      // line ends where its levels do.
+      sum.SpanMHz = std::min(ChosenWidthMHz(display, state), frameSpanMHz);
       sum.Points = std::clamp(RoundToInt32(sum.SpanMHz * kPanFrameLevels / frameSpanMHz), 0, kPanFrameLevels);
     }
     std::fill_n(sum.Levels.begin(), sum.Points, 0);
   }
   ++sum.Frames;
-  sum.CenterMHz = Val(text.substr(kCentreAt, kCentreBytes)) / 1e6;
-  sum.RefLevelDb = static_cast<float>(Val(text.substr(kReferenceAt, kReferenceBytes)) / 10);
+  sum.CenterMHz = centreHz / 1e6;
+  sum.RefLevelDb = static_cast<float>(reference / 10);
   AddLevels(frame.subspan(kLevelsAt), sum);
   return true;
 }
@@ -141,9 +148,11 @@ void Publish(const DisplaySum& sum, K4PanChannel& channel) {
   channel.RefLevelDb = sum.RefLevelDb;
   channel.Points = sum.Points;
   channel.Levels.assign(kPanFrameLevels + 1, 0);
-  for (std::size_t i = 0; i < static_cast<std::size_t>(sum.Points); ++i) {
-    channel.Levels[i + 1] = Average(sum.Levels[i], sum.Frames);
-  }
+  // Most reads hold one frame of a display: nothing to divide.
+  const auto level = [&sum](std::int64_t total) {
+    return sum.Frames == 1 ? static_cast<std::int16_t>(total) : Average(total, sum.Frames);
+  };
+  std::transform(sum.Levels.begin(), sum.Levels.begin() + sum.Points, channel.Levels.begin() + 1, level);
   ++channel.Serial;
 }
 

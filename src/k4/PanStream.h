@@ -31,8 +31,9 @@ inline constexpr std::string_view kPanSync{"\xFF\xFE\x01\x00\x02", 5};
 /// state.K4PanChannels, cropped to the span that K4SpanPreset asks for.
 ///
 /// Frame k is looked for from k * 4162 on. Nothing is published before PanScaleDb is known, nor by a read
-/// that holds an unknown letter, a span that is not positive or two spans of one display: its lines would not
-/// belong together. Allocates only the first time that a display is seen.
+/// that holds an unknown letter, a span or centre that is not positive, a reference level that cannot be, or
+/// two spans of one display: its lines would not belong together. A line is never wider than its frame.
+/// Allocates only the first time that a display is seen.
 void ParseK4PanFrames(std::span<const std::uint8_t> read, K4State& state);
 
 }  // namespace spectrino

@@ -30,7 +30,7 @@ class ByteSocket {
   std::function<void()> Connected;
   /// The other end closed the connection, after everything it sent was delivered.
   std::function<void()> Closed;
-  /// Connecting failed or the connection broke; the text is for the log.
+  /// Connecting failed or the connection broke; the text says why, in the user's terms, without a full stop.
   std::function<void(std::string_view text)> Error;
   /// What arrived since the last call; holds until the call returns.
   std::function<void(std::span<const std::uint8_t> bytes)> DataArrival;

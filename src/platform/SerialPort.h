@@ -26,13 +26,16 @@ class SerialPort {
   /// The same without waiting: counts as closed from now on, and is when the bytes have left. An Open before
   /// that waits for it.
   virtual void CloseWhenSent() = 0;
+  /// Between CloseWhenSent and the moment when the bytes have left.
+  [[nodiscard]] virtual bool Closing() const = 0;
   [[nodiscard]] virtual bool IsOpen() const = 0;
   /// Queues the bytes and returns at once; dropped while the port is closed.
   virtual void Write(std::span<const std::uint8_t> bytes) = 0;
 
   /// Bytes as they come, in pieces of any length. The span holds until the call returns.
   std::function<void(std::span<const std::uint8_t>)> DataArrival;
-  /// The device failed or was pulled out. The port is closed already; it stays so until it is opened again.
+  /// The device failed or was pulled out: "ttyUSB0 was unplugged". The port is closed already; it stays so
+  /// until it is opened again.
   std::function<void(const std::string& reason)> Lost;
 };
 

@@ -39,19 +39,22 @@ class SoundStream {
   /// caller of more than four blocks (or a quarter of a second, if that is longer) the old ones are dropped
   /// and the newest is returned.
   virtual BlockState TakeBlock(std::span<std::int16_t> block) = 0;
-  /// After Failed: what happened and what to do, in the user's terms.
-  [[nodiscard]] virtual std::string Failure() const = 0;
+  /// After Failed: what happened, in the user's terms, without a full stop.
+  [[nodiscard]] virtual std::string Cause() const = 0;
+  /// After Failed: the same with what to do, as whole sentences.
+  [[nodiscard]] virtual std::string Failure() const { return Cause() + "."; }
   /// What is wrong with the levels though the stream runs (muted, volume not 100 %); empty when nothing is.
   [[nodiscard]] virtual std::string Warning() const { return {}; }
 };
 
+/// Both functions may wait for a server, seconds at most, and may be called from several threads at once.
 class SoundInput {
  public:
   virtual ~SoundInput() = default;
   /// Every input, in device order. Never fails: no server means no devices.
   [[nodiscard]] virtual std::vector<SoundDevice> Devices() = 0;
   /// Opens a 16-bit stereo stream at exactly rateHz, delivering blocks of blockFrames stereo frames.
-  /// Null when the device is gone, busy or does not run at that rate; reason then says which, for the log.
+  /// Null when the device is gone, busy or does not run at that rate; reason then says which, as a sentence.
   [[nodiscard]] virtual std::unique_ptr<SoundStream> Open(const SoundDevice& device, int rateHz,
                                                           int blockFrames, std::string& reason) = 0;
 };

@@ -12,8 +12,9 @@ namespace spectrino {
 
 class LinkWatch {
  public:
-  /// So long without a byte is silence.
-  static constexpr std::chrono::seconds kSilence{3};
+  /// So long without a byte is silence: told within 3 s of the last one. A K4 is asked each half second, an
+  /// Icom each second.
+  static constexpr std::chrono::milliseconds kSilence{2500};
 
   explicit LinkWatch(const Clock& clock) : clock_(clock) {}
 

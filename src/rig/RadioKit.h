@@ -47,6 +47,8 @@ class RadioKit {
   [[nodiscard]] virtual RigBackend& Backend() = 0;
   [[nodiscard]] virtual const RadioTraits& Traits() const = 0;
   [[nodiscard]] virtual LinkHealth Health() const = 0;
+  /// Of the part that tells the frequency and takes commands, where lines have a connection of their own.
+  [[nodiscard]] virtual LinkHealth CommandHealth() const { return Health(); }
 
   /// Its lines; null where it sends none.
   [[nodiscard]] virtual RadioLink* Link() { return nullptr; }

@@ -23,9 +23,8 @@ class PlotScale {
   /// Where a line of this run belongs, as it would be shown now.
   [[nodiscard]] FrameGeometry GeometryOf(const SpectrumLine& line) const;
 
-  /// Moves the zoomed window of a sound card by so much of the plot's width; up the band when positive. Ends
-  /// where the line ends, and does nothing at zoom 1X or on a radio's own line. Whole points are moved:
-  /// returns how many widths that was.
+  /// Moves the zoomed window by so much of the plot's width; up the band when positive. Ends where the line
+  /// ends, and does nothing at zoom 1X. Whole points are moved: returns how many widths that was.
   double PanBy(double widths);
   /// Moves it so that the frequency stands at x, 0..1 of the plot's width.
   void PanTo(double freqMHz, double x);
@@ -45,7 +44,13 @@ class PlotScale {
   [[nodiscard]] PointWindow WindowOf(const SpectrumLine& line) const;
   [[nodiscard]] PointWindow PlannedWindow() const;
   [[nodiscard]] FrameGeometry PlannedGeometry() const;
-  [[nodiscard]] int PanPoints(const ZoomPlan& plan) const;
+  [[nodiscard]] PointWindow RadioWindowOf(const SpectrumLine& line) const;
+  /// The magnification of the run's source, or of the one that is chosen.
+  [[nodiscard]] int DisplayZoom() const;
+  /// Of the points of the line in view, or of the one that is planned.
+  [[nodiscard]] double PointHz(bool planned) const;
+  /// panHz_ in points of such a line of so many.
+  [[nodiscard]] int PanPoints(double pointHz, int points) const;
   /// By so many points of the line in view, or of the one that is planned; returns how many it was.
   int Pan(int points, bool planned);
 

@@ -22,6 +22,7 @@ RunCycle::RunCycle(Session& session, const RunParts& parts)
       scale_(session, parts.Sink, run_, [this] { return OffsetKHz(); }),
       frames_(session, parts.Sink, parts.Times, run_, scale_) {
   run_.Plan = start_.PlanFor(session.Settings);
+  start_.Audio().Returned = [this] { frames_.RestartHistory(); };
 }
 
 bool RunCycle::Start() {
@@ -78,7 +79,7 @@ std::chrono::milliseconds RunCycle::Step() {
   if (!run_.Running) return kFrameWait;
   const bool hidden = session_.WindowMinimized || session_.ResizeInProgress;
   if (hidden) {
-    // An input that is pulled out ends the run behind a minimised window too.
+    // An input that is pulled out ends the run, or is waited for, behind a minimised window too.
     if (run_.Link == nullptr && start_.Audio().Discard() == PollResult::Failed) EndLostRun();
     RefreshRadio();
     return kFrameWait;
@@ -113,7 +114,7 @@ std::chrono::milliseconds RunCycle::UntilBlock() const {
 
 PollResult RunCycle::PollSource() {
   const PanSettings& settings = session_.Settings;
-  AudioSource& audio = start_.Audio();
+  AudioSource& audio = start_.Audio().Source();
   audio.Balance = {settings.DeAmp / 1000, settings.DePhase / 1000};
   audio.SmoothZeroHz = settings.SmoothZeroHz;
   audio.FlipIqCw = settings.IqCw;
@@ -175,7 +176,7 @@ RigBackend* RunCycle::SpanOwner() const {
 
 LinkHealth RunCycle::Health() const {
   if (!run_.Running) return {};
-  return run_.Way.Source != nullptr ? run_.Way.Source->Health() : LinkHealth{.State = LinkState::Live};
+  return run_.Way.Source != nullptr ? run_.Way.Source->Health() : start_.Audio().Health();
 }
 
 double RunCycle::OffsetKHz() const {

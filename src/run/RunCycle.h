@@ -49,7 +49,8 @@ class RunCycle {
   [[nodiscard]] RigBackend* Backend() const { return run_.Running ? start_.Backend() : nullptr; }
   /// The back-end whose radio has a span of its own to step; null where the display zooms.
   [[nodiscard]] RigBackend* SpanOwner() const;
-  /// What is wrong with the sound input's levels though it runs; empty when nothing is.
+  /// What is wrong with the sound input though it runs, its mixer's settings or silence; empty when nothing
+  /// is.
   [[nodiscard]] std::string Warning() const { return start_.Audio().Warning(); }
   /// How the link does that brings the lines of this run; Closed while there is none.
   [[nodiscard]] LinkHealth Health() const;

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "run/SetupChecks.h"
+#include "settings/SetupSection.h"
 
 namespace spectrino {
 
@@ -13,7 +14,7 @@ RunStart::RunStart(Session& session, const RunParts& parts, RunView& run, std::f
       parts_(parts),
       run_(run),
       stopped_(std::move(stopped)),
-      audio_(parts.Time, parts.Times) {}
+      audio_(parts.Time, parts.Times, parts.User) {}
 
 void RunStart::Choose() {
   const PanSettings& settings = session_.Settings;
@@ -65,40 +66,48 @@ bool RunStart::OpenRadio() {
 }
 
 bool RunStart::ReopenAudio() {
-  audio_.CloseCapture();
   run_.Plan = PlanFor(session_.Settings);
-  return OpenAudio();
+  std::string reason;
+  if (audio_.Reopen(Capture(), reason)) return true;
+  TellOpenFailure(reason);
+  return false;
 }
 
 bool RunStart::OpenAudio() {
-  const ZoomPlan& plan = run_.Plan;
-  if (const auto error = FftLengthError(1 << plan.FftBits)) {
+  if (const auto error = FftLengthError(1 << run_.Plan.FftBits)) {
     parts_.User.ShowMessage("Spectrino", *error, Severity::Exclamation);
     return false;
   }
-  const PanSettings& settings = session_.Settings;
-  CaptureSettings capture;
-  capture.SampleRate = plan.SampleRate;
-  capture.FftBits = plan.FftBits;
-  capture.Window = static_cast<WindowType>(settings.WindowTypeIndex);
-  capture.ChannelSign = settings.Iq ? -1 : 1;
-
-  std::string reason = "the input \"" + chosen_->Name + "\" is not there";
+  const bool reconnect = SetupSection(parts_.Store).Read(key::kReconnect);
+  std::string reason = "The input \"" + chosen_->Name + "\" is not there.";
   const DeviceList::Entry* entry = parts_.Devices.Find(*chosen_);
-  if (entry == nullptr || !audio_.OpenCapture(*entry->Input, entry->Device, capture, reason)) {
-    parts_.User.Log(LogArea::Audio, "open failed: " + reason);
-    parts_.User.ShowStatus(reason);
-    parts_.User.ShowMessage("Spectrino",
-                            OpenFailureText(plan.SampleRate, settings.TypZoom && settings.Zoom >= 2),
-                            Severity::Exclamation);
+  if (entry == nullptr || !audio_.Open(*entry, Capture(), reconnect, reason)) {
+    TellOpenFailure(reason);
     return false;
   }
   source_ = &audio_;
   return true;
 }
 
+CaptureSettings RunStart::Capture() const {
+  const PanSettings& settings = session_.Settings;
+  return {.SampleRate = run_.Plan.SampleRate,
+          .FftBits = run_.Plan.FftBits,
+          .Window = static_cast<WindowType>(settings.WindowTypeIndex),
+          .ChannelSign = settings.Iq ? -1 : 1};
+}
+
+void RunStart::TellOpenFailure(const std::string& reason) {
+  const PanSettings& settings = session_.Settings;
+  parts_.User.Log(LogArea::Audio, "open failed: " + reason);
+  parts_.User.ShowStatus(reason);
+  const bool zoomLowersRate = settings.TypZoom && settings.Zoom >= 2;
+  parts_.User.ShowMessage("Spectrino", OpenFailureText(run_.Plan.SampleRate, zoomLowersRate, reason),
+                          Severity::Exclamation);
+}
+
 void RunStart::Close() {
-  audio_.CloseCapture();
+  audio_.Close();
   if (run_.Link != nullptr) run_.Link->Close();
   if (hostOpen_) parts_.Router.Host()->Backend().Close();
   run_.Link = nullptr;
@@ -108,8 +117,10 @@ void RunStart::Close() {
 }
 
 ZoomPlan RunStart::PlanFor(const PanSettings& settings) const {
-  const DeviceList::Entry* entry = parts_.Devices.Find(run_.Running ? *chosen_ : settings.Source);
-  const int fixedRate = entry != nullptr ? entry->Device.FixedRateHz : 0;
+  const DeviceList::Entry* entry = parts_.Devices.Find(settings.Source);
+  // The input of a run may be missing from the list by now.
+  const SoundDevice* device = run_.Running ? audio_.Device() : entry != nullptr ? &entry->Device : nullptr;
+  const int fixedRate = device != nullptr ? device->FixedRateHz : 0;
   // A recording has one rate: its zoom is the display's alone.
   const bool highResolution = settings.TypZoom && fixedRate == 0;
   ZoomPlan plan = ChooseZoomPlan(highResolution, settings.Zoom, settings.SRate, settings.Bits);

@@ -5,11 +5,11 @@
 #include <functional>
 #include <optional>
 
-#include "capture/AudioSource.h"
 #include "capture/DeviceList.h"
 #include "platform/Clock.h"
 #include "platform/EventPump.h"
 #include "platform/Notifier.h"
+#include "run/AudioKeeper.h"
 #include "run/RunView.h"
 #include "run/Session.h"
 #include "settings/SettingsStore.h"
@@ -53,18 +53,20 @@ class RunStart {
   /// Null where nothing carries frequencies, and where the host program was not found.
   [[nodiscard]] RigBackend* Backend() const;
   [[nodiscard]] SpectrumSource* Source() const { return source_; }
-  [[nodiscard]] AudioSource& Audio() { return audio_; }
-  [[nodiscard]] const AudioSource& Audio() const { return audio_; }
+  [[nodiscard]] AudioKeeper& Audio() { return audio_; }
+  [[nodiscard]] const AudioKeeper& Audio() const { return audio_; }
 
  private:
   [[nodiscard]] bool OpenAudio();
+  [[nodiscard]] CaptureSettings Capture() const;
+  void TellOpenFailure(const std::string& reason);
   [[nodiscard]] bool OpenRadio();
 
   Session& session_;
   RunParts parts_;
   RunView& run_;
   std::function<bool()> stopped_;
-  AudioSource audio_;
+  AudioKeeper audio_;
   CatControl control_ = CatControl::HostIf;
   std::optional<ChosenSource> chosen_;
   SpectrumSource* source_ = nullptr;

@@ -135,7 +135,7 @@ IniDocument::Section& IniDocument::AppendSection(std::string_view name) {
   if (name.empty()) return section;  // keys without a section stand before the first one
   section.after = lines_.size();
   if (!lines_.empty() && !Trim(lines_.back().text).empty()) InsertLine(section.after, "", section);
-  InsertLine(section.after, "[" + std::string(name) + "]", section);
+  InsertLine(section.after, std::string("[").append(name).append("]"), section);
   return section;
 }
 

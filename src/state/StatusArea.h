@@ -37,7 +37,7 @@ struct StatusArea {
   std::string Split;  ///< " SPLIT ON" or "SPLIT OFF"
   bool SplitOn = false;
   std::string SplitOffset;  ///< "+6.00k"
-  std::string Receivers;    ///< "SUB", "DIV   "
+  std::string Receivers;    ///< "SUB", "DIV   ", "SUB DIV   "
   bool Bset = false;
   bool Transmitting = false;
   bool Test = false;

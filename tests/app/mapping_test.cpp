@@ -159,6 +159,55 @@ TEST(Mapping, ARadiosOwnLineStandsAtItsOwnEdges) {
   }
 }
 
+// Fixed mode, the dial beside the middle: zoomed at the pointer and dragged, each signal stands where it is.
+TEST(Mapping, ARadiosOwnLineIsZoomedAndPannedByTheDisplay) {
+  MappedRun run;
+  run.Bench.State.Settings.Source.Id.Kind = SourceKind::K4;
+  run.Bench.RadioRig.FreqMHz = 14.049;
+  run.Bench.State.Settings.TypZoom = true;
+  ASSERT_TRUE(run.Cycle.Start());
+  run.Cycle.Step();
+  for (const int points : {2, 3, 475, 1001}) {
+    run.Cycle.SetZoom(0);
+    const double stepMHz = 0.1 / (points - 1);
+    SpectrumLine line{std::vector<float>(static_cast<std::size_t>(points) + 1, -120.0F),
+                      points,
+                      1,
+                      14.0,
+                      14.05,
+                      14.1,
+                      -140,
+                      -40,
+                      1,
+                      {},
+                      {}};
+    const int signal = 1 + (points - 1) * 3 / 4;
+    line.Levels[static_cast<std::size_t>(signal)] = -50;
+    const double signalMHz = 14.0 + (signal - 1) * stepMHz;
+    for (int zoom = 0; zoom < 6; ++zoom) {
+      SCOPED_TRACE(testing::Message() << points << " points, zoom " << zoom);
+      run.Bench.Radio.Next = line;
+      run.Bench.Radio.Ready = true;
+      run.Cycle.Step();
+      const FrameGeometry& shown = run.Display.Geometry();
+      run.Cycle.ZoomAt(zoom, shown.FrequencyToPixel(signalMHz) / shown.PlotWidth);
+      EXPECT_TRUE(shown.Valid());
+      EXPECT_GE(shown.FirstPoint, 1);
+      EXPECT_LE(shown.LastPoint, points);
+      EXPECT_NEAR(shown.ShownSpanHz(), std::max(1e5 / (1 << zoom), stepMHz * 1e6), stepMHz * 1e6);
+      EXPECT_NEAR(run.SignalMHz(100), signalMHz, stepMHz * 0.51 + shown.ShownSpanHz() / 1e6 / 500);
+      EXPECT_EQ(run.Cycle.Scale().State().Zoomed, zoom != 0);
+    }
+    // A drag reaches both ends and goes no farther.
+    for (const double widths : {-100.0, 100.0}) {
+      run.Cycle.Scale().PanBy(widths);
+      EXPECT_EQ(run.Cycle.Scale().PanBy(widths), 0);
+      const FrameGeometry& shown = run.Display.Geometry();
+      EXPECT_NEAR(widths < 0 ? shown.LeftMHz : shown.RightMHz, widths < 0 ? 14.0 : 14.1, 1e-9);
+    }
+  }
+}
+
 struct FilterCase {
   int Mode;
   int WidthHz;
@@ -225,7 +274,7 @@ TEST_P(Filters, OfAMiniPanAreShadedAndHitWhereItListens) {
   status.Follow(state);
   MappedRun run;
   ScaleState scale;
-  scale.Geometry = RadioGeometry(400, 14.0, 14.1, run.Display.PlotWidth());
+  scale.Geometry = RadioGeometry(VisibleRadioPoints(400, 0, 1, 0), 400, 14.0, 14.1, run.Display.PlotWidth());
   run.Display.DrawScale(scale);
   const StatusArea area = status.Area(state);
   const auto show = [&](double passbandLowMHz, double passbandHighMHz) {

@@ -113,6 +113,19 @@ TEST_F(Dial, AK4IsWorkedByBandModeMacroAndTypedFrequency) {
   Click("cmdMacro2");
   EXPECT_TRUE(HearsWithin("FA", 7.03e6));
   EXPECT_TRUE(QTest::qWaitFor([&] { return value("MD") == "3"; }, 1000));
+
+  // One that switches on and off: what the wheel has still to send must not undo it.
+  emit Find("cmdMacro3")->customContextMenuRequested({});
+  editor = program_->Window().findChild<QDialog*>("frmRemFunction");
+  ASSERT_NE(editor, nullptr);
+  editor->findChild<QLineEdit*>("txtMacro")->setText("FA00007010000");
+  editor->findChild<QAbstractButton*>("chkOnOff")->setChecked(true);
+  QTest::mouseClick(editor->findChild<QPushButton*>("cmdOK"), Qt::LeftButton);
+  QTest::qWait(500);
+  for (int notch = 0; notch < 3; ++notch) Turn(PlotAt(7.03), 120);
+  Click("chkMacro3");
+  QTest::qWait(300);
+  EXPECT_TRUE(HearsWithin("FA", 7.01e6)) << Heard("FA");
 }
 
 TEST_F(Dial, AnIcomIsWorkedByBandAndModeButtons) {

@@ -8,11 +8,13 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QSlider>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
 
 #include "app/WindowBench.h"
+#include "display/Colours.h"
 #include "k4/ui/frmTCPConnect.h"
 
 namespace spectrino {
@@ -127,7 +129,8 @@ TEST_F(Window, TheSmallestWindowShowsVfoAWhole) {
   for (const QLabel* label : header->findChildren<QLabel*>()) {
     if (!label->isVisible() || label->text().isEmpty()) continue;
     EXPECT_GE(label->width(), label->sizeHint().width()) << qPrintable(label->objectName());
-    EXPECT_LE(label->geometry().right(), header->width()) << qPrintable(label->objectName());
+    EXPECT_LE(label->mapTo(header, label->rect().bottomRight()).x(), header->width())
+        << qPrintable(label->objectName());
   }
   EXPECT_LE(Find("cmdFullScreen")->geometry().right(), header->width());
 }
@@ -154,6 +157,16 @@ TEST_F(Window, ADemoIcomIsShownWithItsFrequencyAndAReadingThatCanBe) {
   EXPECT_EQ(Find<QLabel>("lblFreqA")->accessibleDescription(), "14.074.000");
   EXPECT_EQ(Find<QLabel>("lblMode")->text(), "USB");
   EXPECT_EQ(program_->Display().Geometry().LastPoint, 475);
+  // It has no VFO B to be typed.
+  auto* header = Find<HeaderPanel>("HeaderPanel");
+  header->Vfos().BeginEntry(1, "7");
+  EXPECT_FALSE(Find<QLineEdit>("txtFrequency")->isVisible());
+  QTest::mouseClick(Find<QLabel>("lblFreqA"), Qt::LeftButton);
+  EXPECT_TRUE(Find<QLineEdit>("txtFrequency")->isVisible());
+  for (const char* name : {"Command1", "Command3", "cmdIQ"}) {
+    EXPECT_FALSE(Find(name)->isEnabled()) << name;
+    EXPECT_TRUE(Find(name)->toolTip().contains("sound inputs")) << name;
+  }
   const QString reading = Find<QLabel>("lblSMeter")->text();
   EXPECT_FALSE(reading.isEmpty());
   EXPECT_LE(QString(reading).remove('+').toDouble(), 60) << qPrintable(reading);
@@ -208,6 +221,114 @@ TEST_F(Window, ADemoK4IsShownWorkedAndFollowed) {
       3000));
   Click("StopButton");
   EXPECT_FALSE(Find<QWidget>("StopButton")->isVisible());
+}
+
+// Shown and sent at once, two states under way would go round between program and radio without end.
+TEST_F(Window, TwoQuickClicksOnAControlOfTheK4EndWithTheirAnswers) {
+  Reload({"spectrino", "--demo=k4d"});
+  K4Radio& radio = program_->Demo().K4()->Radio();
+  Click("StartButton");
+  ASSERT_TRUE(LinesCome(5));
+  const auto told = radio.Changed;
+  int changes = 0;
+  radio.Changed = [&](const std::string& reply) {
+    ++changes;
+    told(reply);
+  };
+  for (const char* check : {"chkBSET", "chkSplt", "chkDIV", "chkIIR", "chkFXT"}) {
+    Click(check);
+    Click(check);
+  }
+  QTest::qWait(1000);
+  EXPECT_EQ(changes, 10) << "as many as clicks";
+  for (const char* check : {"chkBSET", "chkSplt", "chkDIV", "chkIIR", "chkFXT"})
+    EXPECT_FALSE(Find(check)->isChecked()) << check;
+  radio.Changed = told;
+  EXPECT_TRUE(radio.Answer("BS1", 0).empty());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Find("chkBSET")->isChecked(); }, 3000));
+  Click("StopButton");
+  Click("StartButton");
+  ASSERT_TRUE(LinesCome(5));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Find("chkBSET")->isChecked(); }, 3000)) << "as the radio is";
+  EXPECT_EQ(radio.Value("BS"), "1");
+}
+
+TEST_F(Window, TheSmallestWindowSaysWhatTheMiniPansNeed) {
+  Reload({"spectrino", "--demo=k4d"});
+  program_->Window().resize(727, 345);
+  Click("StartButton");
+  ASSERT_TRUE(LinesCome(5));
+  const auto amber = [this] {
+    const QImage picture = Find<QWidget>("Scope")->grab().toImage();
+    int pixels = 0;
+    for (int y = 0; y < picture.height() / 2; ++y)
+      for (int x = 0; x < picture.width(); ++x) {
+        const QColor is = picture.pixelColor(x, y);
+        const QColor amberIs(status_colour::kAmber);
+        pixels += std::abs(is.red() - amberIs.red()) + std::abs(is.green() - amberIs.green()) +
+                      std::abs(is.blue() - amberIs.blue()) <
+                  100;
+      }
+    return pixels;
+  };
+  ASSERT_TRUE(QTest::qWaitFor([&] { return amber() > 0; }, 3000)) << "the filter's name";
+  const int before = amber();
+  EXPECT_TRUE(program_->Demo().K4()->Radio().Answer("#HDPM1", 0).empty());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return amber() > before + 50; }, 3000)) << before << " then " << amber();
+}
+
+// Two servers are one radio here, so that one of its ports can go.
+TEST_F(Window, OnePortOfAK4GoesAndTheOtherWorksOn) {
+  for (const bool catGoes : {false, true}) {
+    auto cat = std::make_unique<K4SimServer>(K4SimServer::Options{.IsK4D = true});
+    auto pan = std::make_unique<K4SimServer>(K4SimServer::Options{.IsK4D = true});
+    ASSERT_TRUE(cat->Start() && pan->Start());
+    QDir(folder_.path()).mkpath("spectrino");
+    QFile file(folder_.filePath("spectrino/Spectrino.ini"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QString("[Setup]\nK4=1\nOptFreq=7\nK4TCP=127.0.0.1\nK4CATPORT=%1\nK4PANPORT=%2\n")
+                   .arg(cat->CatPort())
+                   .arg(pan->PanPort())
+                   .toUtf8());
+    file.close();
+    Reload();
+    Click("StartButton");
+    ASSERT_TRUE(LinesCome(5));
+    (catGoes ? cat : pan).reset();
+    QTest::qWait(300);
+    if (catGoes) {
+      EXPECT_TRUE(LinesCome(10)) << "the picture moves on";
+    } else {
+      auto* scope = Find<QWidget>("Scope");
+      const PlotLayout& layout = program_->Display().Layout();
+      const double pixel = program_->Display().Geometry().FrequencyToPixel(14.076);
+      const QPoint below(static_cast<int>(pixel), layout.TopMargin + layout.PlotHeight - 8);  // of the inset
+      QTest::mouseClick(scope, Qt::LeftButton, {}, below);
+      EXPECT_TRUE(
+          QTest::qWaitFor([&] { return std::abs(cat->Radio().HertzOf("FA") - 14.076e6) < 200; }, 3000))
+          << cat->Radio().HertzOf("FA");
+    }
+    Click("StopButton");
+    program_->Window().close();
+  }
+}
+
+TEST_F(Window, ABoxKeepsItsFrameWhenItIsTicked) {
+  Click("cmdSetup");
+  auto* box = Find<QDialog>("frmSetupPan")->findChild<QAbstractButton*>("chkFlip6");
+  ASSERT_NE(box, nullptr);
+  Find<QTabWidget>("Pages")->setCurrentIndex(1);
+  for (const bool ticked : {false, true}) {
+    box->setChecked(ticked);
+    const QImage picture = box->grab().toImage();
+    int frame = 0, mark = 0;
+    for (int x = 0; x < 16; ++x) {
+      frame = std::max(frame, qGray(picture.pixel(x, picture.height() / 2 - 3)));
+      mark = std::max(mark, x > 3 && x < 11 ? qGray(picture.pixel(x, picture.height() / 2 + 2)) : 0);
+    }
+    EXPECT_GT(frame, 120) << ticked;
+    EXPECT_EQ(mark > 150, ticked);
+  }
 }
 
 TEST_F(Window, QuickSplitGoesByTheOffsetThatSetupNamesForTheMode) {

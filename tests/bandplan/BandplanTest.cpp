@@ -72,6 +72,13 @@ TEST_F(BandMemoryTest, AReturnFindsWhatWasLeft) {
   SaveBandLevel(Store, memory, 13.6, 7);
   EXPECT_EQ(memory.Records[10].FrequencyMHz, 21.03);
   EXPECT_EQ(memory.Records[12].FrequencyMHz, 28.5);
+  SaveBandMemory(Store, memory, BandMemoryRadio::Icom, {13.6, 3, -2});
+  SaveBandMemory(Store, memory, BandMemoryRadio::K4, {9.5, 5, 0});
+  const BandRecord& general = memory.Records[0];
+  EXPECT_EQ(std::tuple(general.FrequencyMHz, general.Mode, general.Level), std::tuple(13.6, 3, -2))
+      << "\"Gen\" in the same session";
+  SaveBandLevel(Store, memory, 13.6, 7);
+  EXPECT_EQ(general.Level, 7);
   const BandMemory next = LoadBandMemory(Store);
   EXPECT_EQ(next.Records[10].FrequencyMHz, 21.03);
   EXPECT_EQ(next.Records[10].Level, 6);

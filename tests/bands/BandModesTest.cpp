@@ -94,6 +94,7 @@ TEST_F(BandModesTest, ReverseTurnsTheModeInUse) {
   Radio.RadioMode = mode::kCwReverse;
   EXPECT_THAT(ModeClick(9), ElementsAre("mode 2"));
   EXPECT_FALSE(Settings.CwReverse);
+  EXPECT_THAT(ModeClick(9), ElementsAre("mode 2")) << "it is turned at the radio, and lit";
   Radio.RadioMode = mode::kData;
   EXPECT_THAT(ModeClick(9), ElementsAre("mode 5 reverse"));
   EXPECT_THAT(ModeClick(2), ElementsAre("mode 2")) << "each mode has its own";

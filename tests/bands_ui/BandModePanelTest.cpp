@@ -50,23 +50,19 @@ TEST_F(BandModePanelTest, ShowsEachLayout) {
 }
 
 TEST_F(BandModePanelTest, ClicksAskAndTheRadioAnswers) {
-  Panel.ShowCurrent(5, 2, false, true);
+  Panel.ShowCurrent(5, 2, false);
   EXPECT_EQ(Pressed(), "cmdBand5 cmdMode2");
   QTest::mouseClick(Find("cmdBand13"), Qt::LeftButton);
   QTest::mouseClick(Find("cmdBand5"), Qt::LeftButton);
   QTest::keyClick(Find("cmdMode9"), Qt::Key_Space);
   EXPECT_THAT(Clicks, ElementsAre(13, 5, 109));
   EXPECT_EQ(Pressed(), "cmdBand5 cmdMode2") << "until the radio is there";
-  Panel.ShowCurrent(13, 2, true, false);
+  Panel.ShowCurrent(13, 2, true);
   EXPECT_EQ(Pressed(), "cmdBand13 cmdMode2 cmdMode9");
-  Panel.ShowCurrent(0, 5, false, true);
-  EXPECT_EQ(Pressed(), "cmdBand0 cmdMode5 cmdMode9");
-  Panel.ShowCurrent(0, 0, true, true);
-  EXPECT_EQ(Pressed(), "cmdBand0 cmdMode0");
-  Panel.ShowCurrent(std::nullopt, std::nullopt, true, true);
+  Panel.ShowCurrent(std::nullopt, std::nullopt, false);
   EXPECT_EQ(Pressed(), "");
   Panel.Show({BandLayout::With60m, ModeLayout::WithReverse});
-  Panel.ShowCurrent(1, 2, true, true);
+  Panel.ShowCurrent(1, 2, true);
   EXPECT_EQ(Pressed(), "cmdBand1 cmdMode2");
   EXPECT_EQ(Clicks.size(), 3U);
 }

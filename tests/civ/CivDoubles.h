@@ -21,11 +21,13 @@ class FakeSerialPort final : public SerialPort {
  public:
   std::string Open(const std::string& path) override {
     Path = path;
+    ++Opens;
     open_ = Trouble.empty();
     return Trouble;
   }
   void Close() override { open_ = false; }
   void CloseWhenSent() override { Close(); }
+  [[nodiscard]] bool Closing() const override { return false; }
   [[nodiscard]] bool IsOpen() const override { return open_; }
   void Write(std::span<const std::uint8_t> bytes) override {
     std::string text;
@@ -41,6 +43,7 @@ class FakeSerialPort final : public SerialPort {
 
   std::string Trouble;
   std::string Path;
+  int Opens = 0;                     // tries
   std::vector<std::string> Written;  // hex text, a write each
 
  private:

@@ -22,7 +22,8 @@ class Commands : public testing::Test {
   CivState state_;
   test::RecordingCivSender sender_;
   ScriptedPump pump_;
-  IcomCommands commands_{state_, sender_, pump_};
+  FakeClock clock_;
+  IcomCommands commands_{state_, sender_, pump_, clock_};
 };
 
 TEST_F(Commands, EachControlSendsItsFrame) {
@@ -45,8 +46,8 @@ TEST_F(Commands, EachControlSendsItsFrame) {
       {"94", [](C& c) { c.cboSpan_Click(10); }, ""},
       {"94", [](C& c) { c.SetIcomAfLevel(300); }, "14010255"},
       {"94", [](C& c) { c.SetIcomSquelch(-1); }, "14030000"},
-      {"94", [](C& c) { c.sldRFLevel_Change(-21); }, "271900105001 | 271900?"},
-      {"94", [](C& c) { c.sldRFLevel_Change(0); }, "271900000001 | 271900?"},
+      {"94", [](C& c) { c.sldRFLevel_Change(-21); }, "271900105001"},
+      {"94", [](C& c) { c.sldRFLevel_Change(0); }, "271900000001"},
       {"94", [](C& c) { c.SetIcomRefLevel(5.5); }, "271900055000 | 271900?"},
       {"94", [](C& c) { c.SetIcomRefLevel(-300); }, "271900200001 | 271900?"},
       {"96", [](C& c) { c.SetIcomFrequency(1296.1); }, "050000109612 | status"},

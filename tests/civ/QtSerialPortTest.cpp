@@ -78,12 +78,14 @@ TEST_F(QtSerialPortTest, CarriesEveryByteBothWaysAndDrainsOnClose) {
     Port.Write({reinterpret_cast<const std::uint8_t*>(all.data()), all.size()});
     (Port.*close)();
     EXPECT_FALSE(Port.IsOpen());
+    EXPECT_EQ(Port.Closing(), close == &QtSerialPort::CloseWhenSent);
     std::string got;
     Until([&] {
       got += ReadAtRadio();
       return got.size() >= all.size();
     });
     EXPECT_EQ(got, all);
+    EXPECT_TRUE(Until([&] { return !Port.Closing(); })) << "nobody has to wait for the next Open";
   }
   EXPECT_TRUE(Losses.empty());
 }
@@ -94,7 +96,7 @@ TEST_F(QtSerialPortTest, APulledPortIsToldOnceAndClosed) {
   EXPECT_TRUE(Until([&] { return !Losses.empty(); }));
   Until([] { return false; });
   EXPECT_EQ(Losses.size(), 1U);
-  EXPECT_NE(Losses[0].find(Path), std::string::npos);
+  EXPECT_EQ(Losses[0], Path.substr(std::string("/dev/").size()) + " was unplugged");
 }
 
 TEST_F(QtSerialPortTest, SaysWhyADeviceCannotBeOpened) {
@@ -102,15 +104,19 @@ TEST_F(QtSerialPortTest, SaysWhyADeviceCannotBeOpened) {
   EXPECT_NE(Port.Open("/dev/null").find("/dev/null cannot be opened: "), std::string::npos);
   EXPECT_FALSE(Port.IsOpen());
 
-  EXPECT_EQ(SerialPortTrouble(Path, true, ""), Path + " is in use by another program");
+  SerialPortHolder none;
+  EXPECT_EQ(SerialPortTrouble(Path, true, "", none), Path + " is in use by another program");
   QProcess holder;
   holder.setStandardInputFile(QString::fromStdString(Path));
   holder.start("sleep", {"10"});
   ASSERT_TRUE(holder.waitForStarted(2000));
-  EXPECT_EQ(SerialPortTrouble(Path, true, ""),
+  SerialPortHolder found;
+  EXPECT_EQ(SerialPortTrouble(Path, true, "", found),
             Path + " is in use by sleep (process " + std::to_string(holder.processId()) + ")");
   holder.kill();
   holder.waitForFinished(2000);
+  EXPECT_EQ(SerialPortTrouble(Path, true, "", found), Path + " is in use by another program")
+      << "a holder that has ended is not kept";
 }
 
 }  // namespace

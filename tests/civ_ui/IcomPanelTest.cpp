@@ -55,7 +55,8 @@ class Panel : public testing::Test {
   CivState state_;
   test::RecordingCivSender sender_;
   ScriptedPump pump_;
-  IcomCommands commands_{state_, sender_, pump_};
+  FakeClock clock_;
+  IcomCommands commands_{state_, sender_, pump_, clock_};
   MemorySettingsFile file_;
   RecordingNotifier user_;
   SettingsStore store_{file_, user_};
@@ -80,7 +81,7 @@ TEST_F(Panel, ClicksReachTheRadio) {
   QTest::keyClick(Find<QSlider>("sldVol0"), Qt::Key_Right);
   QTest::keyClick(Find<QSlider>("sldSQL"), Qt::Key_Right);
   QTest::keyClick(Find<QSlider>("sldRFLevel"), Qt::Key_Left);
-  EXPECT_EQ(sender_.Take(), "14010001 | 14030001 | 271900005001 | 271900?");
+  EXPECT_EQ(sender_.Take(), "14010001 | 14030001 | 271900005001");
   EXPECT_EQ(state_.AfLevel, 1);
   EXPECT_EQ(state_.SqlLevel, 1);
   EXPECT_FLOAT_EQ(state_.ScopeRefLevel, -0.5f);

@@ -101,6 +101,35 @@ TEST(PanDisplayTest, EveryPixelIsPainted) {
   }
 }
 
+TEST(PanDisplayTest, AStoppedPictureIsDimmedAndDatedUntilItLives) {
+  for (const QSize size : {QSize(620, 200), QSize(1176, 560)}) {
+    Bench bench(size, 1);
+    std::ranges::fill(bench.Line.Levels, -40);
+    for (int row = 0; row < 60; ++row) bench.Show();
+    EXPECT_FALSE(bench.Display.Prepare().isEmpty());
+    const QImage live = bench.Paint();
+    bench.Display.SetStopped(std::chrono::system_clock::time_point(std::chrono::seconds(50602)));
+    const PlotLayout& layout = bench.Display.Layout();
+    EXPECT_EQ(bench.Display.Prepare(), QRegion(0, 0, layout.Width, layout.Height));
+    const QImage stopped = bench.Paint();
+    int amber = 0;
+    for (int y = 0; y < stopped.height(); ++y) {
+      for (int x = 0; x < stopped.width(); ++x) {
+        const QRgb was = live.pixel(x, y);
+        const QRgb is = stopped.pixel(x, y);
+        // Brighter than before is the label alone.
+        if (qRed(is) > qRed(was) + 60 && qGreen(is) > qBlue(is) + 20) ++amber;
+        if (qGreen(was) > 150 && qRed(is) < 120) {
+          ASSERT_LT(qGreen(is), 0.6 * qGreen(was)) << x << ' ' << y;
+        }
+      }
+    }
+    EXPECT_GT(amber, 200) << "\"Last line 14:03:22 UTC\"";
+    bench.Display.SetStopped(std::nullopt);
+    EXPECT_EQ(bench.Paint(), live);
+  }
+}
+
 /// In PEAK the trace keeps what was; the waterfall shows when it was, unless it is to follow the trace.
 TEST(PanDisplayTest, TheWaterfallTakesTheNewestLevelsOrTheTraces) {
   for (const bool live : {true, false}) {

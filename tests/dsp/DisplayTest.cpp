@@ -14,6 +14,10 @@
 namespace spectrino {
 namespace {
 
+FrameGeometry WholeLine(int points, double leftMHz, double rightMHz, double plotWidth) {
+  return RadioGeometry(VisibleRadioPoints(points, 0, 1, 0), points, leftMHz, rightMHz, plotWidth);
+}
+
 /// The part of a sound-card line in view.
 FrameGeometry Shown(int points, int rate, double radioFreqMHz, double ifOffsetKHz, int zoom, int pan,
                     double width) {
@@ -33,7 +37,7 @@ TEST(ColumnMap, ARadiosLastPointIsInTheLastPixelAtEveryWidth) {
     levels.back() = -20;
     for (int width = points < 3 ? 1 : 2; width < 2000; width += 7) {
       std::vector<float> pixels(static_cast<std::size_t>(width));
-      ColumnMap().Map(RadioGeometry(points, 14.0, 14.2, width), 1, points + 1, levels, pixels);
+      ColumnMap().Map(WholeLine(points, 14.0, 14.2, width), 1, points + 1, levels, pixels);
       ASSERT_EQ(pixels.back(), -20) << points << " at " << width;
     }
   }
@@ -66,7 +70,7 @@ TEST(ColumnMap, ARadioLineReachesFromEdgeToEdge) {
   // Points 1..3 at x = 0, 4 and 8; index 0 is no point.
   const std::vector<float> levels = {99, -10, -50, -30};
   std::vector<float> pixels(8);
-  ColumnMap().Map(RadioGeometry(3, 14.0, 14.2, 8), 1, 4, levels, pixels);
+  ColumnMap().Map(WholeLine(3, 14.0, 14.2, 8), 1, 4, levels, pixels);
   EXPECT_THAT(pixels, ElementsAre(-10, FloatEq(-25), FloatEq(-35), FloatEq(-45), -50, FloatEq(-42.5F),
                                   FloatEq(-37.5F), -30));
 }
@@ -82,10 +86,10 @@ TEST(ColumnMap, NoValueIsNeverDrawnNorDrawnAcross) {
   const std::vector<float> sparse = {-90, kUndrawnLevel};
   trace.Map(Shown(2, kRate, 0, 0, 1, 0, 4), 0, 2, sparse, pixels);
   EXPECT_THAT(pixels, ElementsAre(-90, kUndrawnLevel, kUndrawnLevel, kUndrawnLevel));
-  trace.Map(RadioGeometry(1, 14, 14.2, 4), 1, 2, sparse, pixels);
+  trace.Map(WholeLine(1, 14, 14.2, 4), 1, 2, sparse, pixels);
   EXPECT_THAT(pixels, Each(kUndrawnLevel)) << "one point makes no line";
   // A line longer than what is known of it: data only where points are.
-  trace.Map(RadioGeometry(5, 14, 14.2, 4), 1, 3, std::vector<float>{0, -60, -50}, pixels);
+  trace.Map(WholeLine(5, 14, 14.2, 4), 1, 3, std::vector<float>{0, -60, -50}, pixels);
   EXPECT_THAT(pixels, ElementsAre(-60, -50, kUndrawnLevel, kUndrawnLevel));
 }
 

@@ -47,9 +47,16 @@ class Stopwatch {
   std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
+/// For the names of tests.
+inline std::string KindName(SoundServerKind kind) {
+  return kind == SoundServerKind::PipeWire ? "PipeWire_" : "PulseAudio_";
+}
+
 /// A started server and an input that talks to it.
 struct SoundBench {
-  SoundBench() { Server.PointClientsHere(); }
+  explicit SoundBench(SoundServerKind kind = SoundServerKind::PulseAudio) : Server(kind) {
+    Server.PointClientsHere();
+  }
   void Start(int rateHz) { ASSERT_EQ(Server.Start(rateHz), ""); }
   [[nodiscard]] SoundDevice Receiver() const {
     SoundDevice device;

@@ -14,11 +14,11 @@ struct Trouble {
   std::size_t InputsLeft;
 };
 
-class SoundTrouble : public testing::TestWithParam<Trouble> {};
+class SoundTrouble : public testing::TestWithParam<std::tuple<SoundServerKind, Trouble>> {};
 
 TEST_P(SoundTrouble, EndsTheStreamWithTheCauseAndNeverHangs) {
-  const Trouble& trouble = GetParam();
-  SoundBench bench;
+  const auto& [kind, trouble] = GetParam();
+  SoundBench bench(kind);
   bench.Start(48000);
   if (HasFatalFailure()) return;
   auto stream = bench.Input.Open(bench.Receiver(), 48000, 2048, bench.Reason);
@@ -46,13 +46,15 @@ TEST_P(SoundTrouble, EndsTheStreamWithTheCauseAndNeverHangs) {
 
 INSTANTIATE_TEST_SUITE_P(
     All, SoundTrouble,
-    testing::Values(Trouble{"unplugged", [](PrivateSoundServer& server) { server.UnplugSource(); },
-                            "The sound input \"Receiver\" was unplugged", 0ms, 1000ms, 1},
-                    Trouble{"killed", [](PrivateSoundServer& server) { server.Kill(); },
-                            "The sound server stopped", 0ms, 1000ms, 0},
-                    Trouble{"silent", [](PrivateSoundServer& server) { server.Stop(); },
-                            "\"Receiver\" has sent nothing for 2 seconds", 1500ms, 3500ms, 0}),
-    [](const auto& row) { return row.param.Name; });
+    testing::Combine(
+        testing::Values(SoundServerKind::PulseAudio, SoundServerKind::PipeWire),
+        testing::Values(Trouble{"unplugged", [](PrivateSoundServer& server) { server.UnplugSource(); },
+                                "The sound input \"Receiver\" was unplugged", 0ms, 1000ms, 1},
+                        Trouble{"killed", [](PrivateSoundServer& server) { server.Kill(); },
+                                "The sound server stopped", 0ms, 1000ms, 0},
+                        Trouble{"silent", [](PrivateSoundServer& server) { server.Stop(); },
+                                "\"Receiver\" has sent nothing for 2 seconds", 1500ms, 3500ms, 0})),
+    [](const auto& row) { return KindName(std::get<0>(row.param)) + std::get<1>(row.param).Name; });
 
 TEST(SoundServerGone, ListsNothingAtOnceAndFindsARestartedServer) {
   SoundBench bench;

@@ -96,7 +96,7 @@ struct FakeKit final : RadioKit {
 
   RigBackend& Backend() override { return Rig; }
   [[nodiscard]] const RadioTraits& Traits() const override { return Has; }
-  [[nodiscard]] LinkHealth Health() const override { return {}; }
+  [[nodiscard]] LinkHealth Health() const override { return How; }
   RadioLink* Link() override { return Rows.empty() ? nullptr : &Scope; }
   [[nodiscard]] std::span<const RadioSource> Sources() const override { return Rows; }
   [[nodiscard]] bool Carries(CatWay way) const override {
@@ -105,6 +105,7 @@ struct FakeKit final : RadioKit {
 
   std::vector<RadioSource> Rows;
   std::vector<CatWay> Ways;
+  LinkHealth How{.State = LinkState::Live};
   RadioTraits Has;
   FakeRig Rig;
   FakeScope Scope;

@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <map>
 #include <sstream>
 #include <string>
@@ -21,14 +22,17 @@
 
 namespace spectrino {
 
+enum class SoundServerKind { PulseAudio, PipeWire };
+
 class PrivateSoundServer {
  public:
   using Arguments = std::vector<std::string>;
 
-  PrivateSoundServer() {
+  explicit PrivateSoundServer(SoundServerKind kind = SoundServerKind::PulseAudio) : kind_(kind) {
     std::string pattern = (std::filesystem::temp_directory_path() / "sound-XXXXXX").string();
     folder_ = mkdtemp(pattern.data());
     std::filesystem::permissions(folder_, std::filesystem::perms::owner_all);
+    std::filesystem::create_directory(Path("pulse"));
   }
   ~PrivateSoundServer() {
     for (const pid_t player : players_) End(player);
@@ -42,38 +46,36 @@ class PrivateSoundServer {
   /// Starts the server with a sink ("cable") and the input that hears it ("iq"), both at rateHz.
   /// Empty when it answers within 10 s, else what went wrong.
   [[nodiscard]] std::string Start(int rateHz) {
-    const std::string rate = std::to_string(rateHz);
+    const std::string problem = StartPrograms();
+    if (!problem.empty()) return problem;
     // Without "norewinds" an idle sink works in steps of 2 s, and a capture waits that long for its first
     // samples.
-    std::ofstream(Path("server.pa"))
-        << "load-module module-native-protocol-unix auth-anonymous=1 socket=" << Path("socket") << "\n"
-        << "load-module module-null-sink sink_name=cable format=s16le rate=" << rate
-        << " channels=2 channel_map=left,right norewinds=1\n"
-        << "load-module module-remap-source master=cable.monitor source_name=iq remix=no channels=2"
-        << " master_channel_map=left,right channel_map=left,right"
-        << " source_properties=device.description=Receiver\n";
-    // The idle time ends a server whose test was killed before it could clean up.
-    server_ = Spawn({"pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=60", "--use-pid-file=no",
-                     "--realtime=no", "--high-priority=no", "--log-target=stderr", "-F", Path("server.pa")},
-                    "server.log");
-    if (server_ <= 0) return "pulseaudio cannot be run; is it installed?";
-    for (int attempt = 0; attempt < 100; ++attempt) {
-      if (std::filesystem::exists(Path("socket")) && Pactl({"info"})) return {};
-      if (waitpid(server_, nullptr, WNOHANG) == server_) {
-        server_ = 0;
-        return "pulseaudio ended: " + Text("server.log");
-      }
-      std::this_thread::sleep_for(std::chrono::milliseconds(100));
-    }
-    return "pulseaudio does not answer: " + Text("server.log");
+    const bool ready =
+        LoadModule({"module-null-sink", "sink_name=cable", "format=s16le", "rate=" + std::to_string(rateHz),
+                    "channels=2", kChannels, "norewinds=1"}) &&
+        PlugSource();
+    return ready ? "" : "no cable: " + Text("pactl.log");
   }
+  /// Plugs the input in, again after UnplugSource.
+  bool PlugSource() {
+    std::string index;
+    const bool loaded = LoadModule(
+        {"module-remap-source", "master=cable.monitor", "source_name=iq", "remix=no", "channels=2",
+         std::string("master_") + kChannels, kChannels, "source_properties=device.description=Receiver"},
+        &index);
+    receiverModule_ = index.substr(0, index.find('\n'));
+    return loaded;
+  }
+  /// Unplugs the input.
+  bool UnplugSource() { return Pactl({"unload-module", receiverModule_}); }
 
   /// What a program needs in its environment to find this server and no other.
   [[nodiscard]] std::map<std::string, std::string> Environment() const {
     return {{"XDG_RUNTIME_DIR", folder_},
             {"XDG_CONFIG_HOME", Path("config")},
             {"HOME", folder_},
-            {"PULSE_SERVER", "unix:" + Path("socket")}};
+            {"DBUS_SESSION_BUS_ADDRESS", "unix:path=" + Path("bus")},
+            {"PULSE_SERVER", "unix:" + Path("pulse/native")}};
   }
   /// Points this process's own sound clients at this server, until another one does.
   void PointClientsHere() const {
@@ -82,14 +84,15 @@ class PrivateSoundServer {
   [[nodiscard]] std::string Path(const std::string& name) const { return folder_ + "/" + name; }
 
   /// Plays interleaved 16-bit stereo samples into the sink, once, beside the test.
-  [[nodiscard]] bool Play(const std::vector<std::int16_t>& samples, int rateHz) {
+  [[nodiscard]] bool Play(const std::vector<std::int16_t>& samples, int rateHz,
+                          const std::string& sink = "cable") {
     const std::string file = Path("play" + std::to_string(players_.size()) + ".raw");
     std::ofstream(file, std::ios::binary)
         .write(reinterpret_cast<const char*>(samples.data()),
                static_cast<std::streamsize>(samples.size() * sizeof(std::int16_t)));
     const pid_t player =
         Spawn({"paplay", "--raw", "--format=s16le", "--channels=2", "--channel-map=left,right",
-               "--rate=" + std::to_string(rateHz), "--device=cable", file},
+               "--rate=" + std::to_string(rateHz), "--device=" + sink, file},
               "player.log");
     if (player > 0) players_.push_back(player);
     return player > 0;
@@ -110,20 +113,20 @@ class PrivateSoundServer {
     End(child);
     return false;
   }
-  bool LoadModule(Arguments module) {
+  bool LoadModule(Arguments module, std::string* output = nullptr) {
     module.insert(module.begin(), "load-module");
-    return Pactl(std::move(module));
+    return Pactl(std::move(module), output);
   }
-  /// Unplugs the input.
-  bool UnplugSource() { return Pactl({"unload-module", "module-remap-source"}); }
 
   /// The server stops answering, but stays connected.
   void Stop() const {
-    if (server_ > 0) kill(server_, SIGSTOP);
+    if (!servers_.empty()) kill(servers_.back(), SIGSTOP);
+  }
+  void Continue() const {
+    if (!servers_.empty()) kill(servers_.back(), SIGCONT);
   }
   void Kill() {
-    End(server_);
-    server_ = 0;
+    for (; !servers_.empty(); servers_.pop_back()) End(servers_.back());
   }
 
  private:
@@ -131,6 +134,44 @@ class PrivateSoundServer {
     if (child <= 0) return;
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
+  }
+  [[nodiscard]] std::string StartPrograms() {
+    if (kind_ == SoundServerKind::PulseAudio) {
+      std::ofstream(Path("server.pa"))
+          << "load-module module-native-protocol-unix auth-anonymous=1 socket=" << Path("pulse/native")
+          << "\n";
+      return StartOne({"pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
+                       "--realtime=no", "--high-priority=no", "--log-target=stderr", "-F", Path("server.pa")},
+                      [this] { return Pactl({"info"}); });
+    }
+    const auto there = [this](const char* name) {
+      return [path = Path(name)] { return std::filesystem::exists(path); };
+    };
+    for (const char* name : {"bus", "pipewire-0"}) std::filesystem::remove(Path(name));
+    std::string problem = StartOne(
+        {"dbus-daemon", "--session", "--nofork", "--nopidfile", "--address=unix:path=" + Path("bus")},
+        there("bus"));
+    if (problem.empty()) problem = StartOne({"pipewire"}, there("pipewire-0"));
+    if (problem.empty()) problem = StartOne({"wireplumber"}, [] { return true; });
+    if (problem.empty()) problem = StartOne({"pipewire-pulse"}, [this] { return Pactl({"info"}); });
+    return problem;
+  }
+  /// Ends with the test's process, however that ends. Waits until the program is ready.
+  [[nodiscard]] std::string StartOne(Arguments program, const std::function<bool()>& ready) {
+    const std::string name = program[0];
+    program.insert(program.begin(), {"setpriv", "--pdeathsig", "KILL"});
+    const pid_t started = Spawn(program, name + ".log");
+    if (started <= 0) return "setpriv cannot be run; is it installed?";
+    servers_.push_back(started);
+    for (int attempt = 0; attempt < 500; ++attempt) {
+      if (ready()) return {};
+      if (waitpid(started, nullptr, WNOHANG) == started) {
+        servers_.pop_back();
+        return name + " ended: " + Text(name + ".log");
+      }
+      std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    return name + " is not ready: " + Text(name + ".log");
   }
   [[nodiscard]] std::string Text(const std::string& name) const {
     std::ostringstream text;
@@ -161,8 +202,12 @@ class PrivateSoundServer {
     return error == 0 ? child : -1;
   }
 
+  static constexpr const char* kChannels = "channel_map=front-left,front-right";
+
+  SoundServerKind kind_;
   std::string folder_;
-  pid_t server_ = 0;
+  std::string receiverModule_;
+  std::vector<pid_t> servers_;  // what is needed first comes first
   std::vector<pid_t> players_;
 };
 

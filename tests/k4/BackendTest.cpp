@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "fakes/FakeClock.h"
 #include "k4/RecordingPanel.h"
 
@@ -22,8 +24,8 @@ struct K4BackendTest : testing::Test {
   K4State State;
   PanelBench Bench{State};
   BandMemory Memory;
-  FakeClock Time;
-  K4Backend Backend{State, Bench.Sender, Bench.Commands, Bench.Store, Memory, Time};
+  FakeClock& Time = Bench.Time;
+  K4Backend Backend{State, Bench.Sender, Bench.Dial, Bench.Commands, Bench.Store, Memory, Time};
 };
 
 TEST_F(K4BackendTest, EachRequestIsItsCommand) {
@@ -71,6 +73,27 @@ TEST_F(K4BackendTest, ATurningWheelCountsOnFromItsOwnShift) {
   State.IfShiftMainHz = 1350;  // the radio still answers the notch before
   Backend.ShiftPassband(Vfo::A, 50);
   EXPECT_EQ(Bench.Log(), "IS0140; IS; IS0145; IS;");
+}
+
+TEST_F(K4BackendTest, ABurstOfFrequenciesIsAskedForOnce) {
+  RadioState radio;
+  for (int notch = 1; notch <= 10; ++notch) {
+    Backend.SetFrequency(Vfo::A, 14.2 + notch * 1e-5, Aim::Dial);
+    if (notch == 4) Backend.SetFrequency(Vfo::B, 7.1, Aim::Signal);
+    Time.Advance(std::chrono::milliseconds(30));
+    Backend.Refresh(radio);
+  }
+  EXPECT_EQ(std::ranges::count(Bench.Sender.Sent, "FA;"), 0);
+  EXPECT_EQ(std::ranges::count(Bench.Sender.Sent, "FB;"), 1) << "it was set 210 ms ago";
+  static_cast<void>(Bench.Log());
+  Time.Advance(std::chrono::milliseconds(169));
+  Backend.Refresh(radio);
+  EXPECT_EQ(Bench.Log(), "");
+  for (int pass = 0; pass < 5; ++pass) {
+    Time.Advance(std::chrono::milliseconds(pass == 0 ? 1 : 500));
+    Backend.Refresh(radio);
+  }
+  EXPECT_EQ(Bench.Log(), "FA;");
 }
 
 TEST_F(K4BackendTest, TheProgramIsToldWhatTheRadioTells) {

@@ -5,6 +5,7 @@
 
 #include "k4/K4Status.h"
 #include "k4/RecordingPanel.h"
+#include "state/RadioState.h"
 
 namespace spectrino {
 namespace {
@@ -192,7 +193,7 @@ TEST(K4Panel, TheMonitorFollowsTheSubReceiverOfAK4DAlone) {
     bench.Commands.SelectMonitor(7);
     EXPECT_EQ(bench.Log(), "#DPM0; #HDPM0; 200ms 200ms");
     state.K4ParserBusy = true;
-    bench.Commands.chkSub_Click(true);
+    bench.Panel.SetCheck(K4Check::Sub, true);
     state.K4ParserBusy = false;
     bench.Commands.chkDIV_Click(true);
     EXPECT_EQ(bench.Log(), "DV1; DV; SB; 0ms " + c.Both) << "chkSub ticked by the parser counts";
@@ -231,12 +232,21 @@ TEST(K4Status, TextsSayWhatTheRadioDoes) {
   EXPECT_EQ(area.MainLine, "AGC-S PRE1 ATT6 APF NR NB ANT:ATU2 NTC-A");
   EXPECT_EQ(area.SubLine, "AGC-F ANT:IN NTC-M");
   EXPECT_EQ(area.Split + area.SplitOffset, " SPLIT ON+6.00k");
-  EXPECT_EQ(area.Receivers, "SUBDIV   ");
+  EXPECT_EQ(area.Receivers, "SUB DIV   ");
   EXPECT_EQ(area.RitXit, " XIT -0.12");
   EXPECT_EQ(area.Antenna, " TX:ANT2 ATU");
   EXPECT_EQ(area.FilterText, "200/600 IIR");
   EXPECT_EQ(area.ScaleLeft + area.ScaleRight, "-25kHz+25kHz");
-  EXPECT_TRUE(area.NeedsDualPanOff) << "no mini-pan yet";
+  EXPECT_FALSE(area.NeedsDualPanOff) << "no mini-pan yet, and nothing told";
+  state.SubRxOn = 0;
+  EXPECT_FALSE(status.Area(state).NeedsDualPanOff);
+  state.PanHdpm = 1;
+  EXPECT_TRUE(status.Area(state).NeedsDualPanOff) << "told by the radio";
+  state.PanHdpm = 0;
+  state.K4PanChannels[kPanMiniMain].Serial = 1;
+  EXPECT_FALSE(status.Area(state).NeedsDualPanOff) << "a line before the radio's mode";
+  state.RadioMode = mode::kCw;
+  EXPECT_TRUE(status.Area(state).NeedsDualPanOff) << "a mini-pan without a span";
 
   state.K4PanChannels[kPanMiniMain] = {.SpanMHz = 0.01, .Levels = {0, -100, -90}, .Points = 2, .Serial = 1};
   for (std::uint64_t serial = 1; serial < 40; ++serial) {

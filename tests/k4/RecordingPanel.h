@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "fakes/FakeClock.h"
 #include "fakes/MemorySettingsFile.h"
 #include "fakes/Recorders.h"
 #include "k4/K4Commands.h"
@@ -14,9 +15,11 @@ namespace spectrino {
 class RecordingPanel final : public K4PanelView {
  public:
   void SetCheck(K4Check check, bool ticked) override {
+    if (check == K4Check::Sub) Sub = ticked;
     Moved("check " + std::to_string(static_cast<int>(check)) + " " + (ticked ? "1" : "0"));
     if (Checked) Checked(check, ticked);
   }
+  [[nodiscard]] bool SubTicked() const override { return Sub; }
   void SetFilterCaption(int receiver, const std::string& caption) override {
     Moved("filter " + std::to_string(receiver) + " " + caption);
   }
@@ -32,6 +35,7 @@ class RecordingPanel final : public K4PanelView {
   void SetNotchToolTip(const std::string& text) override { Moved("tip " + text); }
 
   std::vector<std::string> Moves;
+  bool Sub = false;
   std::function<void()> WhenMoved;
   std::function<void(K4Check, bool)> Checked;
 
@@ -61,7 +65,7 @@ class RecordingSender final : public K4Sender {
   const K4State& state_;
 };
 
-/// The commands on a table; checks that the parser writes reach their handlers, as the widgets' do.
+/// The commands on a table; checks that the parser writes reach their handlers, which must not answer.
 struct PanelBench {
   explicit PanelBench(K4State& state) : State(state), Sender(state) {
     Pump.Meanwhile = [this] {
@@ -83,7 +87,9 @@ struct PanelBench {
   RecordingNotifier User;
   SettingsStore Store{File, User};
   ScriptedPump Pump;
-  K4Commands Commands{State, Sender, Panel, Store, Pump};
+  FakeClock Time;
+  K4Dial Dial{Sender, Time};
+  K4Commands Commands{State, Sender, Dial, Panel, Store, Pump};
 
   /// What went out since the last call, in order: commands, lines behind "pan ", pauses as "200ms".
   [[nodiscard]] std::string Log() {

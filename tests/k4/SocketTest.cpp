@@ -12,6 +12,8 @@
 #include <vector>
 
 #include "adapters/qt/QtByteSocket.h"
+#include "adapters/qt/QtEventPump.h"
+#include "k4/SessionBench.h"
 
 namespace spectrino {
 namespace {
@@ -156,6 +158,46 @@ TEST_F(SocketTest, WhatArrivesWhileAHandlerTurnsTheEventLoopIsDelivered) {
   Radio.Send("a");
   ASSERT_TRUE(Until([&] { return Events.back() == "data b"; }));
   EXPECT_THAT(Events, ElementsAre("connected", "data a", "handler done", "data b"));
+}
+
+TEST(K4Sockets, ASessionReachesARadioOnIpv6AndTellsWhyItReachesNone) {
+  test::SessionBench bench;
+  QtByteSocket cat;
+  QtByteSocket pan;
+  QtEventPump pump;
+  SystemClock time;
+  K4Session session({bench.State,
+                     cat,
+                     pan,
+                     bench.Store,
+                     bench.View,
+                     bench.Retry,
+                     bench.User,
+                     pump,
+                     time,
+                     [](auto&) {},
+                     {}});
+  bench.Setting("TCPTimeOut", "400");
+  const auto failure = [&](const char* address, std::uint16_t port) {
+    bench.Setting("K4TCP", address);
+    bench.Setting("K4CATPORT", std::to_string(port));
+    bench.Setting("K4PANPORT", std::to_string(port));
+    const std::string message = session.Start().Message;
+    session.Stop();
+    return message;
+  };
+  const std::string begin = "TCP ERROR - HOST = ";
+  EXPECT_EQ(
+      failure("127.0.0.1", 9),
+      begin + "127.0.0.1 PORTPAN = 9 PORTCAT = 9: 127.0.0.1 refuses the connection: is the port right?");
+  EXPECT_THAT(failure("no-such-radio.invalid", 9),
+              ::testing::AnyOf(::testing::EndsWith(": the name no-such-radio.invalid is not known"),
+                               ::testing::HasSubstr("no answer within")));
+
+  QTcpServer radio;
+  if (!radio.listen(QHostAddress::LocalHostIPv6)) GTEST_SKIP() << "no IPv6 on this machine";
+  for (const char* address : {"::1", "[::1]:4532"})
+    EXPECT_EQ(failure(address, radio.serverPort()), "") << address;
 }
 
 }  // namespace

@@ -115,22 +115,6 @@ TEST(Frame, ARadioSourceDrawsOnlyItsNewLines) {
   EXPECT_EQ(bench.State.Settings.RefLevel, -60);  // the radio's own scale is not ours to move
 }
 
-TEST(Frame, AVanishedInputEndsTheRunWithItsMessageInAMinimisedWindowToo) {
-  for (const bool minimised : {false, true}) {
-    RunBench bench;
-    ASSERT_TRUE(bench.Cycle.Start());
-    bench.State.WindowMinimized = minimised;
-    int told = 0;
-    bench.Cycle.RunningChanged = [&told] { ++told; };
-    bench.Input.Shared->FailWith = "The input was unplugged.";
-    bench.Step();
-    EXPECT_FALSE(bench.Cycle.Running());
-    EXPECT_EQ(bench.User.Messages, std::vector<std::string>{"Spectrino|The input was unplugged."});
-    EXPECT_EQ(bench.Input.Shared->OpenStreams, 0);
-    EXPECT_EQ(told, 1);
-  }
-}
-
 TEST(Meter, ShowsTheStrongestLevelInThePassbandAndHoldsIt) {
   RunBench bench;
   bench.State.Radio.MainFreqMHz = 14.1;

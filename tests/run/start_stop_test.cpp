@@ -33,7 +33,7 @@ TEST(Start, OpensTheChosenInputAtTheChosenRateAndSize) {
   EXPECT_TRUE(bench.User.Messages.empty());
 }
 
-TEST(Start, ARefusedRateIsToldInFullAndLeavesTheWindowStopped) {
+TEST(Start, AnInputThatDoesNotOpenIsToldWithItsCauseAndLeavesTheWindowStopped) {
   RunBench bench;
   bench.State.Settings.SRate = 6;
   bench.Input.RefusedRates = {192000, 96000};
@@ -43,11 +43,19 @@ TEST(Start, ARefusedRateIsToldInFullAndLeavesTheWindowStopped) {
   bench.State.Settings.Zoom = 2;
   EXPECT_FALSE(bench.Cycle.Start());
   const std::string plain =
-      "Spectrino|Wave input device didn't open at 192000!\r\nPlease check Sample Rate of your Sound Card";
+      "Spectrino|Wave input device didn't open at 192000!\r\nPlease check Sample Rate of your Sound Card"
+      "\r\n\r\nIt runs at another rate.";
   const std::string zoomed =
       "Spectrino|Wave input device didn't open at 96000!\r\nPlease check Sample Rate of your Sound Card"
-      "\r\nPlease disable High Res. Zoom or \r\nor close other audio applications";
-  EXPECT_EQ(bench.User.Messages, (std::vector<std::string>{plain, zoomed}));
+      "\r\nPlease disable High Res. Zoom or \r\nor close other audio applications\r\n\r\nIt runs at another "
+      "rate.";
+  bench.State.Settings.TypZoom = false;
+  bench.State.Settings.Source.Name = "Unplugged";
+  EXPECT_FALSE(bench.Cycle.Start());
+  const std::string missing =
+      "Spectrino|Wave input device didn't open at 192000!\r\nPlease check Sample Rate of your Sound Card"
+      "\r\n\r\nThe input \"Unplugged\" is not there.";
+  EXPECT_EQ(bench.User.Messages, (std::vector<std::string>{plain, zoomed, missing}));
 }
 
 TEST(Start, AMissingHostIsShownForASecondAndTheRunGoesOn) {

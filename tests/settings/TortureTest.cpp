@@ -57,6 +57,9 @@ TEST(Torture, AKilledWriterLeavesTheOldTextOrTheNew) {
     ASSERT_TRUE(text == "[Setup]\nValue=" + whole + "\n") << "torn in round " << round;
     // The killed writer's lock is gone with it, and what it left lying about is in nobody's way.
     ASSERT_TRUE(file.Update("Spectrino", [](const std::string& old) { return old + ' '; }).Ok);
+    const auto stamp = file.Stamp("Spectrino");
+    ASSERT_TRUE(file.Update("Spectrino", [](const std::string& old) { return old; }).Ok);
+    ASSERT_NE(file.Stamp("Spectrino"), stamp) << "the same text is written too: it may be a command";
     ASSERT_TRUE(file.Update("Spectrino", [](const std::string&) { return ""; }).Ok);
   }
 }

@@ -363,6 +363,23 @@ TEST_F(Setup, ARunLocksWhatItCopiedAndSaysWhy) {
   EXPECT_TRUE(Find<QWidget>("chkFill")->isEnabled());
 }
 
+// A list keeps Ctrl+Tab for itself, and the sound card's page is empty with a radio.
+TEST_F(Setup, CtrlTabGoesFromPageToPageThatHasSomethingOnIt) {
+  Open("K4D=1\nOptFreq=7\n");
+  auto* pages = Find<QTabWidget>("Pages");
+  dialog_->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
+  Find<QComboBox>("DevicesBox")->setFocus();
+  std::vector<int> seen;
+  for (int i = 0; i < 3; ++i) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+    seen.push_back(pages->currentIndex());
+  }
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+  seen.push_back(pages->currentIndex());
+  EXPECT_THAT(seen, ElementsAre(2, 3, 0, 3));
+}
+
 TEST_F(Setup, WorksByKeyboardAndFitsASmallScreen) {
   for (const char* stored : {"OptFreq=0\n", "K4D=1\nOptFreq=7\n", "ICOM=1\nOptFreq=7\n"}) {
     Open(stored);
@@ -386,6 +403,11 @@ TEST_F(Setup, WorksByKeyboardAndFitsASmallScreen) {
         EXPECT_FALSE(used.contains(letter)) << text.toStdString();
         used.insert(letter);
       };
+      for (int tab = 0; tab < pages->count(); ++tab) check(pages->tabText(tab));
+      for (const char* name : {"cmdHelp", "cmdTRX", "cmdTelepost", "cmdOK", "cmdCancel"}) {
+        EXPECT_TRUE(Find<QPushButton>(name)->text().contains('&')) << name;
+        check(Find<QPushButton>(name)->text());
+      }
       for (const QLabel* label : pages->widget(page)->findChildren<QLabel*>())
         if (label->buddy() != nullptr && !label->buddy()->isHidden() && !label->parentWidget()->isHidden())
           check(label->text());

@@ -106,6 +106,35 @@ class TerminalTest(unittest.TestCase):
             time.sleep(max(0, started + 2.3 - time.monotonic()))
             os.close(os.open(radio.link, os.O_RDWR | os.O_NOCTTY))
 
+    def test_faults_come_and_go_at_their_time(self):
+        identity = "FEFEE094190077FD"
+        options = ["--identity", "77"]
+        for fault in ("refuse=0.5", "heal=1", "off=1.5", "on=2", "baud=2.5", "heal=3"):
+            options += ["--fault", fault]
+        with Simulator(*options) as radio:
+            started = time.monotonic()
+            port = os.open(radio.link, os.O_RDWR | os.O_NOCTTY)
+            for at, answer in ((0.2, identity), (0.7, "FEFEE094FAFD"), (1.2, identity), (1.7, ""), (2.2, identity),
+                               (2.7, ""), (3.2, identity)):
+                time.sleep(max(0, started + at - time.monotonic()))
+                self.assertEqual(ask(port, "1900", 0.2), answer, at)
+            os.close(port)
+
+    def test_the_link_belongs_to_who_made_it_last(self):
+        with Simulator() as first:
+            second = subprocess.Popen([PROGRAM, "--model", "ic705", "--link", first.link], stdout=subprocess.PIPE)
+            try:
+                self.assertEqual(second.stdout.readline(), b"READY\n")
+                target = os.readlink(first.link)
+                first.process.terminate()
+                first.process.wait(timeout=10)
+                self.assertEqual(os.readlink(first.link), target)
+            finally:
+                second.terminate()
+                second.wait(timeout=10)
+                second.stdout.close()
+            self.assertFalse(os.path.lexists(first.link))
+
     def test_refuses_what_it_cannot_do(self):
         with tempfile.TemporaryDirectory() as folder:
             taken = os.path.join(folder, "file")

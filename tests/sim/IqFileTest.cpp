@@ -6,6 +6,9 @@
 
 #include <filesystem>
 #include <fstream>
+#include <thread>
+
+#include "sim/ReadAhead.h"
 
 namespace spectrino {
 namespace {
@@ -55,6 +58,16 @@ struct Case {
   std::vector<std::int16_t> Samples = kSamples;  ///< of a good file
 };
 
+/// The samples where the file is said to have them.
+std::vector<std::int16_t> SamplesOf(const IqFile& file) {
+  std::vector<std::int16_t> samples(2 * file.Frames);
+  ReadAhead ahead(file);
+  ReadAhead::Got got = ReadAhead::Got::NotYet;
+  while ((got = ahead.Take(0, samples)) == ReadAhead::Got::NotYet) std::this_thread::yield();
+  EXPECT_EQ(got, ReadAhead::Got::All);
+  return samples;
+}
+
 struct IqFileTest : testing::Test {
   ~IqFileTest() override { std::filesystem::remove(path_); }
 
@@ -70,7 +83,7 @@ struct IqFileTest : testing::Test {
       ASSERT_EQ(file.has_value(), c.Message.empty()) << c.Name;
       if (!file) continue;
       EXPECT_EQ(file->RateHz, 48000) << c.Name;
-      EXPECT_EQ(file->Samples, c.Samples) << c.Name;
+      EXPECT_EQ(SamplesOf(*file), c.Samples) << c.Name;
     }
   }
 
@@ -128,7 +141,7 @@ TEST_F(IqFileTest, EveryTruncationGivesWholeFramesOrAReason) {
     ASSERT_EQ(message_.empty(), file.has_value()) << length;
     if (!file) continue;
     const auto whole = kSamples.begin() + static_cast<std::ptrdiff_t>(2 * frames);
-    ASSERT_EQ(file->Samples, std::vector<std::int16_t>(kSamples.begin(), whole)) << length;
+    ASSERT_EQ(SamplesOf(*file), std::vector<std::int16_t>(kSamples.begin(), whole)) << length;
   }
 }
 
@@ -139,8 +152,7 @@ TEST_F(IqFileTest, EveryDamagedByteGivesFramesOrAReason) {
       bytes[at] = static_cast<char>(value);
       const auto file = Load(bytes);
       ASSERT_EQ(message_.empty(), file.has_value()) << at;
-      const std::size_t samples = file ? file->Samples.size() : 2;
-      ASSERT_THAT(samples, testing::AnyOf(2, 4, 6, 8)) << at;
+      ASSERT_THAT(file ? file->Frames : 1, testing::AllOf(testing::Ge(1U), testing::Le(4U))) << at;
     }
   }
 }

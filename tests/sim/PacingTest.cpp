@@ -1,7 +1,11 @@
 // The demo signal and I/Q files as sound inputs: when blocks come, and which.
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 #include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <thread>
 
 #include "fakes/FakeClock.h"
 #include "sim/DemoBand.h"
@@ -14,30 +18,57 @@ namespace {
 using namespace std::chrono_literals;
 using Samples = std::vector<std::int16_t>;
 
-/// A recording whose left sample is the frame's number and whose right is its negative.
-IqFile Counting(int rateHz, int frames) {
-  IqFile file{rateHz, {}};
+void Append(std::string& bytes, std::uint32_t value, int count) {
+  for (int i = 0; i < count; ++i) bytes += static_cast<char>(value >> (8 * i) & 0xFF);
+}
+
+/// A recording at 48000 Hz whose left sample is the frame's number and whose right is its negative.
+std::string Counting(int frames) {
+  std::string bytes = "RIFF....WAVEfmt ";
+  for (const auto& [value, count] : std::initializer_list<std::pair<std::uint32_t, int>>{
+           {16, 4}, {1, 2}, {2, 2}, {48000, 4}, {192000, 4}, {4, 2}, {16, 2}})
+    Append(bytes, value, count);
+  bytes += "data";
+  Append(bytes, static_cast<std::uint32_t>(4 * frames), 4);
   for (int i = 0; i < frames; ++i) {
-    file.Samples.push_back(static_cast<std::int16_t>(i));
-    file.Samples.push_back(static_cast<std::int16_t>(-i));
+    Append(bytes, static_cast<std::uint32_t>(i), 2);
+    Append(bytes, static_cast<std::uint32_t>(-i), 2);
   }
-  return file;
+  return bytes;
 }
 
 class IqFilePlayback : public testing::Test {
  protected:
+  ~IqFilePlayback() override { std::filesystem::remove(path_); }
+
   void Start(int frames) {
     frames_ = frames;
-    input_ = std::make_unique<IqFileInput>(clock_, "/some/folder/40m.wav", Counting(48000, frames));
+    std::ofstream(path_, std::ios::binary) << Counting(frames);
     std::string reason;
+    const auto file = LoadIqFile(path_, reason);
+    ASSERT_TRUE(file) << reason;
+    input_ = std::make_unique<IqFileInput>(clock_, path_, *file);
     stream_ = input_->Open(input_->Devices().at(0), 48000, 480, reason);
     ASSERT_NE(stream_, nullptr) << reason;
   }
 
-  /// The number of the first frame of the block that is due, -1 while none is. The others must follow it.
+  /// Asks until the disk has answered; Pending where no block is due by the clock.
+  BlockState Take(Samples& block) {
+    BlockState state = BlockState::Pending;
+    for (int wait = 0; wait < kPatience && state == BlockState::Pending; ++wait) {
+      state = stream_->TakeBlock(block);
+      if (state == BlockState::Pending) std::this_thread::sleep_for(1ms);
+    }
+    return state;
+  }
+  bool IsDue() {
+    Samples block(2 * 480);
+    return stream_->TakeBlock(block) != BlockState::Pending;
+  }
+  /// The number of the first frame of the block that is due. The others must follow it.
   int TakeFirst(std::size_t frames = 480) {
     Samples block(2 * frames);
-    if (stream_->TakeBlock(block) != BlockState::Done) return -1;
+    if (Take(block) != BlockState::Done) return -1;
     for (std::size_t i = 0; i < frames; ++i) {
       const int expected = (block[0] + static_cast<int>(i)) % frames_;
       EXPECT_TRUE(block[2 * i] == expected && block[2 * i + 1] == -expected) << "frame " << i;
@@ -45,7 +76,10 @@ class IqFilePlayback : public testing::Test {
     return block[0];
   }
 
+  static constexpr int kPatience = 10'000;
   FakeClock clock_;
+  const std::string path_ =
+      std::filesystem::temp_directory_path() / ("spectrino-40m-" + std::to_string(getpid()) + ".wav");
   std::unique_ptr<IqFileInput> input_;
   std::unique_ptr<SoundStream> stream_;
   int frames_ = 0;
@@ -53,18 +87,18 @@ class IqFilePlayback : public testing::Test {
 
 TEST_F(IqFilePlayback, BlocksComeInRealTimeWithoutGapOrOverlap) {
   Start(20000);
-  EXPECT_EQ(TakeFirst(), -1);
+  EXPECT_FALSE(IsDue());
   clock_.Advance(9999us);
-  EXPECT_EQ(TakeFirst(), -1);
+  EXPECT_FALSE(IsDue());
   clock_.Advance(1us);
   EXPECT_EQ(TakeFirst(), 0);
-  EXPECT_EQ(TakeFirst(), -1);
+  EXPECT_FALSE(IsDue());
   clock_.Advance(10ms);
   EXPECT_EQ(TakeFirst(), 480);
   // A quarter of a second late is still caught up with.
   clock_.Advance(250ms);
   for (int block = 2; block < 27; ++block) EXPECT_EQ(TakeFirst(), 480 * block);
-  EXPECT_EQ(TakeFirst(), -1);
+  EXPECT_FALSE(IsDue());
 }
 
 TEST_F(IqFilePlayback, OldBlocksAreDroppedAfterALongPause) {
@@ -94,11 +128,41 @@ TEST_F(IqFilePlayback, LoopsWithoutASeamEvenWithinOneBlock) {
 TEST_F(IqFilePlayback, IsListedByNameAndOpensAtItsOwnRateOnly) {
   Start(100);
   const SoundDevice device = input_->Devices().at(0);
-  EXPECT_EQ(device.Name, "40m.wav");
-  EXPECT_EQ(device.StableId, "file:/some/folder/40m.wav");
+  EXPECT_EQ(device.Name, std::filesystem::path(path_).filename());
+  EXPECT_EQ(device.StableId, "file:" + path_);
   std::string reason;
   EXPECT_EQ(input_->Open(device, 96000, 480, reason), nullptr);
-  EXPECT_EQ(reason, "40m.wav was recorded at 48000 Hz and cannot be played at 96000 Hz");
+  EXPECT_EQ(reason, device.Name + " was recorded at 48000 Hz and cannot be played at 96000 Hz.");
+}
+
+// Longer than what is read ahead, so that chunks are used again and the end of the file lies within one.
+TEST_F(IqFilePlayback, AFileOfManyChunksPlaysToItsEndAndAnew) {
+  Start(30'000);
+  constexpr int kBlockFrames = 16'384;
+  for (int block = 0; block < 80; ++block) {
+    clock_.Advance(std::chrono::nanoseconds(1'000'000'000LL * kBlockFrames / 48000 + 1));
+    ASSERT_EQ(TakeFirst(kBlockFrames), block * kBlockFrames % 30'000) << block;
+  }
+}
+
+TEST_F(IqFilePlayback, AFileThatIsCutWhileItPlaysIsToldAndPlaysOnWithWhatIsLeft) {
+  Start(30'000);
+  clock_.Advance(10ms);
+  EXPECT_EQ(TakeFirst(), 0);
+  std::filesystem::resize_file(path_, 44 + 4 * 1000);
+  clock_.Advance(100h);  // far from what is in memory
+  Samples block(2 * 480);
+  EXPECT_EQ(Take(block), BlockState::Failed);
+  EXPECT_THAT(stream_->Failure(), testing::HasSubstr("was cut short"));
+  std::string reason;
+  stream_ = input_->Open(input_->Devices().at(0), 48000, 480, reason);
+  ASSERT_NE(stream_, nullptr) << reason;
+  frames_ = 1000;
+  clock_.Advance(10ms);
+  EXPECT_EQ(TakeFirst(), 0);
+  std::filesystem::resize_file(path_, 20);
+  EXPECT_EQ(input_->Open(input_->Devices().at(0), 48000, 480, reason), nullptr);
+  EXPECT_THAT(reason, testing::HasSubstr("no format chunk"));
 }
 
 TEST(DemoInputTest, DeliversTheBandOfTheMomentAtTheFrequencyOfTheMoment) {

@@ -29,11 +29,13 @@ bool WriteAll(int fd, const std::string& text) {
   return true;
 }
 
-/// The name of a renamed file is on disk only when its folder is.
-bool SyncFolder(const std::string& folder) {
+/// The name of a renamed file is on disk only when its folder is. 0, or the error; closing must not change
+/// it.
+int SyncFolder(const std::string& folder) {
   const Descriptor fd(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!fd.Open()) return errno;
   // Some file systems have no sync for folders; rename is all that they offer.
-  return fd.Open() && (::fsync(fd.Get()) == 0 || errno == EINVAL);
+  return ::fsync(fd.Get()) == 0 || errno == EINVAL ? 0 : errno;
 }
 
 std::string NewName(const std::string& path) {
@@ -183,7 +185,7 @@ std::string TakePlace(const std::string& path) {
     return reason;
   }
   const std::string folder = std::filesystem::path(path).parent_path().string();
-  if (!SyncFolder(folder)) return Failure("write to disk", folder, errno);
+  if (const int error = SyncFolder(folder)) return Failure("write to disk", folder, error);
   return {};
 }
 

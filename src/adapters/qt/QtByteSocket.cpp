@@ -24,6 +24,23 @@ void SetTcpOption(qintptr descriptor, int option, int value) {
   static_cast<void>(::setsockopt(static_cast<int>(descriptor), IPPROTO_TCP, option, &value, sizeof value));
 }
 
+/// What the user can do something about, in words of his; else the system's.
+std::string Reason(const QTcpSocket& socket, bool wasConnected) {
+  const std::string host = socket.peerName().toStdString();
+  switch (wasConnected ? QTcpSocket::UnknownSocketError : socket.error()) {
+    case QTcpSocket::HostNotFoundError:
+      return "the name " + host + " is not known";
+    case QTcpSocket::ConnectionRefusedError:
+      return host + " refuses the connection: is the port right?";
+    case QTcpSocket::SocketTimeoutError:
+      return host + " does not answer";
+    case QTcpSocket::NetworkError:
+      return host + " cannot be reached from here: is the network up, and the address right?";
+    default:
+      return socket.errorString().toStdString();
+  }
+}
+
 }  // namespace
 
 // The signal that led here may still be on the stack.
@@ -41,6 +58,7 @@ void QtByteSocket::Connect(const std::string& host, std::uint16_t port) {
   Close();
   QTcpSocket* socket = new QTcpSocket;
   socket_.reset(socket);
+  wasConnected_ = false;
   socket->setProxy(QNetworkProxy::NoProxy);
   QObject::connect(socket, &QTcpSocket::connected, socket, [this] { SetUp(); });
   QObject::connect(socket, &QTcpSocket::readyRead, socket, [this] { Deliver(); });
@@ -61,6 +79,7 @@ void QtByteSocket::Send(std::string_view bytes) {
 }
 
 void QtByteSocket::SetUp() {
+  wasConnected_ = true;
   socket_->setSocketOption(QTcpSocket::LowDelayOption, 1);
   socket_->setSocketOption(QTcpSocket::KeepAliveOption, 1);
   const qintptr descriptor = socket_->socketDescriptor();
@@ -85,7 +104,7 @@ void QtByteSocket::Deliver() {
 }
 
 void QtByteSocket::Fail() {
-  const std::string text = socket_->errorString().toStdString();
+  const std::string text = Reason(*socket_, wasConnected_);
   Close();
   if (const auto call = Error) call(text);
 }

@@ -30,6 +30,7 @@ class QtByteSocket final : public ByteSocket {
   void End();
 
   std::unique_ptr<QTcpSocket, Later> socket_;
+  bool wasConnected_ = false;
 };
 
 }  // namespace spectrino

@@ -3,10 +3,9 @@
 #include <sys/ioctl.h>
 
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QThread>
 #include <utility>
-
-#include "adapters/qt/QtSerialPortTrouble.h"
 
 namespace spectrino {
 namespace {
@@ -52,12 +51,14 @@ QtSerialPort::~QtSerialPort() {
 
 std::string QtSerialPort::Open(const std::string& path) {
   Close();
-  path_ = path;
+  if (std::exchange(path_, path) != path) holder_ = {};
   port_.setPortName(QString::fromStdString(path));
+  device_ = QFileInfo(QString::fromStdString(path)).canonicalFilePath();
   if (!port_.open(QIODevice::ReadWrite)) {
     return SerialPortTrouble(path, port_.error() == QSerialPort::PermissionError,
-                             port_.errorString().toStdString());
+                             port_.errorString().toStdString(), holder_);
   }
+  holder_ = {};
   // The kernel raises both lines when a device is opened. A pseudo-terminal has none: that is no error.
   port_.setDataTerminalReady(false);
   port_.setRequestToSend(false);
@@ -110,7 +111,7 @@ void QtSerialPort::HandleError(QSerialPort::SerialPortError error) {
                      error == QSerialPort::ResourceError || error == QSerialPort::PermissionError;
   if (!attending_ || !fatal) return;
   attending_ = false;
-  const std::string reason = path_ + " is gone: " + port_.errorString().toStdString();
+  const std::string reason = SerialPortLoss(device_.toStdString(), port_.errorString().toStdString());
   // At once: an open port whose device is gone reports the same error as fast as the event loop turns.
   port_.close();
   if (Lost) Lost(reason);

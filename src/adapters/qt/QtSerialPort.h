@@ -6,6 +6,7 @@
 #include <QSerialPort>
 #include <QTimer>
 
+#include "adapters/qt/QtSerialPortTrouble.h"
 #include "platform/SerialPort.h"
 
 namespace spectrino {
@@ -18,6 +19,7 @@ class QtSerialPort final : public SerialPort {
   [[nodiscard]] std::string Open(const std::string& path) override;
   void Close() override;
   void CloseWhenSent() override;
+  [[nodiscard]] bool Closing() const override { return tmrClose_.isActive(); }
   [[nodiscard]] bool IsOpen() const override { return attending_; }
   void Write(std::span<const std::uint8_t> bytes) override;
 
@@ -30,7 +32,9 @@ class QtSerialPort final : public SerialPort {
   QTimer tmrClose_;  // while bytes leave behind CloseWhenSent
   QElapsedTimer closing_;
   std::string path_;
-  bool attending_ = false;  // between a successful Open and Close: errors and bytes are the user's business
+  SerialPortHolder holder_;  // of that path
+  QString device_;           // what the path led to when it was opened
+  bool attending_ = false;   // between a successful Open and Close: errors and bytes are the user's business
 };
 
 }  // namespace spectrino

@@ -9,9 +9,9 @@
 namespace spectrino {
 namespace {
 
-/// "name (process 123)" of a program that has the device open; empty when none is seen. Programs of other
+/// "name (process 123)" of a program that has the device open, if one is seen. Programs of other
 /// users do not show what they have open.
-QString HolderOf(const QString& device) {
+SerialPortHolder HolderOf(const QString& device) {
   const QDir processes("/proc");
   for (const QString& process : processes.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
     bool isNumber = false;
@@ -21,14 +21,17 @@ QString HolderOf(const QString& device) {
     for (const QString& file : files.entryList(QDir::Files | QDir::System)) {
       if (QFile::symLinkTarget(files.filePath(file)) != device) continue;
       QFile name(QString("/proc/%1/comm").arg(process));
-      if (!name.open(QIODevice::ReadOnly)) return QString("process %1").arg(process);
-      return QString("%1 (process %2)").arg(QString::fromUtf8(name.readAll()).trimmed(), process);
+      const QString number = QString("process %1").arg(process);
+      const QString text = name.open(QIODevice::ReadOnly)
+                               ? QString("%1 (%2)").arg(QString::fromUtf8(name.readAll()).trimmed(), number)
+                               : number;
+      return {text.toStdString(), processes.filePath(process).toStdString(), true};
     }
   }
-  return {};
+  return {"another program", {}, true};
 }
 
-QString Trouble(const QString& path, bool refused, const QString& systemText) {
+QString Trouble(const QString& path, bool refused, const QString& systemText, SerialPortHolder& holder) {
   const QFileInfo node(path);
   if (!node.exists()) return QString("%1 is not there").arg(path);
   if (::access(QFile::encodeName(path).constData(), R_OK | W_OK) != 0) {
@@ -36,14 +39,24 @@ QString Trouble(const QString& path, bool refused, const QString& systemText) {
         .arg(path, node.group());
   }
   if (!refused) return QString("%1 cannot be opened: %2").arg(path, systemText);
-  const QString holder = HolderOf(node.canonicalFilePath());
-  return QString("%1 is in use by %2").arg(path, holder.isEmpty() ? QString("another program") : holder);
+  const bool ended = !holder.Process.empty() && !QFileInfo::exists(QString::fromStdString(holder.Process));
+  if (!holder.Sought || ended) holder = HolderOf(node.canonicalFilePath());
+  return QString("%1 is in use by %2").arg(path, QString::fromStdString(holder.Text));
 }
 
 }  // namespace
 
-std::string SerialPortTrouble(const std::string& path, bool refused, const std::string& systemText) {
-  return Trouble(QString::fromStdString(path), refused, QString::fromStdString(systemText)).toStdString();
+std::string SerialPortTrouble(const std::string& path, bool refused, const std::string& systemText,
+                              SerialPortHolder& holder) {
+  return Trouble(QString::fromStdString(path), refused, QString::fromStdString(systemText), holder)
+      .toStdString();
+}
+
+std::string SerialPortLoss(const std::string& device, const std::string& systemText) {
+  const QString node = QString::fromStdString(device);
+  const QString name = node.startsWith("/dev/") ? node.mid(5) : node;
+  if (!QFileInfo::exists(node)) return (name + " was unplugged").toStdString();
+  return (name + " is gone: ").toStdString() + systemText;
 }
 
 }  // namespace spectrino

@@ -56,11 +56,10 @@ std::unique_ptr<SoundStream> PulseInput::Open(const SoundDevice& device, int rat
   auto stream = std::make_unique<PulseStream>(
       PulseRequest{device.StableId.substr(kIdPrefix.size()), device.Name, rateHz, blockFrames});
   if (!stream->Open(reason)) return nullptr;
-  if (realTime_ && !stream->RaiseThreadPriority() && !refusalLogged_) {
+  if (realTime_ && !stream->RaiseThreadPriority() && !refusalLogged_.exchange(true)) {
     notifier_.Log(LogArea::Audio,
                   "Real-time scheduling of the capture was refused; it goes on with ordinary priority. "
                   "To allow it, add the user to a group with an rtprio limit (often \"audio\").");
-    refusalLogged_ = true;
   }
   return stream;
 }

@@ -2,6 +2,7 @@
 // Not a mixer: it changes no volume, no default and no profile of the server.
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <string>
 #include <vector>
@@ -32,8 +33,8 @@ class PulseInput final : public SoundInput {
 
  private:
   Notifier& notifier_;
-  bool realTime_ = false;
-  bool refusalLogged_ = false;
+  std::atomic<bool> realTime_ = false;
+  std::atomic<bool> refusalLogged_ = false;
 };
 
 }  // namespace spectrino

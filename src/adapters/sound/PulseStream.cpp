@@ -66,14 +66,18 @@ PulseStream::PulseStream(PulseRequest request)
 PulseStream::~PulseStream() {
   const PulseServer::Lock lock(server_);
   if (watch_ != nullptr) server_.Api()->time_free(watch_);
-  if (stream_ != nullptr) {
-    pa_stream_set_state_callback(stream_, nullptr, nullptr);
-    pa_stream_set_read_callback(stream_, nullptr, nullptr);
-    pa_stream_set_moved_callback(stream_, nullptr, nullptr);
-    pa_stream_disconnect(stream_);
-    pa_stream_unref(stream_);
-  }
+  DropStream();
   server_.Disconnect();
+}
+
+void PulseStream::DropStream() {
+  if (stream_ == nullptr) return;
+  pa_stream_set_state_callback(stream_, nullptr, nullptr);
+  pa_stream_set_read_callback(stream_, nullptr, nullptr);
+  pa_stream_set_moved_callback(stream_, nullptr, nullptr);
+  pa_stream_disconnect(stream_);
+  pa_stream_unref(stream_);
+  stream_ = nullptr;
 }
 
 bool PulseStream::Open(std::string& reason) {
@@ -105,18 +109,38 @@ bool PulseStream::FindSource(Deadline deadline, std::string& reason) {
 }
 
 bool PulseStream::StartRecording(Deadline deadline, std::string& reason) {
+  // PipeWire's session manager finds no node that is input and output in one, unless it is asked for what the
+  // output plays: that is where such a node captures.
+  const bool recording =
+      TryRecording(deadline, false) ||
+      (pa_context_errno(server_.Context()) == PA_ERR_NOENTITY && TryRecording(deadline, true));
+  if (recording && IsOnSource()) return true;
+  const char* other = recording ? pa_stream_get_device_name(stream_) : nullptr;
+  const std::string why = other != nullptr
+                              ? "the sound server gave \"" + std::string(other) + "\" in its place"
+                              : LastError(server_.Context());
+  reason = "The sound input " + Quoted() + " did not open: " + why + ".";
+  return false;
+}
+
+bool PulseStream::IsOnSource() const {
+  const char* name = pa_stream_get_device_name(stream_);
+  return name != nullptr && request_.SourceName == name;
+}
+
+bool PulseStream::TryRecording(Deadline deadline, bool ofDuplex) {
+  DropStream();
+  failed_ = false;  // the end of an earlier try is none of the recording
   const pa_sample_spec format{PA_SAMPLE_S16LE, static_cast<std::uint32_t>(request_.RateHz), 2};
   pa_proplist* properties = pa_proplist_new();
-  // PipeWire resamples, and says it does not, unless a stream insists; PulseAudio ignores these two.
+  // PipeWire resamples, and says it does not, unless a stream insists; PulseAudio ignores these.
   const std::string rate = std::to_string(request_.RateHz);
   pa_proplist_sets(properties, "node.force-rate", rate.c_str());
   pa_proplist_sets(properties, "node.rate", ("1/" + rate).c_str());
+  if (ofDuplex) pa_proplist_sets(properties, "stream.capture.sink", "true");
   stream_ = pa_stream_new_with_proplist(server_.Context(), "I/Q samples", &format, nullptr, properties);
   pa_proplist_free(properties);
-  if (stream_ == nullptr) {
-    reason = "The sound server has no recording to give: " + LastError(server_.Context()) + ".";
-    return false;
-  }
+  if (stream_ == nullptr) return false;
   pa_stream_set_state_callback(
       stream_, [](pa_stream*, void* self) { static_cast<PulseStream*>(self)->StreamChanged(); }, this);
   pa_stream_set_read_callback(
@@ -128,12 +152,9 @@ bool PulseStream::StartRecording(Deadline deadline, std::string& reason) {
   constexpr auto kFlags =
       static_cast<pa_stream_flags_t>(PA_STREAM_NO_REMIX_CHANNELS | PA_STREAM_NO_REMAP_CHANNELS |
                                      PA_STREAM_DONT_MOVE | PA_STREAM_ADJUST_LATENCY);
-  const bool asked = pa_stream_connect_record(stream_, request_.SourceName.c_str(), &buffer, kFlags) == 0;
-  if (asked)
-    server_.WaitUntil([this] { return pa_stream_get_state(stream_) != PA_STREAM_CREATING; }, deadline);
-  if (asked && pa_stream_get_state(stream_) == PA_STREAM_READY) return true;
-  reason = "The sound input " + Quoted() + " did not open: " + LastError(server_.Context()) + ".";
-  return false;
+  if (pa_stream_connect_record(stream_, request_.SourceName.c_str(), &buffer, kFlags) != 0) return false;
+  server_.WaitUntil([this] { return pa_stream_get_state(stream_) != PA_STREAM_CREATING; }, deadline);
+  return pa_stream_get_state(stream_) == PA_STREAM_READY;
 }
 
 int PulseStream::OtherRateHz(const PulseSource& source) const {
@@ -162,7 +183,7 @@ bool PulseStream::SourceKeepsRate(Deadline deadline, std::string& reason) {
 }
 
 void PulseStream::Subscribe() {
-  server_.SetLostHandler([this] { Fail("The sound server stopped. When it runs again, press Start."); });
+  server_.SetLostHandler([this] { Fail("The sound server stopped", "When it runs again, press Start."); });
   pa_context_set_subscribe_callback(
       server_.Context(),
       [](pa_context*, pa_subscription_event_type_t type, std::uint32_t index, void* self) {
@@ -181,8 +202,9 @@ void PulseStream::StartWatch() {
       stream_,
       [](pa_stream*, void* self) {
         auto& stream = *static_cast<PulseStream*>(self);
-        stream.Fail("The sound server moved the recording away from the sound input " + stream.Quoted() +
-                    ". Press Start to open it again.");
+        if (stream.IsOnSource()) return;
+        stream.Fail("The sound server moved the recording away from the sound input " + stream.Quoted(),
+                    "Press Start to open it again.");
       },
       this);
   AskForRecording();
@@ -260,7 +282,8 @@ void PulseStream::SourceChanged(const pa_source_info& info) {
   if (watch_ == nullptr || source.RateHz == request_.RateHz)
     return;  // while opening, the rate may still settle
   Fail("The sound input " + Quoted() + " was switched to " + std::to_string(source.RateHz) +
-       " Hz by another program. Close that program, then press Start.");
+           " Hz by another program",
+       "Close that program, then press Start.");
 }
 
 void PulseStream::RecordingChanged(const pa_source_output_info& info) {
@@ -271,8 +294,8 @@ void PulseStream::RecordingChanged(const pa_source_output_info& info) {
 void PulseStream::WatchTick(pa_time_event* event) {
   if (++silentTicks_ >= silentTicksAllowed_) {
     Fail("The sound input " + Quoted() + " has sent nothing for " +
-         std::to_string(silentTicks_ / kTicksPerSecond) + " seconds. Check that no other program holds it " +
-         "and that the sound server runs, then press Start.");
+             std::to_string(silentTicks_ / kTicksPerSecond) + " seconds",
+         "Check that no other program holds it and that the sound server runs, then press Start.");
     return;
   }
   pa_context_rttime_restart(server_.Context(), event,
@@ -284,18 +307,18 @@ BlockState PulseStream::TakeBlock(std::span<std::int16_t> block) {
   return ring_.TakeBlock(block) ? BlockState::Done : BlockState::Pending;
 }
 
-void PulseStream::Fail(std::string text) {
+void PulseStream::Fail(std::string cause, std::string advice) {
   const std::lock_guard lock(textMutex_);
   if (failed_.load(std::memory_order_relaxed)) return;  // the first cause is the one to tell
-  failure_ = std::move(text);
+  cause_ = std::move(cause);
+  advice_ = std::move(advice);
   failed_.store(true, std::memory_order_release);
 }
 
 void PulseStream::FailUnplugged() {
   // The server kills the recording first and reports the vanished source after it, or the other way round.
-  Fail("The sound input " + Quoted() +
-       " was unplugged, or the sound server closed it. Plug it in again or choose another input, then press "
-       "Start.");
+  Fail("The sound input " + Quoted() + " was unplugged, or the sound server closed it",
+       "Plug it in again or choose another input, then press Start.");
 }
 
 void PulseStream::SetWarning(std::string& slot, std::string text) {
@@ -303,9 +326,14 @@ void PulseStream::SetWarning(std::string& slot, std::string text) {
   slot = std::move(text);
 }
 
+std::string PulseStream::Cause() const {
+  const std::lock_guard lock(textMutex_);
+  return cause_;
+}
+
 std::string PulseStream::Failure() const {
   const std::lock_guard lock(textMutex_);
-  return failure_;
+  return cause_ + ". " + advice_;
 }
 
 std::string PulseStream::Warning() const {

@@ -35,6 +35,7 @@ class PulseStream final : public SoundStream {
   [[nodiscard]] bool RaiseThreadPriority();
 
   BlockState TakeBlock(std::span<std::int16_t> block) override;
+  [[nodiscard]] std::string Cause() const override;
   [[nodiscard]] std::string Failure() const override;
   [[nodiscard]] std::string Warning() const override;
 
@@ -44,6 +45,9 @@ class PulseStream final : public SoundStream {
   // Steps of Open; the server's Lock is held.
   bool FindSource(Deadline deadline, std::string& reason);
   bool StartRecording(Deadline deadline, std::string& reason);
+  bool TryRecording(Deadline deadline, bool ofDuplex);
+  void DropStream();
+  [[nodiscard]] bool IsOnSource() const;
   bool SourceKeepsRate(Deadline deadline, std::string& reason);
   void Subscribe();
   void StartWatch();
@@ -59,7 +63,8 @@ class PulseStream final : public SoundStream {
   void AskForSource();
   void AskForRecording();
   [[nodiscard]] int OtherRateHz(const PulseSource& source) const;
-  void Fail(std::string text);
+  /// cause: without a full stop. advice: what the user does then, as sentences.
+  void Fail(std::string cause, std::string advice);
   void FailUnplugged();
   void SetWarning(std::string& slot, std::string text);
   [[nodiscard]] std::string Quoted() const { return "\"" + request_.ShownName + "\""; }
@@ -75,7 +80,8 @@ class PulseStream final : public SoundStream {
   std::atomic<bool> failed_{false};
 
   mutable std::mutex textMutex_;
-  std::string failure_;
+  std::string cause_;
+  std::string advice_;
   std::string sourceWarning_;     // the input's own volume and mute
   std::string recordingWarning_;  // what the server's mixer does to our recording alone
 };

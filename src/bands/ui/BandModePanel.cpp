@@ -7,8 +7,6 @@
 namespace spectrino {
 namespace {
 
-constexpr int kCwButton = 2;
-constexpr int kFskButton = 5;
 constexpr int kReverseButton = 9;
 
 QString Text(std::string_view text) {
@@ -71,15 +69,12 @@ void BandModePanel::Show(const DeckLayout& layout) {
   }
 }
 
-void BandModePanel::ShowCurrent(std::optional<int> bandButton, std::optional<int> modeButton, bool cwReverse,
-                                bool fskReverse) {
+void BandModePanel::ShowCurrent(std::optional<int> bandButton, std::optional<int> modeButton, bool reverse) {
   for (int i = 0; i < kBandButtonCount; ++i)
     cmdBand_[static_cast<std::size_t>(i)]->setChecked(i == bandButton);
   for (int i = 0; i < kModeButtonCount; ++i)
     cmdMode_[static_cast<std::size_t>(i)]->setChecked(i == modeButton);
-  if (layout_.Modes != ModeLayout::Designed) return;
-  const bool reversed = (modeButton == kCwButton && cwReverse) || (modeButton == kFskButton && fskReverse);
-  cmdMode_[kReverseButton]->setChecked(reversed);
+  if (layout_.Modes == ModeLayout::Designed) cmdMode_[kReverseButton]->setChecked(reverse);
 }
 
 void BandModePanel::AddToModeRow(QWidget* widget, int stretch) {

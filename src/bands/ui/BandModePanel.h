@@ -22,10 +22,9 @@ class BandModePanel final : public QWidget {
 
   /// Captions, tool tips and which mode buttons there are.
   void Show(const DeckLayout& layout);
-  /// Which buttons look pressed; nothing: none of the row. Sends no signal. The flags show on "rev" while it
-  /// has a meaning, in CW and FSK.
-  void ShowCurrent(std::optional<int> bandButton, std::optional<int> modeButton, bool cwReverse,
-                   bool fskReverse);
+  /// Which buttons look pressed; nothing: none of the row. Sends no signal. reverse: the radio is in the
+  /// reverse mode of the button, which "rev" shows where there is one.
+  void ShowCurrent(std::optional<int> bandButton, std::optional<int> modeButton, bool reverse);
   /// Behind the mode buttons. stretch: how many of them its width is worth.
   void AddToModeRow(QWidget* widget, int stretch);
 

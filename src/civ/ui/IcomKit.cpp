@@ -1,14 +1,12 @@
 #include "civ/ui/IcomKit.h"
 
-namespace spectrino {
+#include <utility>
 
-using namespace std::chrono_literals;
+namespace spectrino {
 
 namespace {
 constexpr int kStatusMs = 1000;
 constexpr int kPumpMs = 5;
-// A drag tells a value for every pixel; the line carries a hundred frames a second.
-constexpr auto kSliderPace = 30ms;
 }  // namespace
 
 IcomKit::IcomKit(const KitParts& parts, std::unique_ptr<SerialPort> port)
@@ -16,22 +14,21 @@ IcomKit::IcomKit(const KitParts& parts, std::unique_ptr<SerialPort> port)
       port_(std::move(port)),
       panel_(std::make_unique<IcomPanel>()),
       bands_(LoadBandMemory(parts.Store)),
-      link_({.Port = *port_,
-             .State = state_,
-             .Panel = *panel_,
-             .Store = parts.Store,
-             .Time = parts.Time,
-             .Pump = parts.Pump,
-             .User = parts.User}),
-      commands_(state_, link_.Sender(), parts.Pump),
-      backend_(state_, link_, commands_, parts.Store, bands_),
+      held_(*panel_, state_, parts.Time),
+      icom_{.Port = *port_,
+            .State = state_,
+            .Panel = held_,
+            .Store = parts.Store,
+            .Time = parts.Time,
+            .Pump = parts.Pump,
+            .User = parts.User},
+      session_(icom_),
+      link_(icom_, session_),
+      commands_(state_, session_.Sender(), parts.Pump, parts.Time),
+      backend_(state_, session_, commands_, parts.Store, bands_),
       memory_(state_, commands_, parts.Store, bands_),
       scanWindow_([this] { return panel_->window(); }, *panel_),
-      sliders_{
-          PacedSlider{&IcomPanel::sldVol_Change, &IcomCommands::sldVol_Change, PacedValue<int>(kSliderPace)},
-          PacedSlider{&IcomPanel::sldSQL_Change, &IcomCommands::sldSQL_Change, PacedValue<int>(kSliderPace)},
-          PacedSlider{&IcomPanel::sldRFLevel_Change, &IcomCommands::sldRFLevel_Change,
-                      PacedValue<int>(kSliderPace)}} {
+      sliders_(commands_, held_, parts.Time) {
   panel_->hide();
   panel_->setEnabled(false);
   ConnectPanel();
@@ -62,7 +59,7 @@ void IcomKit::SetWindow(WindowCommands* window) {
   scan_.reset();
   if (window == nullptr) return;
   scan_.emplace(ScanCommands::Parts{.State = state_,
-                                    .Sender = link_.Sender(),
+                                    .Sender = session_.Sender(),
                                     .Store = parts_.Store,
                                     .Main = *window,
                                     .Windows = scanWindow_});
@@ -74,6 +71,12 @@ void IcomKit::ConnectPanel() {
     QObject::connect(panel, signal, panel,
                      [this, handler](auto... value) { (commands_.*handler)(value...); });
   };
+  QObject::connect(panel, &IcomPanel::chkFunc_Click, panel,
+                   [this](int index, bool checked) { Hold(PanelControl::Function, checked ? 1 : 0, index); });
+  QObject::connect(panel, &IcomPanel::chkFIX_Click, panel,
+                   [this](bool checked) { Hold(PanelControl::Fixed, checked ? 1 : 0); });
+  QObject::connect(panel, &IcomPanel::cboSpan_Click, panel,
+                   [this](int entry) { Hold(PanelControl::Span, entry); });
   toCommands(&IcomPanel::chkFunc_Click, &IcomCommands::chkFunc_Click);
   toCommands(&IcomPanel::chkMEM_Click, &IcomCommands::chkMEM_Click);
   toCommands(&IcomPanel::chkFIX_Click, &IcomCommands::chkFIX_Click);
@@ -81,58 +84,61 @@ void IcomKit::ConnectPanel() {
   toCommands(&IcomPanel::cmdFil_Click, &IcomCommands::cmdFil_Click);
   toCommands(&IcomPanel::cmdSpeed_Click, &IcomCommands::cmdSpeed_Click);
   toCommands(&IcomPanel::cboSpan_Click, &IcomCommands::cboSpan_Click);
-  for (PacedSlider& slider : sliders_) ConnectSlider(slider);
+  ConnectSliders();
   QObject::connect(panel, &IcomPanel::chkScan_Click, panel, [this](bool checked) {
     if (scan_) scan_->MainChkScan_Click(checked);
   });
 }
 
-void IcomKit::ConnectSlider(PacedSlider& slider) {
-  QObject::connect(panel_.get(), slider.Changed, panel_.get(), [this, &slider](int value) {
-    // The radio's own news ends what waited.
-    if (state_.CivParserBusy) {
-      slider.Value.Drop();
-      return;
-    }
-    slider.Value.Put(value);
-    SendSliders();
-    if (slider.Value.Waits()) tmrPump_.start();
-  });
+void IcomKit::ConnectSliders() {
+  const auto connect = [this](auto changed, PanelControl slider) {
+    QObject::connect(panel_.get(), changed, panel_.get(), [this, slider](int value) {
+      if (state_.CivParserBusy) return;
+      sliders_.Move(slider, value);
+      tmrPump_.start();
+    });
+  };
+  connect(&IcomPanel::sldVol_Change, PanelControl::AfLevel);
+  connect(&IcomPanel::sldSQL_Change, PanelControl::Squelch);
+  connect(&IcomPanel::sldRFLevel_Change, PanelControl::RefLevel);
+  QObject::connect(panel_.get(), &IcomPanel::sld_MouseUp, panel_.get(),
+                   [this](PanelControl slider) { sliders_.Release(slider); });
 }
 
-void IcomKit::SendSliders() {
-  for (PacedSlider& slider : sliders_) {
-    if (const auto value = slider.Value.Due(parts_.Time.Now())) (commands_.*slider.Handler)(*value);
-  }
+void IcomKit::Hold(PanelControl control, int value, int index) {
+  held_.Asked(control, value, index);
+  tmrPump_.start();
 }
 
 void IcomKit::Pump() {
-  SendSliders();
-  link_.Pump();
-  bool waits = link_.Closing();
-  for (const PacedSlider& slider : sliders_) waits = waits || slider.Value.Waits();
-  if (!waits) tmrPump_.stop();
+  session_.Pump();
+  const bool moved = sliders_.Pump();
+  const bool held = held_.Pump();
+  if (!moved && !held && !session_.Closing()) tmrPump_.stop();
 }
 
 void IcomKit::tmrIcomStatus_Timer() {
+  // Behind a hidden window no pass does it.
+  session_.Pump();
   memory_.tmrIcomStatus_Timer(parts_.Settings.AutoRef, state_.IcomActive);
+  if (!session_.Answers()) return;
   // A radio that does not report its own knob, and one whose memories or scan move it, is asked.
-  link_.Sender().SendCiv("03", "", "?");
-  link_.Sender().SendCiv("04", "", "?");
-  link_.tmrAnswer_Timer();
+  session_.Sender().SendCiv("03", "", "?");
+  session_.Sender().SendCiv("04", "", "?");
   AskPanelState();
 }
 
-// All of it once the radio is known, then one a second in turn: what is turned at the radio itself shows.
+// All of it once the radio is set up, then one a second in turn: what is turned at the radio itself shows.
 void IcomKit::AskPanelState() {
   if (state_.RadioId.empty()) return;
+  if (std::exchange(setUps_, session_.SetUps()) != session_.SetUps()) asked_ = 0;
   const int count = asked_ == 0 ? IcomCommands::kPanelStates : 1;
   for (int i = 0; i < count; ++i) commands_.AskPanelState(asked_++);
 }
 
 void IcomKit::RunChanged(bool serving) {
   panel_->setEnabled(serving);
-  if (link_.Closing()) tmrPump_.start();
+  if (session_.Closing()) tmrPump_.start();
   if (serving == tmrIcomStatus_.isActive()) return;
   if (!serving) {
     tmrIcomStatus_.stop();

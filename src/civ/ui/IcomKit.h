@@ -3,20 +3,21 @@
 #pragma once
 
 #include <QTimer>
-#include <array>
 #include <memory>
 #include <optional>
 
 #include "bandplan/BandMemory.h"
+#include "civ/HeldPanel.h"
 #include "civ/IcomBackend.h"
 #include "civ/IcomCommands.h"
 #include "civ/IcomLink.h"
+#include "civ/IcomSession.h"
+#include "civ/IcomSliders.h"
 #include "civ/ScanCommands.h"
 #include "civ/StatusMemory.h"
 #include "civ/ui/IcomPanel.h"
 #include "civ/ui/frmICOMScan.h"
 #include "rig/RadioKit.h"
-#include "state/Pacer.h"
 
 namespace spectrino {
 
@@ -27,7 +28,7 @@ class IcomKit final : public RadioKit {
 
   [[nodiscard]] RigBackend& Backend() override { return backend_; }
   [[nodiscard]] const RadioTraits& Traits() const override;
-  [[nodiscard]] LinkHealth Health() const override { return link_.Health(); }
+  [[nodiscard]] LinkHealth Health() const override { return session_.Health(); }
   [[nodiscard]] RadioLink* Link() override { return &link_; }
   [[nodiscard]] std::span<const RadioSource> Sources() const override;
   [[nodiscard]] std::string Model() const override { return state_.IcomModelName; }
@@ -37,16 +38,9 @@ class IcomKit final : public RadioKit {
   void SetWindow(WindowCommands* window) override;
 
  private:
-  /// A slider that is being dragged, and what its newest value does.
-  struct PacedSlider {
-    void (IcomPanel::*Changed)(int);
-    void (IcomCommands::*Handler)(int);
-    PacedValue<int> Value;
-  };
-
   void ConnectPanel();
-  void ConnectSlider(PacedSlider& slider);
-  void SendSliders();
+  void ConnectSliders();
+  void Hold(PanelControl control, int value, int index = 0);
   void tmrIcomStatus_Timer();
   void AskPanelState();
   void Pump();
@@ -56,16 +50,20 @@ class IcomKit final : public RadioKit {
   std::unique_ptr<IcomPanel> panel_;
   CivState state_;
   BandMemory bands_;  // modes are the Icom's indices here
+  HeldPanel held_;    // what the parser moves
+  IcomParts icom_;
+  IcomSession session_;
   IcomLink link_;
   IcomCommands commands_;
   IcomBackend backend_;
   StatusMemory memory_;
   IcomScanWindow scanWindow_;
   std::optional<ScanCommands> scan_;  ///< while there is a window for its dialog
-  std::array<PacedSlider, 3> sliders_;
+  IcomSliders sliders_;
   QTimer tmrIcomStatus_;
-  QTimer tmrPump_;  ///< while sliders wait or the link closes
-  int asked_ = 0;
+  QTimer tmrPump_;  ///< while controls wait or the link closes
+  int asked_ = 0;   ///< states of the panel, since the radio was set up
+  int setUps_ = 0;
 };
 
 }  // namespace spectrino

@@ -60,10 +60,13 @@ IcomPanel::IcomPanel(QWidget* parent)
   connect(cmdSpeed, &QPushButton::clicked, this, &IcomPanel::cmdSpeed_Click);
   sldVol_ = AddSlider("sldVol0", "AF", tr("AF gain"), 0, 255);
   connect(sldVol_, &QSlider::valueChanged, this, &IcomPanel::sldVol_Change);
+  connect(sldVol_, &QSlider::sliderReleased, this, [this] { emit sld_MouseUp(PanelControl::AfLevel); });
   sldSQL_ = AddSlider("sldSQL", "SQL", tr("Squelch"), 0, 255);
   connect(sldSQL_, &QSlider::valueChanged, this, &IcomPanel::sldSQL_Change);
+  connect(sldSQL_, &QSlider::sliderReleased, this, [this] { emit sld_MouseUp(PanelControl::Squelch); });
   sldRFLevel_ = AddSlider("sldRFLevel", "REF", tr("Reference level of the scope"), -40, 40);
   connect(sldRFLevel_, &QSlider::valueChanged, this, &IcomPanel::sldRFLevel_Change);
+  connect(sldRFLevel_, &QSlider::sliderReleased, this, [this] { emit sld_MouseUp(PanelControl::RefLevel); });
 }
 
 void IcomPanel::AddSpan() {

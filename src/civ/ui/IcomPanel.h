@@ -48,6 +48,8 @@ class IcomPanel final : public QWidget, public IcomPanelView {
   void sldVol_Change(int value);
   void sldSQL_Change(int value);
   void sldRFLevel_Change(int value);
+  /// It was let go.
+  void sld_MouseUp(PanelControl slider);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;

@@ -15,7 +15,9 @@ FrequencyEntry::FrequencyEntry(QWidget* parent) : QLineEdit(parent) {
 
 void FrequencyEntry::Begin(const QWidget& over, const QString& typed) {
   const QRect place = over.geometry();
-  setGeometry(place.left(), place.top(), qMax(kLeastWidth, place.width()), place.height());
+  const int width = qMax(kLeastWidth, place.width());
+  const int left = qMax(0, qMin(place.left(), parentWidget()->width() - width));
+  setGeometry(left, place.top(), width, place.height());
   setText(typed);
   show();
   raise();

@@ -1,6 +1,5 @@
 #include "display/ui/HeaderPanel.h"
 
-#include <QMouseEvent>
 #include <QPushButton>
 #include <QResizeEvent>
 #include <QSignalBlocker>
@@ -25,16 +24,11 @@ QPushButton* MakeFixed(const char* name, const QString& caption, const QString& 
   return button;
 }
 
-QLabel* MakeReading(const char* name, const char* role, const QString& accessible, QWidget* parent) {
-  QLabel* label = MakeLabel({}, role, parent);
-  label->setObjectName(name);
-  label->setAccessibleName(accessible);
-  label->setTextFormat(Qt::PlainText);
-  return label;
-}
-
 QLabel* MakeMeterReading(QWidget* parent) {
-  QLabel* label = MakeReading("lblSMeter", "meter", HeaderPanel::tr("Signal level"), parent);
+  QLabel* label = MakeLabel({}, "meter", parent);
+  label->setObjectName("lblSMeter");
+  label->setAccessibleName(HeaderPanel::tr("Signal level"));
+  label->setTextFormat(Qt::PlainText);
   label->ensurePolished();
   // Of fixed size: the reading changes every frame, and the row is not laid out again for it.
   label->setFixedSize(label->fontMetrics().horizontalAdvance("S9+60") * 3 / 2, kMeterHeight);
@@ -50,21 +44,16 @@ HeaderPanel::HeaderPanel(QWidget* parent) : QWidget(parent) {
   row->setContentsMargins(8, 4, 8, 4);
   row->setSpacing(8);
   AddRun(*row);
-  AddFrequencies(*row);
+  vfos_ = new VfoPanel(this);
+  connect(vfos_, &VfoPanel::WidthChanged, this, &HeaderPanel::Fit);
+  row->addWidget(vfos_, 0, Qt::AlignVCenter);
   row->addStretch(1);
   bar_ = new SMeterBar(this);
   row->addWidget(bar_);
   lblSMeter_ = MakeMeterReading(this);
   row->addWidget(lblSMeter_);
   AddWindowButtons(*row);
-  // Made last: it lies over the other parts of the line.
-  txtFrequency_ = new FrequencyEntry(this);
-  txtFrequency_->setObjectName("txtFrequency");
-  connect(txtFrequency_, &FrequencyEntry::Entered, this,
-          [this](const QString& text) { emit FrequencyTyped(entryVfo_, text); });
   ShowRunning(false, false);
-  ShowFrequency("---------", {});
-  ShowSubFrequency({});
 }
 
 void HeaderPanel::AddRun(QHBoxLayout& row) {
@@ -81,26 +70,6 @@ void HeaderPanel::AddRun(QHBoxLayout& row) {
   connect(stopButton_, &QAbstractButton::clicked, this, &HeaderPanel::StopButton_Click);
   connect(devicesBox_, &QComboBox::activated, this, &HeaderPanel::DevicesBox_Click);
   connect(devicesBox_, &DevicesBox::AboutToShow, this, &HeaderPanel::DevicesWanted);
-}
-
-void HeaderPanel::AddFrequencies(QHBoxLayout& row) {
-  lblA_ = MakeReading("lblA", "tag", {}, this);
-  lblA_->setText("A");
-  lblFreqA_ = MakeReading("lblFreqA", "frequency", tr("Frequency of VFO A"), this);
-  lblFreqA_->setTextFormat(Qt::RichText);
-  lblFreqA_->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Preferred);  // rich text gives way otherwise
-  lblMode_ = MakeReading("lblMode", "badge", tr("Mode"), this);
-  lblB_ = MakeReading("lblB", "tag", {}, this);
-  lblB_->setText("B");
-  lblFreqB_ = MakeReading("lblFreqB", "frequencyB", tr("Frequency of VFO B"), this);
-  lblSplit_ = MakeReading("lblSplit", "split", tr("Split"), this);
-  lblSplit_->hide();
-  for (QLabel* label : {lblA_, lblFreqA_, lblMode_, lblB_, lblFreqB_, lblSplit_})
-    row.addWidget(label, 0, Qt::AlignVCenter);
-  for (QLabel* label : {lblFreqA_, lblFreqB_}) {
-    label->setToolTip(tr("Click to type a frequency"));
-    label->setCursor(Qt::IBeamCursor);
-  }
 }
 
 void HeaderPanel::AddWindowButtons(QHBoxLayout& row) {
@@ -136,72 +105,22 @@ void HeaderPanel::ShowRunning(bool running, bool starting) {
   devicesBox_->setToolTip(canStop ? tr("Device selection (stop first)") : tr("Device selection"));
 }
 
-void HeaderPanel::ShowFrequency(const QString& frequencyText, const QString& modeText) {
-  // The last three digits are Hz, written smaller, as on a front panel.
-  const qsizetype cut = frequencyText.contains('.') ? frequencyText.size() - 3 : frequencyText.size();
-  const QString html =
-      QString("<span style=\"color:%1\">%2<span style=\"font-size:14px;color:%3\">%4</span></span>")
-          .arg(frequencyColour_.name(), frequencyText.left(cut).toHtmlEscaped(),
-               frequencyColour_.darker(150).name(), frequencyText.mid(cut).toHtmlEscaped());
-  const bool otherWidth =
-      lblFreqA_->accessibleDescription().size() != frequencyText.size() || lblMode_->text() != modeText;
-  if (lblFreqA_->text() != html) {
-    lblFreqA_->setText(html);
-    lblFreqA_->setAccessibleDescription(frequencyText);
-  }
-  if (!otherWidth) return;
-  lblMode_->setText(modeText);
-  lblMode_->setVisible(!modeText.isEmpty());
-  Fit();
-}
-
 void HeaderPanel::Fit() {
-  const bool small = width() < kSmallWidth;
+  const bool roomy = width() >= kSmallWidth;
   const auto fits = [this] {
+    vfos_->layout()->invalidate();
     layout()->invalidate();
     return layout()->minimumSize().width() <= width();
   };
   bar_->setVisible(true);
-  bar_->setFixedWidth(small ? kSmallMeterWidth : kMeterWidth);
-  lblA_->setVisible(!small);
-  lblSplit_->setText(split_);
-  lblSplit_->setVisible(!split_.isEmpty());
+  bar_->setFixedWidth(roomy ? kMeterWidth : kSmallMeterWidth);
+  vfos_->Fit(roomy, false);
   if (fits()) return;
   bar_->setFixedWidth(kLeastMeterWidth);
   if (fits()) return;
   // The reading stands beside the bar, and VFO B tells the offset.
   bar_->setVisible(false);
-  if (!fits() && !split_.isEmpty()) lblSplit_->setText(split_.section(' ', 0, 0));
-}
-
-void HeaderPanel::BeginEntry(int vfo, const QString& typed) {
-  // A narrow window has no room for VFO B; the entry has.
-  const QLabel* label = vfo == 1 && lblFreqB_->isVisible() ? lblFreqB_ : lblFreqA_;
-  entryVfo_ = vfo;
-  txtFrequency_->setPlaceholderText(vfo == 0 ? tr("A, MHz") : tr("B, MHz"));
-  txtFrequency_->setAccessibleName(vfo == 0 ? tr("Frequency for VFO A") : tr("Frequency for VFO B"));
-  txtFrequency_->Begin(*label, typed);
-}
-
-void HeaderPanel::mousePressEvent(QMouseEvent* event) {
-  const QPoint at = event->position().toPoint();
-  if (event->button() != Qt::LeftButton) return;
-  if (lblFreqA_->geometry().contains(at)) BeginEntry(0, {});
-  if (lblFreqB_->geometry().contains(at)) BeginEntry(1, {});
-}
-
-void HeaderPanel::ShowSubFrequency(const QString& frequencyText) {
-  if (lblFreqB_->text() != frequencyText) lblFreqB_->setText(frequencyText);
-  const bool shown = !frequencyText.isEmpty() && width() >= kSmallWidth;
-  lblB_->setVisible(shown);
-  lblFreqB_->setVisible(shown);
-}
-
-void HeaderPanel::ShowSplit(const QString& text) {
-  if (split_ == text) return;
-  split_ = text;
-  lblSplit_->setAccessibleDescription(text);
-  Fit();
+  if (!fits()) vfos_->Fit(roomy, true);
 }
 
 void HeaderPanel::ShowMeter(float levelDbm, float heldDbm, bool known, const QString& reading) {
@@ -211,7 +130,7 @@ void HeaderPanel::ShowMeter(float levelDbm, float heldDbm, bool known, const QSt
 
 void HeaderPanel::SetColours(const QColor& meter, const QColor& frequency) {
   lblSMeter_->setStyleSheet(QString("color:%1").arg(meter.name()));
-  frequencyColour_ = frequency;
+  vfos_->SetColour(frequency);
 }
 
 void HeaderPanel::ShowOnTop(bool on) {
@@ -225,7 +144,6 @@ void HeaderPanel::ShowFullScreen(bool on) {
 
 void HeaderPanel::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  ShowSubFrequency(lblFreqB_->text());
   Fit();
 }
 

@@ -112,6 +112,8 @@ RangePanel::RangePanel(QWidget* parent) : QWidget(parent) {
   cmdIQ_->setCheckable(true);
   connect(chkBPH_, &QAbstractButton::toggled, this, &RangePanel::chkBPH_Click);
   connect(cmdIQ_, &QAbstractButton::toggled, this, &RangePanel::cmdIQ_Click);
+  scaleButtons_.append(cmdIQ_);
+  for (const QAbstractButton* button : scaleButtons_) scaleToolTips_.append(button->toolTip());
   column->addStretch(1);
 }
 
@@ -148,9 +150,20 @@ void RangePanel::Show(const RangePanelState& state) {
   check(optDisp_, state.DisplayMode);
   check(optWaterfall_, state.WaterfallSel);
   check(optZoom_, state.Zoom);
-  for (QAbstractButton* button : scaleButtons_) button->setEnabled(state.OwnScale);
+  AllowScale(state.OwnScale);
   const QSignalBlocker silent(chkBPH_);
   chkBPH_->setChecked(state.BackgroundPeakHold);
+}
+
+void RangePanel::AllowScale(bool allow) {
+  if (allow == scaleButtons_.front()->isEnabled()) return;
+  if (!allow) cmdIQ_->setChecked(false);
+  const QString why = tr("Of sound inputs alone: a radio's own levels are shown as it sends them");
+  for (qsizetype i = 0; i < scaleButtons_.size(); ++i) {
+    scaleButtons_[i]->setEnabled(allow);
+    scaleButtons_[i]->setToolTip(allow ? scaleToolTips_[i] : why);
+    scaleButtons_[i]->setAccessibleDescription(allow ? QString() : why);
+  }
 }
 
 void RangePanel::resizeEvent(QResizeEvent* event) {

@@ -19,7 +19,7 @@ struct RangePanelState {
   int WaterfallSel = 0;
   int Zoom = 0;
   bool BackgroundPeakHold = false;
-  bool OwnScale = true;  ///< false with a radio whose scale the buttons cannot change
+  bool OwnScale = true;  ///< false with a radio: reference, range and balance of its lines are its own
 };
 
 class RangePanel final : public QWidget {
@@ -51,6 +51,7 @@ class RangePanel final : public QWidget {
  private:
   QLabel* AddCaption(const QString& text, const QString& name);
   void AddTuning();
+  void AllowScale(bool allow);
   void SetDense(bool dense);
 
   QLabel* lblRef_ = nullptr;
@@ -59,7 +60,8 @@ class RangePanel final : public QWidget {
   QButtonGroup* optDisp_ = nullptr;
   QButtonGroup* optWaterfall_ = nullptr;
   QButtonGroup* optZoom_ = nullptr;
-  QList<QAbstractButton*> scaleButtons_;
+  QList<QAbstractButton*> scaleButtons_;  ///< those that act on sound inputs alone
+  QStringList scaleToolTips_;             ///< what they do
   QAbstractButton* chkBPH_ = nullptr;
   QAbstractButton* cmdIQ_ = nullptr;
   QList<QPushButton*> cmdUpDn_;

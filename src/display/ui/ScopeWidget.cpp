@@ -11,7 +11,6 @@ namespace {
 // knob.
 constexpr int kRepaintMs = 20;
 constexpr int kResizeSettleMs = 40;
-constexpr int kPassingMs = 4000;
 constexpr QRgb kFocusColour = 0xFF7CC4EE;
 
 /// Whole logical pixels that cover the device pixels; Qt rounds their edges at a broken scale.
@@ -29,7 +28,7 @@ QRegion ToLogical(const QRegion& pixels, double ratio) {
 }  // namespace
 
 ScopeWidget::ScopeWidget(PanDisplay& display, StageTimes& times, QWidget* parent)
-    : QWidget(parent), display_(display), times_(times), lblStatus_(new QLabel(this)) {
+    : QWidget(parent), display_(display), times_(times), lblStatus_(new StatusLine(this)) {
   setObjectName("Scope");
   setAccessibleName(tr("Spectrum and waterfall"));
   setAttribute(Qt::WA_OpaquePaintEvent);
@@ -37,13 +36,6 @@ ScopeWidget::ScopeWidget(PanDisplay& display, StageTimes& times, QWidget* parent
   setFocusPolicy(Qt::StrongFocus);
   setCursor(Qt::CrossCursor);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-  lblStatus_->setObjectName("lblStatus");
-  lblStatus_->setTextFormat(Qt::PlainText);
-  lblStatus_->setAttribute(Qt::WA_TransparentForMouseEvents);
-  lblStatus_->hide();
-  passingTimer_.setSingleShot(true);
-  passingTimer_.setInterval(kPassingMs);
-  connect(&passingTimer_, &QTimer::timeout, this, [this] { WriteStatus(status_); });
   // A window that is dragged wider sends hundreds of sizes; the picture is laid out for the last one.
   resizeTimer_.setSingleShot(true);
   resizeTimer_.setInterval(kResizeSettleMs);
@@ -75,34 +67,6 @@ void ScopeWidget::RequestRepaint() {
   shownArrival_ = arrived_;
   sinceRepaint_.restart();
   update(ToLogical(changed, devicePixelRatioF()));
-}
-
-void ScopeWidget::ShowStatus(const QString& text) {
-  status_ = text;
-  if (text.isEmpty() && passingTimer_.isActive()) return;
-  passingTimer_.stop();
-  WriteStatus(text);
-}
-
-void ScopeWidget::ShowPassing(const QString& text) {
-  passingTimer_.start();
-  WriteStatus(text);
-}
-
-void ScopeWidget::WriteStatus(const QString& text) {
-  lblStatus_->setText(text);
-  lblStatus_->setVisible(!text.isEmpty());
-  PlaceStatus();
-}
-
-void ScopeWidget::PlaceStatus() {
-  const int widest = width() - 60;
-  lblStatus_->setWordWrap(lblStatus_->fontMetrics().horizontalAdvance(lblStatus_->text()) > widest - 20);
-  lblStatus_->setMaximumWidth(qMax(widest, 60));
-  lblStatus_->adjustSize();
-  const PlotLayout& layout = display_.Layout();
-  const int bottom = qRound((layout.TopMargin + layout.PlotHeight) / devicePixelRatioF());
-  lblStatus_->move(6, qMax(0, bottom - lblStatus_->height() - 4));
 }
 
 void ScopeWidget::paintEvent(QPaintEvent*) {
@@ -140,7 +104,9 @@ void ScopeWidget::resizeEvent(QResizeEvent* event) {
 
 void ScopeWidget::ApplySize() {
   display_.Resize(size(), devicePixelRatioF());
-  PlaceStatus();
+  const double ratio = devicePixelRatioF();
+  const PlotLayout& layout = display_.Layout();
+  lblStatus_->Place(QRect(0, 0, qRound(layout.PlotWidth / ratio), qRound(layout.PlotBottom() / ratio)));
   emit Resized();
   update();
 }

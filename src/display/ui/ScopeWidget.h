@@ -3,11 +3,11 @@
 #pragma once
 
 #include <QElapsedTimer>
-#include <QLabel>
 #include <QTimer>
 #include <QWidget>
 
 #include "display/PanDisplay.h"
+#include "display/ui/StatusLine.h"
 #include "state/StageTimes.h"
 
 namespace spectrino {
@@ -20,10 +20,7 @@ class ScopeWidget final : public QWidget {
   /// Asks for a repaint if the display has something new, at most 50 times a second.
   /// arrived: when the line that is shown came in; the time since then is the latency.
   void ShowNew(std::chrono::steady_clock::time_point arrived);
-  /// One line over the lower left corner of the plot; empty hides it.
-  void ShowStatus(const QString& text);
-  /// The same for a few seconds; then what stood there before, or came meanwhile, shows again.
-  void ShowPassing(const QString& text);
+  [[nodiscard]] StatusLine& Status() { return *lblStatus_; }
   /// Tells a screen reader, which has no pointer to hover with.
   void Announce(const QString& text);
   /// What was announced is no longer so.
@@ -57,14 +54,10 @@ class ScopeWidget final : public QWidget {
   void ApplySize();
   void FillBeyondPicture(QPainter& painter);
   void RequestRepaint();
-  void PlaceStatus();
-  void WriteStatus(const QString& text);
 
   PanDisplay& display_;
   StageTimes& times_;
-  QLabel* lblStatus_;
-  QString status_;  ///< what stands, when nothing passing is shown
-  QTimer passingTimer_;
+  StatusLine* lblStatus_;
   QTimer resizeTimer_;
   QTimer repaintTimer_;
   QElapsedTimer sinceRepaint_;

@@ -31,9 +31,10 @@ K4Kit::K4Kit(const KitParts& parts, std::unique_ptr<ByteSocket> cat, std::unique
                 .ParseReplies = [this](std::string& buffer) { ParseK4Replies(buffer, state_, *panel_); },
                 .SelectMonitor = [this](int which) { commands_.SelectMonitor(which); },
                 .Abandoned = parts.Abandoned}),
-      commands_(state_, session_, *panel_, parts.Store, parts.Pump),
+      dial_(session_, parts.Time),
+      commands_(state_, session_, dial_, *panel_, parts.Store, parts.Pump),
       link_(state_, session_, status_, parts.User, parts.Time),
-      backend_(state_, session_, commands_, parts.Store, bands_, parts.Time),
+      backend_(state_, session_, dial_, commands_, parts.Store, bands_, parts.Time),
       askAgain_(kAskAgain) {
   panel_->hide();
   ConnectPanel();

@@ -26,6 +26,7 @@ class K4Kit final : public RadioKit, private K4SessionView {
   [[nodiscard]] RigBackend& Backend() override { return backend_; }
   [[nodiscard]] const RadioTraits& Traits() const override;
   [[nodiscard]] LinkHealth Health() const override { return session_.Health(); }
+  [[nodiscard]] LinkHealth CommandHealth() const override { return session_.CatHealth(); }
   [[nodiscard]] RadioLink* Link() override { return &link_; }
   [[nodiscard]] std::span<const RadioSource> Sources() const override;
   [[nodiscard]] int AddressedMode(const RadioState& radio) const override;
@@ -39,7 +40,7 @@ class K4Kit final : public RadioKit, private K4SessionView {
   void TickMinipan() override { panel_->SetNamedCheck("chkMinipan", true); }
   void SelectSpanPreset(int index) override { panel_->SelectSpanPreset(index); }
   void ClearBset() override { panel_->SetCheck(K4Check::Bset, false); }
-  [[nodiscard]] bool SubTicked() const override { return panel_->IsChecked("chkSub"); }
+  [[nodiscard]] bool SubTicked() const override { return panel_->SubTicked(); }
   void ShowWaiting(bool waiting) override;
   void AllowAlwaysOnTop(bool allow) override;
 
@@ -55,6 +56,7 @@ class K4Kit final : public RadioKit, private K4SessionView {
   BandMemory bands_;  // modes are the K4's codes here
   K4RetryWindow retry_;
   K4Session session_;
+  K4Dial dial_;
   K4Commands commands_;
   K4Status status_;
   K4Link link_;

@@ -93,7 +93,8 @@ QAbstractButton* K4Panel::AddButton(const char* name, const char* caption, const
   buttons_.insert(name, button);
   const QString id = name;
   if (check) {
-    connect(button, &QAbstractButton::toggled, this, [this, id](bool on) { emit Toggled(id, on); });
+    // Not toggled, which a value that is only shown fires as well.
+    connect(button, &QAbstractButton::clicked, this, [this, id](bool on) { emit Toggled(id, on); });
   } else {
     // Pressed is how the radio's state is shown; a click only asks for the next one.
     connect(button, &QAbstractButton::clicked, this, [this, button, id](bool on) {
@@ -157,10 +158,6 @@ void K4Panel::SetCheck(K4Check check, bool ticked) {
 
 void K4Panel::SetNamedCheck(const QString& name, bool on) {
   if (QAbstractButton* button = buttons_.value(name)) button->setChecked(on);
-}
-bool K4Panel::IsChecked(const QString& name) const {
-  const QAbstractButton* button = buttons_.value(name);
-  return button != nullptr && button->isChecked();
 }
 
 void K4Panel::SetVolume(int index, int value) {

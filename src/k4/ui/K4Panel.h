@@ -21,13 +21,13 @@ class K4Panel final : public QWidget, public K4PanelView {
 
   /// Captions and pressed looks of everything that follows the radio, without a signal.
   void Show(const K4State& state);
-  /// As the parser writes a check box: its Toggled fires when the value differs.
+  /// Shows a check box as it is; no signal.
   void SetNamedCheck(const QString& name, bool on);
-  [[nodiscard]] bool IsChecked(const QString& name) const;
   void SelectSpanPreset(int index);
 
   // K4PanelView. SliderMoved fires when a value differs, without a commit.
   void SetCheck(K4Check check, bool ticked) override;
+  [[nodiscard]] bool SubTicked() const override { return buttons_.value("chkSub")->isChecked(); }
   void SetFilterCaption(int receiver, const std::string& caption) override;
   void SetVolume(int index, int value) override;
   void SetVolumeToolTip(const std::string& text) override;
@@ -38,7 +38,7 @@ class K4Panel final : public QWidget, public K4PanelView {
  signals:
   /// A button by its control name: "cmdAGCK4", "cmdNotch0" ...
   void Clicked(const QString& name);
-  /// A check box by its control name, clicked or written: "chkSplt" ...
+  /// A check box by its control name, when it was clicked: "chkSplt" ...
   void Toggled(const QString& name, bool on);
   void optK4Span_Click(int index);
   /// "sldVol1", "sldVol2" or "sldNotch", at every step.

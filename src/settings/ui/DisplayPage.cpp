@@ -22,7 +22,7 @@ QGroupBox* DisplayPage::MakeSpectrum() {
   QStringList counts;
   for (int n = 0; n <= kMostSamples; ++n) counts.append(QString::number(n));
   cboSoft_ = MakeList("cboSoft", counts, tr("Number of samples for AVG/MAX integration"), fraSpectrum);
-  QCheckBox* chkQSY = MakeCheck("chkQSY", tr("&QSY Detect."),
+  QCheckBox* chkQSY = MakeCheck("chkQSY", tr("QS&Y Detect."),
                                 tr("Restart averaging after a change of frequency"), fraSpectrum);
   chkAUTOREF_ =
       MakeCheck("chkAUTOREF", tr("Auto &REF Level"), tr("Memorizes and set REF level by band"), fraSpectrum);
@@ -35,7 +35,7 @@ QGroupBox* DisplayPage::MakeSpectrum() {
       MakeCheck("chkWFLive", tr("Waterfall of the newest le&vels"),
                 tr("MAX, AVG and PEAK act on the trace only, not on the waterfall"), fraSpectrum);
   QGridLayout* grid = GridOf(fraSpectrum);
-  AddRow(grid, 0, tr("MAX/AVG &Samples"), cboSoft_);
+  AddRow(grid, 0, tr("MAX/AVG Samp&les"), cboSoft_);
   grid->addWidget(chkQSY, 0, 2);
   grid->addWidget(chkAUTOREF_, 0, 3);
   grid->addWidget(chkPriority, 1, 2);

@@ -33,10 +33,10 @@ HostServerFrame::HostServerFrame(const SerialPorts* ports, AskRigList ask, QWidg
   for (const int baud : {1200, 4800, 9600, 19200, 38400, 57600, 115200})
     cboRigSpeed_->addItem(QString::number(baud), baud);
   cboRigSpeed_->setItemData(0, 0);
-  AddRow(grid, 0, tr("Rad&io"), cboRigModel_);
+  AddRow(grid, 0, tr("Radio"), cboRigModel_);
   grid->addWidget(cboRigModel_, 0, 1, 1, 3);
-  AddRow(grid, 1, tr("De&vice"), cboRigPort_);
-  AddRow(grid, 1, tr("Ba&ud"), cboRigSpeed_, 2);
+  AddRow(grid, 1, tr("Device"), cboRigPort_);
+  AddRow(grid, 1, tr("Baud"), cboRigSpeed_, 2);
   grid->setColumnStretch(1, 1);
 }
 

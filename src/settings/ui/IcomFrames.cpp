@@ -36,7 +36,7 @@ void IcomFrames::MakeAddresses(QWidget* page) {
   txtICAddr_ = MakeText("txtICAddr", tr("IC Address"), 4, fraCIV);
   txtCTRLADDR_ = MakeText("txtCTRLADDR", tr("Controller"), 4, fraCIV);
   AddRow(GridOf(fraCIV), 0, tr("IC Add&ress"), txtICAddr_);
-  AddRow(GridOf(fraCIV), 0, tr("Co&ntroller"), txtCTRLADDR_, 2);
+  AddRow(GridOf(fraCIV), 0, tr("&Controller"), txtCTRLADDR_, 2);
   GridOf(fraCIV)->addWidget(new QLabel(tr("Speed 115200b (fixed)"), fraCIV), 0, 4);
   GridOf(fraCIV)->setColumnStretch(5, 1);
 }

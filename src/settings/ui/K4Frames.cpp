@@ -6,7 +6,7 @@ namespace spectrino::setup {
 
 K4Frames::K4Frames(QWidget* page) : QObject(page) {
   fraK4 = MakeFrame("fraK4", tr("K4 (IP ADDRESS, CAT PORT, PAN PORT)"), page);
-  const char* const labels[] = {"&IP Address", "Port CA&T", "Port &PAN"};
+  const char* const labels[] = {"&IP Address", "Port &CAT", "Port &PAN"};
   const char* const toolTips[] = {"K4 IP Address", "Port CAT (9200)", "Port Pan (9201)"};
   for (int i = 0; i < 3; ++i) {
     txtK4_[i] = MakeText(QString("txtK4%1").arg(i), tr(toolTips[i]), i == 0 ? 16 : 6, fraK4);

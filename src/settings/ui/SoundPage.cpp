@@ -52,10 +52,12 @@ void SoundPage::MakeIq() {
   fraIQ_ = MakeFrame("fraIQ", {}, this);
   chkIQ_ = MakeCheck("chkIQ", tr("Re&verse I/Q (L/R)"), tr("Inverse Left/Right Channels"), fraIQ_);
   chkZoom =
-      MakeCheck("chkZoom", tr("&High Res. Zoom"), tr("High Resolution Zoom (variable sample rate)"), fraIQ_);
+      MakeCheck("chkZoom", tr("Hi&gh Res. Zoom"), tr("High Resolution Zoom (variable sample rate)"), fraIQ_);
   chkFlip6_ = MakeCheck("chkFlip6", tr("Flip &I/Q From"), tr("Automatically flip I/Q on 6m"), fraIQ_);
-  chkModeFlip_[0] = MakeCheck("chkModeFlip0", tr("&CW: flip I/Q"), {}, fraIQ_);
-  chkModeFlip_[1] = MakeCheck("chkModeFlip1", tr("&USB: flip I/Q"), {}, fraIQ_);
+  chkModeFlip_[0] =
+      MakeCheck("chkModeFlip0", tr("&CW: flip I/Q"), tr("Flip I/Q for CW mode\nActs in USB"), fraIQ_);
+  chkModeFlip_[1] = MakeCheck("chkModeFlip1", tr("&USB: flip I/Q"),
+                              tr("Flip I/Q for USB mode\nActs in CW and CW-R"), fraIQ_);
   txtFlipFreq_[0] = MakeText("txtFlipFreq0", tr("Flip I/Q from (MHz)"), 6, fraIQ_);
   txtFlipFreq_[1] = MakeText("txtFlipFreq1", tr("Flip I/Q to (MHz)"), 6, fraIQ_);
   QGridLayout* grid = GridOf(fraIQ_);
@@ -64,6 +66,7 @@ void SoundPage::MakeIq() {
   grid->addWidget(chkModeFlip_[0], 1, 0);
   grid->addWidget(chkModeFlip_[1], 1, 1);
   auto* flip = new QHBoxLayout;
+  flip->setSpacing(6);
   flip->addWidget(chkFlip6_);
   flip->addWidget(txtFlipFreq_[0]);
   flip->addWidget(new QLabel(tr("to"), fraIQ_));

@@ -22,6 +22,9 @@ SourcePage::SourcePage(SettingsStore& store, const SerialPorts* ports, AskRigLis
                            k4_->fraMiscK4, Icom->fraICOM, Icom->fraCIV, fraCatServer})
     rows->addWidget(frame);
   rows->addStretch(1);
+  // What nothing in the program heeds is kept in the file and not shown.
+  for (QWidget* idle : std::initializer_list<QWidget*>{lblBits_, optbits[0], optbits[1], fraCatServer})
+    idle->hide();
 }
 
 QGroupBox* SourcePage::MakeDevice() {
@@ -31,15 +34,15 @@ QGroupBox* SourcePage::MakeDevice() {
   DevicesBox->setToolTip(tr("Device selection"));
   DevicesBox->setAccessibleName(tr("Device selection"));
   QGridLayout* grid = GridOf(fraDevice);
-  AddRow(grid, 0, tr("D&evice"), DevicesBox);
+  AddRow(grid, 0, tr("De&vice"), DevicesBox);
   optbits[0] = MakeOption("optbits0", tr("24bits"), tr("Sound card resolution (24bits)"), fraDevice);
   optbits[1] = MakeOption("optbits1", tr("16bits"), tr("Sound card resolution (16bits)"), fraDevice);
-  auto* label = new QLabel(tr("Resolution"), fraDevice);
+  lblBits_ = new QLabel(tr("Resolution"), fraDevice);
   auto* row = new QHBoxLayout;
   row->addWidget(optbits[0]);
   row->addWidget(optbits[1]);
   row->addStretch(1);
-  grid->addWidget(label, 1, 0);
+  grid->addWidget(lblBits_, 1, 0);
   grid->addLayout(row, 1, 1);
   grid->setColumnStretch(1, 1);
   return fraDevice;
@@ -57,7 +60,7 @@ QGroupBox* SourcePage::MakeFrequency() {
   txtHostEndpoint_->setPlaceholderText("127.0.0.1:4532");
   AddRow(grid, 0, tr("CAT Contro&l"), cboControl);
   lblSDR_ = AddRow(grid, 0, tr("SD&R"), cboSDR, 2);
-  AddRow(grid, 1, tr("&Host"), txtHostEndpoint_);
+  lblHostEndpoint_ = AddRow(grid, 1, tr("Host pro&gram"), txtHostEndpoint_);
   grid->setColumnStretch(1, 1);
   grid->setColumnStretch(3, 1);
   return fraFrequency;
@@ -75,7 +78,7 @@ QGroupBox* SourcePage::MakeInstructions() {
 QGroupBox* SourcePage::MakeCatServer() {
   QGroupBox* fraCatServer = MakeFrame("fraCatServer", tr("CAT server"), this);
   chkCatServer_ =
-      MakeCheck("chkCatServer", tr("Ser&ve other programs"),
+      MakeCheck("chkCatServer", tr("Serve other progra&ms"),
                 tr("Let other programs read and set the radio's frequency through Spectrino"), fraCatServer);
   txtCatServerPort_ = MakeText("txtCatServerPort", tr("Port of the CAT server (4533)"), 6, fraCatServer);
   QGridLayout* grid = GridOf(fraCatServer);
@@ -120,7 +123,10 @@ void SourcePage::Show(const SetupView& view, bool running) {
   lblTRX_->setText(view.Instructions);
   Icom->Show(view);
   k4_->Show(view);
-  server_->Show(UsesHost(view.Control));
+  const bool host = UsesHost(view.Control);
+  lblHostEndpoint_->setVisible(host);
+  txtHostEndpoint_->setVisible(host);
+  server_->Show(host);
 }
 
 }  // namespace spectrino::setup

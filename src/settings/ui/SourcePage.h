@@ -39,7 +39,9 @@ class SourcePage final : public QWidget {
   QGroupBox* MakeInstructions();
   QGroupBox* MakeCatServer();
 
+  QLabel* lblBits_;
   QLabel* lblSDR_;
+  QLabel* lblHostEndpoint_;
   QLineEdit* txtHostEndpoint_;
   QGroupBox* fraTRXM_;
   QLabel* lblTRX_;

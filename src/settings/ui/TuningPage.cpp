@@ -39,7 +39,7 @@ TuningPage::TuningPage(QWidget* parent) : QWidget(parent) {
 
 void TuningPage::MakeOffsets() {
   fraModeOffset_ = MakeFrame("fraModeOffset", tr("Mode Offsets (kHz)"), this);
-  MakeRow(fraModeOffset_, 0, "txtOffset", tr("Offset in %1 (kHz)"), {"&CW", "&USB", "&LSB", "&AM/FM", "FS&K"},
+  MakeRow(fraModeOffset_, 0, "txtOffset", tr("Offset in %1 (kHz)"), {"&CW", "&USB", "&LSB", "&AM/FM", "&FSK"},
           txtOffset_);
   fraGlobalOffset_ = MakeFrame("fraGlobalOffset", tr("Global Offset (kHz)"), this);
   txtGlobalOffset_ = MakeText("txtGlobalOffset", tr("Global Offset (kHz)"), 6, fraGlobalOffset_);
@@ -67,7 +67,7 @@ void TuningPage::MakeWheel() {
 void TuningPage::MakeSpans() {
   fraSpanK4_ = MakeFrame("fraSpanK4", tr("K4 Span preset/SMeter/Quick Split"), this);
   QGridLayout* grid = GridOf(fraSpanK4_);
-  MakeRow(fraSpanK4_, 0, "txtSpan", tr("Span kHz (%1)"), {"CW/&DT", "SSB", "AM/FM"}, txtSpan_,
+  MakeRow(fraSpanK4_, 0, "txtSpan", tr("Span kHz (%1)"), {"C&W/DT", "SSB", "AM/FM"}, txtSpan_,
           tr("Span kHz"));
   cboSM_ = MakeList("cboSM", {"Scope", "Minipan"}, tr("Source for s-meter"), fraSpanK4_);
   txtCorr_ = MakeText("txtCorr", tr("Adjust(+dBm)"), 4, fraSpanK4_);
@@ -77,7 +77,7 @@ void TuningPage::MakeSpans() {
   AddRow(grid, 1, tr("&Pk.Hold (s)"), txtPKHold_, 4);
   txtQSplit_[0] = MakeText("txtQSplit0", tr("Qk.Split (kHz), CW/AM/Data"), 4, fraSpanK4_);
   txtQSplit_[1] = MakeText("txtQSplit1", tr("Qk.Split (kHz), SSB"), 4, fraSpanK4_);
-  AddRow(grid, 2, tr("&Qk.Split (kHz) CW/AM/DT"), txtQSplit_[0]);
+  AddRow(grid, 2, tr("Qk.Spl&it (kHz) CW/AM/DT"), txtQSplit_[0]);
   AddRow(grid, 2, tr("SSB"), txtQSplit_[1], 2);
 }
 

@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QMessageBox>
 #include <QScrollArea>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -61,14 +62,30 @@ void frmSetupPan::MakePages() {
   display_ = new DisplayPage;
   pages_ = new QTabWidget(this);
   pages_->setObjectName("Pages");
-  pages_->addTab(Scrolling(source_), tr("Source"));
-  pages_->addTab(Scrolling(sound_), tr("Sound card"));
-  pages_->addTab(Scrolling(tuning_), tr("Frequencies"));
-  pages_->addTab(Scrolling(display_), tr("Display"));
+  pages_->addTab(Scrolling(source_), tr("S&ource"));
+  pages_->addTab(Scrolling(sound_), tr("Sou&nd card"));
+  pages_->addTab(Scrolling(tuning_), tr("Fre&quencies"));
+  pages_->addTab(Scrolling(display_), tr("&Display"));
+  // Lists take Ctrl+Tab for a letter to look for: it is not left to what has the focus.
+  const auto turn = [this](const QKeySequence& keys, int direction) {
+    connect(new QShortcut(keys, this), &QShortcut::activated, this,
+            [this, direction] { TurnPage(direction); });
+  };
+  turn(Qt::CTRL | Qt::Key_Tab, +1);
+  turn(Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab, -1);
   lblLocked_ = new QLabel(this);
   lblLocked_->setObjectName("lblLocked");
   lblLocked_->setWordWrap(true);
   lblLocked_->hide();
+}
+
+void frmSetupPan::TurnPage(int direction) {
+  const int count = pages_->count();
+  int page = pages_->currentIndex();
+  do {
+    page = (page + direction + count) % count;
+  } while (!pages_->isTabVisible(page));
+  pages_->setCurrentIndex(page);
 }
 
 QLayout* frmSetupPan::MakeButtons() {
@@ -78,19 +95,19 @@ QLayout* frmSetupPan::MakeButtons() {
     buttons->addWidget(button);
     return button;
   };
-  connect(add("cmdHelp", tr("Help"), {}), &QPushButton::clicked, this, [this] { OpenChapter(""); });
-  connect(add("cmdTRX", tr("Castelon web site"), {}), &QPushButton::clicked, this,
+  connect(add("cmdHelp", tr("&Help"), {}), &QPushButton::clicked, this, [this] { OpenChapter(""); });
+  connect(add("cmdTRX", tr("Ca&stelon web site"), {}), &QPushButton::clicked, this,
           [this] { OpenChapter("castelon"); });
-  connect(add("cmdTelepost", tr("Telepost web site"), {}), &QPushButton::clicked, this,
+  connect(add("cmdTelepost", tr("&Telepost web site"), {}), &QPushButton::clicked, this,
           [this] { OpenChapter("telepost"); });
   buttons->addStretch(1);
-  QPushButton* ok = add("cmdOK", tr("OK"), tr("Apply all changes and exit"));
+  QPushButton* ok = add("cmdOK", tr("O&K"), tr("Apply all changes and exit"));
   ok->setDefault(true);
   connect(ok, &QPushButton::clicked, this, [this] {
     SaveControls();
     accept();
   });
-  connect(add("cmdCancel", tr("Cancel"), tr("Cancel changes")), &QPushButton::clicked, this,
+  connect(add("cmdCancel", tr("Canc&el"), tr("Cancel changes")), &QPushButton::clicked, this,
           &QDialog::reject);
   return buttons;
 }

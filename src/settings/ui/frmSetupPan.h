@@ -51,6 +51,8 @@ class frmSetupPan final : public QDialog {
  private:
   void FillWorld();
   void MakePages();
+  /// The next page that has something on it (+1), or the one before (-1).
+  void TurnPage(int direction);
   QLayout* MakeButtons();
   void ListFields();
   void ConnectRules();

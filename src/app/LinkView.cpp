@@ -1,0 +1,97 @@
+#include "app/LinkView.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "rig/LinkWatch.h"
+
+namespace spectrino {
+namespace {
+
+using namespace std::chrono_literals;
+
+// The slowest source, 65536 points at 11025 Hz, brings a line each 1.5 s.
+constexpr auto kLinesMissing = 3s;
+// Of a link that is known to be broken: the lines of a radio come ten times a second or more.
+constexpr auto kLastLine = 500ms;
+
+std::string NameOf(const RadioKit& kit, const std::string& otherwise) {
+  const std::string model = kit.Model();
+  return model.empty() ? otherwise : model;
+}
+
+}  // namespace
+
+std::string WatchedLink::Text(LinkHealth::Time now) const {
+  if (!Bad()) return {};
+  return Health.State == LinkState::Connecting ? "Connecting to " + Name + " again"
+                                               : HealthText(Health, Name, now);
+}
+
+void LinkView::RunChanged() {
+  source_ = {};
+  control_.reset();
+  // A run that has just begun has no line yet, and is not late with it.
+  hiddenUntil_ = time_.Now();
+  told_.clear();
+  news_.clear();
+  Look();
+}
+
+void LinkView::LookAtLinks() {
+  const Route& way = cycle_.View().Way;
+  const std::string& name = cycle_.View().SourceName;
+  const bool running = cycle_.Running();
+  source_.Health = cycle_.Health();
+  source_.Name = way.Source != nullptr ? NameOf(*way.Source, name) : '"' + name + '"';
+  source_.Heard = running && (source_.Heard || source_.Health.State == LinkState::Live);
+  if (!running || way.Control == nullptr || way.Control == way.Source || cycle_.Backend() == nullptr) {
+    control_.reset();
+    return;
+  }
+  if (!control_) control_.emplace();
+  control_->Health = way.Control->Health();
+  control_->Name = NameOf(*way.Control, "The radio");
+  control_->Heard = control_->Heard || control_->Health.State == LinkState::Live;
+}
+
+// A radio whose lines are lost may take commands all the same.
+bool LinkView::CommandsStale() const {
+  const RadioKit* kit = cycle_.View().Way.Control;
+  return kit == nullptr || kit->CommandHealth().State != LinkState::Live;
+}
+
+bool LinkView::LinesStopped(LinkHealth::Time now) const {
+  const auto last = std::max(cycle_.View().Line.Arrived, hiddenUntil_);
+  return now - last > (source_.Bad() ? LinkHealth::Time::duration(kLastLine) : kLinesMissing);
+}
+
+void LinkView::Look() {
+  const LinkHealth::Time now = time_.Now();
+  if (state_.WindowMinimized || state_.ResizeInProgress) hiddenUntil_ = now;
+  LookAtLinks();
+  radioStale_ = control_ ? control_->Bad() : source_.Bad() && CommandsStale();
+  const bool stopped = cycle_.View().HasLine() && LinesStopped(now);
+  stoppedAt_.reset();
+  if (stopped) stoppedAt_ = cycle_.View().Line.TakenUtc;
+  linesMissing_ = stopped && !source_.Bad() && cycle_.View().Link != nullptr;
+
+  text_ = source_.Text(now);
+  if (linesMissing_) text_ = source_.Name + " sends no spectrum: is its scope on?";
+  if (const std::string other = control_ ? control_->Text(now) : std::string(); !other.empty())
+    text_ += (text_.empty() ? "" : "\n") + other;
+  TellNews();
+}
+
+// By kind: a text whose seconds count would be said each second.
+void LinkView::TellNews() {
+  const auto kind = [](const WatchedLink& link) {
+    return link.Bad() ? link.Name + std::to_string(static_cast<int>(link.Health.State)) : std::string();
+  };
+  std::string trouble = kind(source_) + (linesMissing_ ? "?" : "") + (control_ ? kind(*control_) : "");
+  if (trouble == told_) return;
+  told_ = std::move(trouble);
+  news_ = text_.empty() ? source_.Name + " is heard again" : text_;
+}
+
+}  // namespace spectrino

@@ -1,0 +1,75 @@
+// A run's input on a real sound server that goes away and comes back: how long until it is told, and until it
+// is heard again.
+
+#include <iostream>
+
+#include "end_to_end/sound_bench.h"
+#include "run/AudioKeeper.h"
+
+namespace spectrino {
+namespace {
+
+struct Absence {
+  std::string Name;
+  void (*Leave)(PrivateSoundServer&);
+  void (*Return)(PrivateSoundServer&);
+  std::string Told;
+};
+
+class SoundHeals : public testing::TestWithParam<std::tuple<SoundServerKind, Absence>> {};
+
+/// Passes until the link is so; how long it took, -1 s when it never was.
+std::chrono::milliseconds PassesUntil(AudioKeeper& keeper, LinkState state) {
+  SpectrumLine line;
+  for (const Stopwatch watch; watch.Elapsed() < 20s;) {
+    const Stopwatch pass;
+    static_cast<void>(keeper.Poll({}, line));
+    EXPECT_LT(pass.Elapsed(), 500ms) << "a pass waits for nothing";
+    if (keeper.Health().State == state) return watch.Elapsed();
+    std::this_thread::sleep_for(1ms);
+  }
+  return -1s;
+}
+
+TEST_P(SoundHeals, IsToldWithinThreeSecondsAndComesBackByItself) {
+  const auto& [kind, absence] = GetParam();
+  SoundBench bench(kind);
+  bench.Start(48000);
+  if (HasFatalFailure()) return;
+  const SystemClock clock;
+  StageTimes times;
+  AudioKeeper keeper(clock, times, bench.Notifier);
+  ASSERT_TRUE(keeper.Open({bench.Receiver(), &bench.Input}, {.SampleRate = 48000}, true, bench.Reason))
+      << bench.Reason;
+  ASSERT_GE(PassesUntil(keeper, LinkState::Live), 0ms);
+
+  absence.Leave(bench.Server);
+  const auto told = PassesUntil(keeper, LinkState::Lost);
+  EXPECT_GE(told, 0ms);
+  EXPECT_LE(told, 3000ms);
+  EXPECT_NE(keeper.Health().Why.find(absence.Told), std::string::npos) << keeper.Health().Why;
+  EXPECT_TRUE(keeper.Health().NextTry);
+
+  absence.Return(bench.Server);
+  const auto back = PassesUntil(keeper, LinkState::Live);
+  EXPECT_GE(back, 0ms) << keeper.Health().Why;
+  std::cout << "told after " << told.count() << " ms, heard again " << back.count()
+            << " ms after its return\n";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, SoundHeals,
+    testing::Combine(
+        testing::Values(SoundServerKind::PulseAudio, SoundServerKind::PipeWire),
+        testing::Values(Absence{"replugged", [](PrivateSoundServer& server) { server.UnplugSource(); },
+                                [](PrivateSoundServer& server) { server.PlugSource(); }, "was unplugged"},
+                        Absence{"restarted", [](PrivateSoundServer& server) { server.Kill(); },
+                                [](PrivateSoundServer& server) { EXPECT_EQ(server.Start(48000), ""); },
+                                "The sound server stopped"},
+                        Absence{"silent", [](PrivateSoundServer& server) { server.Stop(); },
+                                [](PrivateSoundServer& server) { server.Continue(); },
+                                "has sent nothing for 2 seconds"})),
+    [](const auto& row) { return KindName(std::get<0>(row.param)) + std::get<1>(row.param).Name; });
+
+}  // namespace
+}  // namespace spectrino
