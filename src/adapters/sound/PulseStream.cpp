@@ -207,7 +207,6 @@ void PulseStream::StartWatch() {
                     "Press Start to open it again.");
       },
       this);
-  AskForRecording();
   watch_ = pa_context_rttime_new(
       server_.Context(), pa_rtclock_now() + std::chrono::microseconds(kWatchTick).count(),
       [](pa_mainloop_api*, pa_time_event* event, const timeval*, void* self) {
@@ -254,7 +253,7 @@ void PulseStream::ServerEvent(pa_subscription_event_type_t type, std::uint32_t i
   } else if (isSource && what == PA_SUBSCRIPTION_EVENT_CHANGE) {
     AskForSource();
   } else if (isRecording && what == PA_SUBSCRIPTION_EVENT_CHANGE) {
-    AskForRecording();
+    recordingChanged_ = true;
   }
 }
 
@@ -298,6 +297,8 @@ void PulseStream::WatchTick(pa_time_event* event) {
          "Check that no other program holds it and that the sound server runs, then press Start.");
     return;
   }
+  // Not at each event: a session manager sets the volume of a new recording in steps, from 0 on.
+  if (std::exchange(recordingChanged_, false)) AskForRecording();
   pa_context_rttime_restart(server_.Context(), event,
                             pa_rtclock_now() + std::chrono::microseconds(kWatchTick).count());
 }

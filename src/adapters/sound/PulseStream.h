@@ -74,6 +74,7 @@ class PulseStream final : public SoundStream {
   pa_stream* stream_ = nullptr;
   pa_time_event* watch_ = nullptr;
   std::uint32_t sourceIndex_ = PA_INVALID_INDEX;
+  bool recordingChanged_ = true;  // since it was asked for
   int silentTicks_ = 0;
   int silentTicksAllowed_;
   SampleRing ring_;
