@@ -2,6 +2,7 @@
 
 #include "adapters/dbus/DbusBridgePort.h"
 #include "adapters/qt/QtByteSocket.h"
+#include "adapters/qt/QtDatagramSocket.h"
 #include "adapters/qt/QtSerialPort.h"
 #include "civ/ui/IcomKit.h"
 #include "host/BridgeKit.h"
@@ -12,10 +13,13 @@
 namespace spectrino {
 
 Radios::Radios(const KitParts& parts) {
-  kits_.push_back(std::make_unique<IcomKit>(parts, std::make_unique<QtSerialPort>()));
+  // Goes after the Icom that it carries.
+  auto host = std::make_unique<HostKit>(parts, std::make_unique<QtByteSocket>(),
+                                        std::make_unique<QtDatagramSocket>());
+  kits_.push_back(std::make_unique<IcomKit>(parts, std::make_unique<QtSerialPort>(), host->Icom()));
   kits_.push_back(
       std::make_unique<K4Kit>(parts, std::make_unique<QtByteSocket>(), std::make_unique<QtByteSocket>()));
-  kits_.push_back(std::make_unique<HostKit>(parts, std::make_unique<QtByteSocket>()));
+  kits_.push_back(std::move(host));
   kits_.push_back(std::make_unique<PanKit>(parts));
   kits_.push_back(std::make_unique<BridgeKit>(parts, std::make_unique<DbusBridgePort>()));
 

@@ -10,7 +10,7 @@
 namespace spectrino {
 
 void IcomBackend::Refresh(RadioState& radio) {
-  session_.Pump();
+  carrier_.Pump();
   radio.MainFreqMHz = state_.RadioFreqMHz;
   radio.SubFreqMHz = 0;
   radio.SplitOn = 0;
@@ -29,7 +29,7 @@ void IcomBackend::SelectBand(int button) {
   const BandRecord& record = memory_.Records[static_cast<std::size_t>(band)];
   commands_.SetIcomFrequency(record.FrequencyMHz);
   commands_.SetIcomMode(record.Mode, false, 0);
-  CivSender& sender = session_.Sender();
+  CivSender& sender = carrier_.Sender();
   sender.SendCiv("27", "1400", "00");
   state_.ScopeFixedMode = 0;
   sender.RequestIcomStatus();
@@ -44,7 +44,7 @@ void IcomBackend::RememberBand() {
 void IcomBackend::SendMacro(std::string_view text) {
   std::string digits(text);
   std::erase_if(digits, [](unsigned char c) { return std::isspace(c) != 0; });
-  session_.Sender().SendCiv(digits, {}, {});
+  carrier_.Sender().SendCiv(digits, {}, {});
 }
 
 bool IcomBackend::SelectMode(const ModeRequest& request) {

@@ -1,11 +1,11 @@
 // The Icom as tuning, bands, modes and macros see it.
-// Its spectrum is IcomLink's, opening its line IcomSession's.
+// Its spectrum is IcomLink's, opening its link its carrier's.
 #pragma once
 
 #include "bandplan/BandMemory.h"
 #include "civ/CivState.h"
+#include "civ/IcomCarrier.h"
 #include "civ/IcomCommands.h"
-#include "civ/IcomSession.h"
 #include "rig/RigBackend.h"
 #include "settings/SettingsStore.h"
 
@@ -14,9 +14,9 @@ namespace spectrino {
 class IcomBackend final : public RigBackend {
  public:
   /// All outlive it.
-  IcomBackend(CivState& state, IcomSession& session, IcomCommands& commands, SettingsStore& store,
+  IcomBackend(CivState& state, IcomCarrier& carrier, IcomCommands& commands, SettingsStore& store,
               BandMemory& memory)
-      : state_(state), session_(session), commands_(commands), store_(store), memory_(memory) {}
+      : state_(state), carrier_(carrier), commands_(commands), store_(store), memory_(memory) {}
 
   /// Also sends what is due.
   void Refresh(RadioState& radio) override;
@@ -35,7 +35,7 @@ class IcomBackend final : public RigBackend {
 
  private:
   CivState& state_;
-  IcomSession& session_;
+  IcomCarrier& carrier_;
   IcomCommands& commands_;
   SettingsStore& store_;
   BandMemory& memory_;

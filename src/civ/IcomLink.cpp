@@ -8,19 +8,12 @@ namespace spectrino {
 bool IcomLink::Open(RadioState&) {
   CivState& state = parts_.State;
   state.IcomControl = SetupSection(parts_.Store).Read(key::kIcomControl);
-  if (state.IcomControl != 0) {
-    parts_.User.ShowMessage("Spectrino",
-                            "The radio's scope cannot be reached through Castelon by this version. Choose "
-                            "\"Serial Port\" as waveform data mode.",
-                            Severity::Exclamation);
-    return false;
-  }
   polledSerial_ = state.ScopeSerial;
-  return session_.Open();
+  return carrier_.Open();
 }
 
 PollResult IcomLink::Poll(const LineRequest&, SpectrumLine& line) {
-  session_.Pump();
+  carrier_.Pump();
   const CivState& state = parts_.State;
   if (state.ScopeSerial == polledSerial_) return PollResult::Pending;
   polledSerial_ = state.ScopeSerial;
@@ -36,7 +29,7 @@ PollResult IcomLink::Poll(const LineRequest&, SpectrumLine& line) {
   line.BottomLevel = scale.BottomLevel;
   line.TopLevel = scale.TopLevel;
   line.Serial = state.ScopeSerial;
-  line.Arrived = session_.LineArrived();
+  line.Arrived = carrier_.LineArrived();
   line.TakenUtc = parts_.Time.UtcNow();
   return PollResult::Line;
 }

@@ -42,6 +42,12 @@ const IcomModel* FindIcomModel(std::string_view id) {
   return found == kModels.end() ? nullptr : &*found;
 }
 
+const IcomModel* FindIcomModelByName(std::string_view name) {
+  const auto found =
+      std::ranges::find_if(kModels, [name](const IcomModel& model) { return name.starts_with(model.Name); });
+  return found == kModels.end() ? nullptr : &*found;
+}
+
 const IcomMode* FindIcomMode(int modeByte) {
   const auto found = std::ranges::find(kModes, modeByte, &IcomMode::ModeByte);
   return found == kModes.end() ? nullptr : &*found;

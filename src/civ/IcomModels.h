@@ -16,6 +16,9 @@ struct IcomModel {
 /// Null for a radio that is not known.
 [[nodiscard]] const IcomModel* FindIcomModel(std::string_view id);
 
+/// By the name that a host program tells: the model's own, or that and more behind it.
+[[nodiscard]] const IcomModel* FindIcomModelByName(std::string_view name);
+
 struct IcomMode {
   int ModeByte = 0;  ///< as its hex text reads in decimal: byte 12h is twelve
   int RadioModeIndex = 0;

@@ -7,52 +7,32 @@
 #include <string>
 
 #include "civ/CivLink.h"
+#include "civ/IcomCarrier.h"
+#include "civ/IcomParts.h"
 #include "civ/ScopeWatch.h"
-#include "platform/EventPump.h"
 #include "rig/LinkWatch.h"
-#include "settings/SettingsStore.h"
 #include "state/Pacer.h"
 
 namespace spectrino {
 
-/// What the session is made of; all of it outlives it.
-struct IcomParts {
-  SerialPort& Port;
-  CivState& State;
-  IcomPanelView& Panel;
-  SettingsStore& Store;
-  const Clock& Time;
-  EventPump& Pump;
-  Notifier& User;
-};
-
-class IcomSession {
+class IcomSession final : public IcomCarrier {
  public:
   explicit IcomSession(const IcomParts& parts);
 
-  /// Lets events flow while it waits for the radio. False only where the set-up is wrong; the user has been
-  /// told then. A port that cannot be opened is lost, and is tried again like one that was pulled out.
-  [[nodiscard]] bool Open();
-  /// Switches the scope's data off and closes; nothing is tried any more. Never waits.
-  void Close();
-  /// Between Close and the last byte.
-  [[nodiscard]] bool Closing() const { return link_.Closing(); }
-  /// Sends what is due and mends what is broken: a lost port, a silent radio, a scope that was switched off.
-  /// To be called every few milliseconds, while Closing() too. Never waits.
-  void Pump();
-
-  [[nodiscard]] CivSender& Sender() { return link_; }
-  [[nodiscard]] LinkHealth Health() const;
-  /// Whether it is worth while to ask the radio for more than what it is.
-  [[nodiscard]] bool Answers() const;
-  /// Counts up each time that the radio was set up: what it was asked for before is to be asked again.
-  [[nodiscard]] int SetUps() const { return setUps_; }
-  /// When the last byte of the newest scope line came.
-  [[nodiscard]] std::chrono::steady_clock::time_point LineArrived() const { return link_.LineArrived(); }
-
-  /// As RadioLink has them.
-  void BeforeLayout();
-  void AfterLayout(bool hidden);
+  // IcomCarrier
+  [[nodiscard]] bool Open() override;
+  void Close() override;
+  [[nodiscard]] bool Closing() const override { return link_.Closing(); }
+  void Pump() override;
+  [[nodiscard]] CivSender& Sender() override { return link_; }
+  [[nodiscard]] LinkHealth Health() const override;
+  [[nodiscard]] bool Answers() const override;
+  [[nodiscard]] int SetUps() const override { return setUps_; }
+  [[nodiscard]] std::chrono::steady_clock::time_point LineArrived() const override {
+    return link_.LineArrived();
+  }
+  void BeforeLayout() override;
+  void AfterLayout(bool hidden) override;
 
  private:
   [[nodiscard]] bool ReadAddresses();

@@ -26,12 +26,25 @@ RigctldEndpoint HostEndpoint(SettingsStore& store) {
       .value_or(RigctldEndpoint{});
 }
 
-bool HostBackend::Open() {
-  control_ = parts_.Settings.Control;
+void HostBackend::Begin() {
+  const PanSettings& settings = parts_.Settings;
+  control_ = settings.Control;
   pan_ = {};
   const bool mainOnly = RowOf(control_).Offset == OffsetRule::FixedCentre;
+  const bool beside = settings.Source.Id.Kind == SourceKind::Icom && settings.IcomControl != 0;
+  const HostReads reads = beside ? HostReads::Beside : mainOnly ? HostReads::MainOnly : HostReads::Everything;
+  parts_.Radio.Open(HostEndpoint(parts_.Store), reads);
+  read_.Reset();
+}
+
+void HostBackend::FollowLater() {
+  Begin();
+  parts_.Radio.SetHostFound(true);
+}
+
+bool HostBackend::Open() {
+  Begin();
   HostRadio& radio = parts_.Radio;
-  radio.Open(HostEndpoint(parts_.Store), mainOnly ? HostReads::MainOnly : HostReads::Everything);
   const RigctldClient& client = radio.Client();
   const auto end = parts_.Time.Now() + kSearchTime;
   while (!client.IsReady() && !client.IsLost() && parts_.Time.Now() < end) {
@@ -44,7 +57,6 @@ bool HostBackend::Open() {
     return false;
   }
   radio.SetHostFound(true);
-  read_.Reset();
   return true;
 }
 

@@ -39,6 +39,8 @@ class HostBackend final : public RigBackend {
   /// takes the connection and says nothing is there: its radio may be off, and be switched on later.
   bool Open() override;
   void Close() override;
+  /// Instead of Open, without waiting: the host is taken for found, and followed once it is.
+  void FollowLater();
   /// To be called every few milliseconds while open.
   void Tick() { parts_.Radio.Tick(); }
 
@@ -54,6 +56,7 @@ class HostBackend final : public RigBackend {
   void StepFrequency(int direction, double centreMHz) override;
 
  private:
+  void Begin();
   void Publish();
 
   Parts parts_;

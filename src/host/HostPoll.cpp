@@ -27,6 +27,7 @@ void StoreVfo(const RigctldReply& reply, HostState& state) {
   if (const auto freq = reply.Value("Freq"); freq && Val(*freq) > 0) vfo.FreqHz = Val(*freq);
   if (const auto word = reply.Value("Mode")) {
     vfo.Mode = HostModeOfWord(*word);
+    if (Which == Vfo::A) state.ModeWord = *word;
     const bool shared = vfo.Mode == hostmode::kFsk || vfo.Mode == hostmode::kFskReverse;
     if (Which == Vfo::A && shared) state.DataFamily = IsDataWord(*word);
   }
@@ -83,6 +84,7 @@ bool Names(std::string_view line, std::string_view ability) {
 
 void HostPoll::Begin(HostReads reads, const RigctldReply& caps) {
   static_assert(kReads.size() == kItems);
+  reads_ = reads;
   asked_.reset();
   soon_.reset();
   sentAt_ = {};
@@ -92,7 +94,7 @@ void HostPoll::Begin(HostReads reads, const RigctldReply& caps) {
   for (std::size_t item = 0; item < kItems; ++item) {
     const ReadRow& row = kReads[item];
     asked_[item] = item == kMain ||
-                   (reads == HostReads::Everything && Names(caps.Value(row.Caps).value_or(""), row.Ability));
+                   (reads != HostReads::MainOnly && Names(caps.Value(row.Caps).value_or(""), row.Ability));
   }
   state_.Model = caps.Value("Model name").value_or("");
   state_.ModelNumber = RoundToInt32(Val(caps.Value("Caps dump for model").value_or("0")));
@@ -101,7 +103,7 @@ void HostPoll::Begin(HostReads reads, const RigctldReply& caps) {
 }
 
 void HostPoll::Tick() {
-  if (!client_.ReadsIdle() || clock_.Now() < next_) return;
+  if (!client_.ReadsIdle() || clock_.Now() < std::max(next_, rested_)) return;
   Send(NextItem());
 }
 
@@ -109,6 +111,10 @@ void HostPoll::ReadSoon(Vfo vfo) {
   const std::size_t item = vfo == Vfo::A ? kMain : kSub;
   soon_[item] = asked_[item];
   next_ = std::min(next_, clock_.Now());
+}
+
+void HostPoll::Rest(std::chrono::milliseconds time) {
+  rested_ = clock_.Now() + time;
 }
 
 // The main VFO every second time at least: its dial is what the eye is on.
@@ -135,14 +141,15 @@ void HostPoll::Send(std::size_t item) {
                 .Arguments = std::string(row.Argument),
                 .Of = row.TakesVfo ? std::optional(Vfo::A) : std::nullopt,
                 .Done = [this, item, read](const RigctldReply* reply) { Answered(item, read, reply); },
-                .Slot = {}});
+                .Slot = {},
+                .Deadline = reads_ == HostReads::Beside ? kBesideDeadline : RigctldRequest{}.Deadline});
 }
 
 void HostPoll::Answered(std::size_t item, std::uint64_t read, const RigctldReply* reply) {
   if (reply == nullptr) return;
   const auto now = clock_.Now();
   const auto took = std::chrono::ceil<std::chrono::milliseconds>(now - sentAt_[item]);
-  next_ = now + std::clamp(took, kLeastPause, kMostPause);
+  next_ = now + std::clamp(took, reads_ == HostReads::Beside ? kBesidePause : kLeastPause, kMostPause);
   if (reply->Code == rprt::kDone) {
     kReads[item].Store(*reply, state_);
     if (item == kMain) state_.Of(Vfo::A).Read = read;

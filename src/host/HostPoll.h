@@ -16,8 +16,10 @@ namespace spectrino {
 
 /// What a run needs of the radio.
 enum class HostReads {
-  MainOnly,   ///< frequency and mode: all that a fixed oscillator takes
-  Everything  ///< VFO B, split, levels and functions as well, as far as the radio has them
+  MainOnly,    ///< frequency and mode: all that a fixed oscillator takes
+  Everything,  ///< VFO B, split, levels and functions as well, as far as the radio has them
+  Beside  ///< the same ten times a second: the scope's lines share the radio's line, and some servers send
+          ///< them only while they are asked something
 };
 
 class HostPoll {
@@ -26,6 +28,9 @@ class HostPoll {
   /// kMostPause. A radio that does not answer its server is asked every kSilentPause.
   static constexpr std::chrono::milliseconds kLeastPause{20};
   static constexpr std::chrono::milliseconds kMostPause{1000};
+  static constexpr std::chrono::milliseconds kBesidePause{100};
+  /// A server whose radio sends its scope may be busy with a spoilt reply for longer than a read may take.
+  static constexpr std::chrono::milliseconds kBesideDeadline{5000};
   static constexpr std::chrono::milliseconds kSilentPause{500};
 
   /// All outlive it.
@@ -38,6 +43,8 @@ class HostPoll {
   void Tick();
   /// This VFO's frequency was set: it is read next.
   void ReadSoon(Vfo vfo);
+  /// Something was said to the radio past the server: what it replies is not to be taken for an answer.
+  void Rest(std::chrono::milliseconds time);
   /// How many reads were sent: what a later one tells is newer than anything before it.
   [[nodiscard]] std::uint64_t ReadsSent() const { return readsSent_; }
 
@@ -55,6 +62,8 @@ class HostPoll {
   std::bitset<kItems> soon_;
   std::array<LinkHealth::Time, kItems> sentAt_{};
   LinkHealth::Time next_{};
+  LinkHealth::Time rested_{};  ///< no read before
+  HostReads reads_ = HostReads::Everything;
   std::size_t last_ = 0;
   std::uint64_t readsSent_ = 0;
 };

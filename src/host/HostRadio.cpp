@@ -18,6 +18,8 @@ namespace {
 constexpr auto kRawDeadline = 5s;
 /// FE FE controller radio, FB or FA, FD: what an Icom says to a command that asks nothing.
 constexpr const char* kCivAnswerBytes = "6";
+/// What a radio says to a command of its own kind may come a little after the server answered.
+constexpr auto kRawRest = 60ms;
 constexpr std::size_t kFrequencyDigits = 11;
 
 constexpr bool IsDigit(char c) {
@@ -72,6 +74,7 @@ void HostRadio::Open(const RigctldEndpoint& endpoint, HostReads reads) {
 void HostRadio::Close() {
   client_.Close();
   hostFound_ = false;
+  rawOut_ = 0;
   state_ = {};
   wantedFreq_ = {};
   wantedMode_.reset();
@@ -79,7 +82,7 @@ void HostRadio::Close() {
 
 void HostRadio::Tick() {
   client_.Tick();
-  poll_.Tick();
+  if (rawOut_ == 0) poll_.Tick();
 }
 
 void HostRadio::Found(const RigctldReply& caps) {
@@ -177,8 +180,10 @@ void HostRadio::HostSendCommand(HostCommandKind kind, std::string_view text) {
 // FE FE | radio | controller | command, sub-command, data | FD, each byte as "\0x" and two digits
 void HostRadio::SendCiv(std::string_view hex) {
   const SetupSection setup(store_);
-  const std::string addresses = setup.Read(key::kIcAddress) + setup.Read(key::kControllerAddress);
-  const std::string head = EscapedBytes(addresses), body = EscapedBytes(Trim(hex));
+  std::string address(Trim(setup.Read(key::kIcAddress)));
+  if (address.empty()) address = usualAddress_;
+  const std::string head = EscapedBytes(address + setup.Read(key::kControllerAddress));
+  const std::string body = EscapedBytes(Trim(hex));
   if (head.empty() || body.empty()) {
     user_.ShowStatus(body.empty() ? "Not sent: a macro for an Icom is pairs of hexadecimal digits."
                                   : "Not sent: the setup does not say which address the Icom has.");
@@ -188,12 +193,47 @@ void HostRadio::SendCiv(std::string_view hex) {
 }
 
 void HostRadio::SendRaw(std::string_view command, std::string arguments) {
+  ++rawOut_;
   client_.Set({.Command = command,
                .Arguments = std::move(arguments),
                .Of = {},
-               .Done = {},
+               .Done =
+                   [this](const RigctldReply*) {
+                     --rawOut_;
+                     rawEnd_ = clock_.Now();
+                     poll_.Rest(kRawRest);
+                   },
                .Slot = {},
                .Deadline = kRawDeadline});
+}
+
+void HostRadio::SetFunction(std::string_view name, bool on, std::string_view slot) {
+  if (!hostFound_) return;
+  client_.Set({.Command = "set_func",
+               .Arguments = std::string(name) + (on ? " 1" : " 0"),
+               .Of = Vfo::A,
+               .Done = {},
+               .Slot = slot,
+               .Deadline = kRawDeadline});
+}
+
+bool HostRadio::MayRead() const {
+  return rawOut_ == 0 && client_.ReadsIdle() && clock_.Now() - rawEnd_ >= kRawRest;
+}
+
+void HostRadio::Read(std::string_view command, std::string_view argument,
+                     std::function<void(const RigctldReply*)> done) {
+  client_.Read({.Command = command,
+                .Arguments = std::string(argument),
+                .Of = Vfo::A,
+                .Done = std::move(done),
+                .Slot = {},
+                .Deadline = kRawDeadline});
+}
+
+void HostRadio::SayGoodbye(std::string_view command, std::string_view arguments) {
+  client_.SayGoodbye(
+      {.Command = command, .Arguments = std::string(arguments), .Of = Vfo::A, .Done = {}, .Slot = {}});
 }
 
 }  // namespace spectrino

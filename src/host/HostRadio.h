@@ -64,6 +64,17 @@ class HostRadio {
   void HostSetMode(int hostMode);
   /// "FA" or "FB" with 11 digits sets a frequency, whatever the radio; other text is for the radio itself.
   void HostSendCommand(HostCommandKind kind, std::string_view text);
+  /// Where the settings name no CI-V address. Two hex digits.
+  void SetUsualAddress(std::string_view address) { usualAddress_ = address; }
+  /// A function of the radio by Hamlib's name. slot: as RigctldRequest's.
+  void SetFunction(std::string_view name, bool on, std::string_view slot);
+  /// Whether a read may leave: none is under way, and the radio owes nothing to a command of its own kind.
+  [[nodiscard]] bool MayRead() const;
+  /// A read of one value of VFO A; only while MayRead. done: as RigctldRequest's.
+  void Read(std::string_view command, std::string_view argument,
+            std::function<void(const RigctldReply*)> done);
+  /// A command whose answer nobody waits for: leaves at once, whatever is under way.
+  void SayGoodbye(std::string_view command, std::string_view arguments);
   /// Keeps where the radio is now, for the next time that its band is chosen.
   void RememberBand();
 
@@ -94,6 +105,9 @@ class HostRadio {
   HostBands bands_;
   HostReads reads_ = HostReads::Everything;
   bool hostFound_ = false;
+  std::string usualAddress_;
+  int rawOut_ = 0;  ///< commands for the radio itself, not answered yet
+  LinkHealth::Time rawEnd_{};
   std::uint64_t wantedCount_ = 0;
   std::array<std::optional<Wanted>, 2> wantedFreq_;
   std::optional<Wanted> wantedMode_;

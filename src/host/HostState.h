@@ -34,6 +34,7 @@ struct HostVfo {
 
 struct HostState {
   std::array<HostVfo, 2> Vfos;  ///< A, B
+  std::string ModeWord;         ///< Hamlib's, of VFO A
   int Split = 0;
   int SubRx = 0;
   bool Transmitting = false;

@@ -148,6 +148,11 @@ void RigctldClient::Read(RigctldRequest request) {
   if (ReadsIdle()) Send(std::move(request), true);
 }
 
+void RigctldClient::SayGoodbye(const RigctldRequest& request) {
+  unsent_.clear();
+  if (ready_) socket_.Send(WireText(request, takesVfo_));
+}
+
 void RigctldClient::Send(RigctldRequest request, bool isRead) {
   if (out_.empty()) since_ = clock_.Now();
   (isRead ? readOut_ : setOut_) = true;

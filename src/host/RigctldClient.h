@@ -64,6 +64,9 @@ class RigctldClient {
   void Read(RigctldRequest request);
   [[nodiscard]] bool ReadsIdle() const { return ready_ && !readOut_; }
 
+  /// A last command before Close: leaves at once, its answer is not waited for. What waits unsent is dropped.
+  void SayGoodbye(const RigctldRequest& request);
+
   /// Called each time that a server was found, with what it tells of its radio.
   std::function<void(const RigctldReply& caps)> Ready;
 

@@ -60,6 +60,9 @@ class RadioKit {
   /// Whether frequencies and commands of this way go through it.
   [[nodiscard]] virtual bool Carries(CatWay /*way*/) const { return false; }
 
+  /// Whether its own commands go through what carries this way: it controls itself then.
+  [[nodiscard]] virtual bool GoesThrough(CatWay /*way*/) const { return false; }
+
   /// The way that the settings name from now on, whether a run is on or not: a link that lives beside runs
   /// opens for its own way and closes for any other.
   virtual void WayChosen(CatWay /*way*/) {}

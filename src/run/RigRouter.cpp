@@ -44,8 +44,9 @@ Route RigRouter::RouteOf(const SourceId& source, CatControl control) const {
   const auto serves = [&source](const RadioKit* kit) { return kit->Serves(source); };
   const auto at = std::ranges::find_if(kits_, serves);
   RadioKit* own = at == kits_.end() ? nullptr : *at;
-  if (own != nullptr && ControlsItself(own->Traits(), control)) return {own, own, own->Traits()};
   const CatWay way = RowOf(control).Way;
+  if (own != nullptr && (ControlsItself(own->Traits(), control) || own->GoesThrough(way)))
+    return {own, own, own->Traits()};
   Route route{own, KitFor(way), TraitsOf(way)};
   // The scope's own commands, bands among them, go through the host program; the bridge takes the radio's.
   if (own != nullptr && (way == CatWay::HostAndScope || way == CatWay::Bridge))

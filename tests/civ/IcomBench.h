@@ -6,6 +6,7 @@
 #include "civ/CivDoubles.h"
 #include "civ/IcomBackend.h"
 #include "civ/IcomLink.h"
+#include "civ/IcomSession.h"
 #include "fakes/FakeClock.h"
 #include "fakes/MemorySettingsFile.h"
 #include "fakes/Recorders.h"

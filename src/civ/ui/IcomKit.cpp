@@ -9,7 +9,7 @@ constexpr int kStatusMs = 1000;
 constexpr int kPumpMs = 5;
 }  // namespace
 
-IcomKit::IcomKit(const KitParts& parts, std::unique_ptr<SerialPort> port)
+IcomKit::IcomKit(const KitParts& parts, std::unique_ptr<SerialPort> port, HostIcom& host)
     : parts_(parts),
       port_(std::move(port)),
       panel_(std::make_unique<IcomPanel>()),
@@ -22,10 +22,13 @@ IcomKit::IcomKit(const KitParts& parts, std::unique_ptr<SerialPort> port)
             .Time = parts.Time,
             .Pump = parts.Pump,
             .User = parts.User},
-      session_(icom_),
-      link_(icom_, session_),
-      commands_(state_, session_.Sender(), parts.Pump, parts.Time),
-      backend_(state_, session_, commands_, parts.Store, bands_),
+      serial_(icom_),
+      throughHost_(icom_, host),
+      carriers_(state_, serial_, &throughHost_),
+      link_(icom_, carriers_),
+      commands_(state_, carriers_.Sender(), parts.Pump, parts.Time),
+      backend_(state_, carriers_, commands_, parts.Store, bands_),
+      hostBackend_(host.Backend(), backend_),
       memory_(state_, commands_, parts.Store, bands_),
       scanWindow_([this] { return panel_->window(); }, *panel_),
       sliders_(commands_, held_, parts.Time) {
@@ -39,6 +42,16 @@ IcomKit::IcomKit(const KitParts& parts, std::unique_ptr<SerialPort> port)
 }
 
 IcomKit::~IcomKit() = default;
+
+// What the run was opened with: the setting may be another one by now.
+RigBackend& IcomKit::Backend() {
+  if (state_.IcomControl == 0) return backend_;
+  return hostBackend_;
+}
+
+bool IcomKit::GoesThrough(CatWay way) const {
+  return way == CatWay::HostAndScope && parts_.Settings.IcomControl != 0;
+}
 
 const RadioTraits& IcomKit::Traits() const {
   // The band commands count 60 m among the bands, as a K4 does.
@@ -59,7 +72,7 @@ void IcomKit::SetWindow(WindowCommands* window) {
   scan_.reset();
   if (window == nullptr) return;
   scan_.emplace(ScanCommands::Parts{.State = state_,
-                                    .Sender = session_.Sender(),
+                                    .Sender = carriers_.Sender(),
                                     .Store = parts_.Store,
                                     .Main = *window,
                                     .Windows = scanWindow_});
@@ -111,34 +124,34 @@ void IcomKit::Hold(PanelControl control, int value, int index) {
 }
 
 void IcomKit::Pump() {
-  session_.Pump();
+  carriers_.Pump();
   const bool moved = sliders_.Pump();
   const bool held = held_.Pump();
-  if (!moved && !held && !session_.Closing()) tmrPump_.stop();
+  if (!moved && !held && !carriers_.Closing()) tmrPump_.stop();
 }
 
 void IcomKit::tmrIcomStatus_Timer() {
   // Behind a hidden window no pass does it.
-  session_.Pump();
+  carriers_.Pump();
   memory_.tmrIcomStatus_Timer(parts_.Settings.AutoRef, state_.IcomActive);
-  if (!session_.Answers()) return;
+  if (!carriers_.Answers()) return;
   // A radio that does not report its own knob, and one whose memories or scan move it, is asked.
-  session_.Sender().SendCiv("03", "", "?");
-  session_.Sender().SendCiv("04", "", "?");
+  carriers_.Sender().SendCiv("03", "", "?");
+  carriers_.Sender().SendCiv("04", "", "?");
   AskPanelState();
 }
 
 // All of it once the radio is set up, then one a second in turn: what is turned at the radio itself shows.
 void IcomKit::AskPanelState() {
   if (state_.RadioId.empty()) return;
-  if (std::exchange(setUps_, session_.SetUps()) != session_.SetUps()) asked_ = 0;
+  if (std::exchange(setUps_, carriers_.SetUps()) != carriers_.SetUps()) asked_ = 0;
   const int count = asked_ == 0 ? IcomCommands::kPanelStates : 1;
   for (int i = 0; i < count; ++i) commands_.AskPanelState(asked_++);
 }
 
 void IcomKit::RunChanged(bool serving) {
   panel_->setEnabled(serving);
-  if (session_.Closing()) tmrPump_.start();
+  if (carriers_.Closing()) tmrPump_.start();
   if (serving == tmrIcomStatus_.isActive()) return;
   if (!serving) {
     tmrIcomStatus_.stop();

@@ -1,5 +1,5 @@
-// Everything that an Icom on a serial line needs, wired: link, commands, scan, and the panel that they move.
-// Ownership and wiring only; the port comes in, closed.
+// Everything that an Icom needs, on a serial line or behind the host program, wired: link, commands, scan,
+// and the panel that they move. Ownership and wiring only; the port comes in, closed.
 #pragma once
 
 #include <QTimer>
@@ -8,7 +8,10 @@
 
 #include "bandplan/BandMemory.h"
 #include "civ/HeldPanel.h"
+#include "civ/HostIcomBackend.h"
+#include "civ/HostSession.h"
 #include "civ/IcomBackend.h"
+#include "civ/IcomCarriers.h"
 #include "civ/IcomCommands.h"
 #include "civ/IcomLink.h"
 #include "civ/IcomSession.h"
@@ -23,12 +26,14 @@ namespace spectrino {
 
 class IcomKit final : public RadioKit {
  public:
-  IcomKit(const KitParts& parts, std::unique_ptr<SerialPort> port);
+  /// host: outlives it.
+  IcomKit(const KitParts& parts, std::unique_ptr<SerialPort> port, HostIcom& host);
   ~IcomKit() override;
 
-  [[nodiscard]] RigBackend& Backend() override { return backend_; }
+  [[nodiscard]] RigBackend& Backend() override;
   [[nodiscard]] const RadioTraits& Traits() const override;
-  [[nodiscard]] LinkHealth Health() const override { return session_.Health(); }
+  [[nodiscard]] LinkHealth Health() const override { return carriers_.Health(); }
+  [[nodiscard]] bool GoesThrough(CatWay way) const override;
   [[nodiscard]] RadioLink* Link() override { return &link_; }
   [[nodiscard]] std::span<const RadioSource> Sources() const override;
   [[nodiscard]] std::string Model() const override { return state_.IcomModelName; }
@@ -52,10 +57,13 @@ class IcomKit final : public RadioKit {
   BandMemory bands_;  // modes are the Icom's indices here
   HeldPanel held_;    // what the parser moves
   IcomParts icom_;
-  IcomSession session_;
+  IcomSession serial_;
+  HostSession throughHost_;
+  IcomCarriers carriers_;
   IcomLink link_;
   IcomCommands commands_;
   IcomBackend backend_;
+  HostIcomBackend hostBackend_;
   StatusMemory memory_;
   IcomScanWindow scanWindow_;
   std::optional<ScanCommands> scan_;  ///< while there is a window for its dialog

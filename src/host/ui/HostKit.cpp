@@ -9,8 +9,10 @@ namespace {
 constexpr auto kTick = 5ms;
 }  // namespace
 
-HostKit::HostKit(const KitParts& parts, std::unique_ptr<ByteSocket> socket)
+HostKit::HostKit(const KitParts& parts, std::unique_ptr<ByteSocket> socket,
+                 std::unique_ptr<DatagramSocket> lines)
     : socket_(std::move(socket)),
+      lines_(std::move(lines)),
       radio_(*socket_, parts.Store, parts.User, parts.Time),
       backend_({.Radio = radio_,
                 .Store = parts.Store,
@@ -18,9 +20,18 @@ HostKit::HostKit(const KitParts& parts, std::unique_ptr<ByteSocket> socket)
                 .User = parts.User,
                 .Pump = parts.Pump,
                 .Time = parts.Time,
-                .Abandoned = parts.Abandoned}) {
+                .Abandoned = parts.Abandoned}),
+      icom_({.Radio = radio_,
+             .Backend = backend_,
+             .Socket = *lines_,
+             .Store = parts.Store,
+             .User = parts.User,
+             .Time = parts.Time}) {
   tmrHost_.setTimerType(Qt::PreciseTimer);
-  QObject::connect(&tmrHost_, &QTimer::timeout, &tmrHost_, [this] { backend_.Tick(); });
+  QObject::connect(&tmrHost_, &QTimer::timeout, &tmrHost_, [this] {
+    backend_.Tick();
+    icom_.Tick();
+  });
   tmrHost_.start(kTick);
 }
 

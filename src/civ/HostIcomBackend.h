@@ -1,0 +1,33 @@
+// An Icom behind the host program as tuning, bands, modes and macros see it: frequencies are the host's, the
+// rest are the radio's own commands.
+#pragma once
+
+#include "rig/RigBackend.h"
+
+namespace spectrino {
+
+class HostIcomBackend final : public RigBackend {
+ public:
+  /// Both outlive it. own: the Icom's back-end, whose commands take the same way.
+  HostIcomBackend(RigBackend& host, RigBackend& own) : host_(host), own_(own) {}
+
+  /// What the host tells of filters and transmitter; the scope shows one VFO, and one is told.
+  void Refresh(RadioState& radio) override {
+    host_.Refresh(radio);
+    own_.Refresh(radio);
+  }
+  void SetFrequency(Vfo /*vfo*/, double freqMHz, Aim aim) override {
+    host_.SetFrequency(Vfo::A, freqMHz, aim);
+  }
+  void RememberBand() override { own_.RememberBand(); }
+  void SelectBand(int button) override { own_.SelectBand(button); }
+  bool SelectMode(const ModeRequest& request) override { return own_.SelectMode(request); }
+  void SendMacro(std::string_view text) override { own_.SendMacro(text); }
+  void StepFrequency(int direction, double centreMHz) override { own_.StepFrequency(direction, centreMHz); }
+
+ private:
+  RigBackend& host_;
+  RigBackend& own_;
+};
+
+}  // namespace spectrino

@@ -1,0 +1,169 @@
+#include "civ/HostSession.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "civ/CivParser.h"
+#include "civ/HostWave.h"
+#include "civ/IcomModels.h"
+#include "rig/LinkWatch.h"
+#include "settings/SetupSection.h"
+#include "state/BusyGuard.h"
+#include "state/Val.h"
+
+namespace spectrino {
+
+using namespace std::chrono_literals;
+
+namespace {
+constexpr std::string_view kUnknownModel = "ICOM?";
+}  // namespace
+
+HostSession::HostSession(const IcomParts& parts, HostIcom& host) : parts_(parts), host_(host), sender_(host) {
+  host_.LineCame = [this](const HostScopeLine& line) { TakeLine(line); };
+  host_.Replied = [this](std::string_view hex) { TakeReply(hex); };
+}
+
+HostSession::~HostSession() {
+  host_.LineCame = nullptr;
+  host_.Replied = nullptr;
+}
+
+bool HostSession::Open() {
+  CivState& state = parts_.State;
+  // What an earlier radio told is not known of this one.
+  state.RadioFreqMHz = 0;
+  state.RadioModeIndex = state.AgcSetting = 0;
+  state.IcomModeText.clear();
+  state.RadioId.clear();
+  state.IcomModelName = kUnknownModel;
+  setUp_ = everSetUp_ = false;
+  model_.clear();
+  mode_.clear();
+  findings_ = 0;
+  state.IcomActive = true;
+  host_.Open();
+  return true;
+}
+
+void HostSession::Close() {
+  Tell({});
+  parts_.State.IcomActive = false;
+  host_.Close();
+}
+
+LinkHealth HostSession::Health() const {
+  if (!parts_.State.IcomActive) return {};
+  LinkHealth health = host_.Health();
+  // A line that came is as good as an answer: the server may be busy with another of its clients.
+  const bool linesCome = parts_.Time.Now() - lineArrived_ < LinkWatch::kSilence;
+  if (health.State == LinkState::Silent && linesCome) return {.State = LinkState::Live};
+  return health;
+}
+
+void HostSession::Pump() {
+  if (!parts_.State.IcomActive || parts_.State.ResizeInProgress || !look_.Take(parts_.Time.Now())) return;
+  ReadHostIcom();
+  const LinkHealth health = Health();
+  if (host_.Findings() != findings_) {
+    findings_ = host_.Findings();
+    SetUpRadio();
+  }
+  if (health.State == LinkState::Lost) setUp_ = false;
+  if (scope_.Due(parts_.Time.Now(), setUp_ && ScopeWanted(), lineArrived_)) SwitchScopeOn();
+  Tell(Advice());
+}
+
+void HostSession::ReadHostIcom() {
+  CivState& state = parts_.State;
+  if (const double freqMHz = host_.HostIcomFrequency(); freqMHz > 0) state.RadioFreqMHz = freqMHz;
+  if (std::string mode = host_.HostIcomMode(); !mode.empty() && mode != mode_) {
+    mode_ = std::move(mode);
+    TakeReply("04" + mode_);
+  }
+}
+
+void HostSession::SetUpRadio() {
+  CivState& state = parts_.State;
+  if (model_ != host_.Model()) {
+    model_ = host_.Model();
+    const IcomModel* model = FindIcomModelByName(model_);
+    state.IcomModelName = model_.empty() ? std::string(kUnknownModel) : model_;
+    // Its lines tell their own length and full scale: all that is needed is that it is a radio.
+    state.RadioId = model != nullptr ? model->Id : "00";
+    if (model != nullptr) {
+      state.IcomModelName = model->Name;
+      state.ScopeMaxLevel = model->ScopeMaxLevel;
+      state.SpectrumPoints = state.ScopePoints = model->SpectrumPoints;
+      host_.SetUsualAddress(model->Id);
+    }
+  }
+  state.ScopeShownSpan = 0;  // the first line sets the span controls
+  state.ScopeLevels.resize(static_cast<std::size_t>(std::max(0, state.SpectrumPoints)) + 1);
+  if (ScopeWanted()) SwitchScopeOn();
+  sender_.SendCiv("27", "12", "00");  // the main scope
+  sender_.SendCiv("27", "13", "00");  // a single one
+  if (!everSetUp_) {
+    sender_.SendCiv("27", "1400", "00");  // centre mode
+    state.ScopeFixedMode = 0;
+    parts_.Panel.ShowSpanList(true);
+  }
+  sender_.RequestIcomStatus();
+  setUp_ = everSetUp_ = true;
+  scope_.Restart(parts_.Time.Now());
+  ++setUps_;
+}
+
+// The host's own switch first: it may keep account of it. Not all radios have it there.
+void HostSession::SwitchScopeOn() {
+  host_.SwitchScope(true);
+  sender_.SendCiv("27", "10", "01");
+}
+
+void HostSession::TakeLine(const HostScopeLine& line) {
+  CivState& state = parts_.State;
+  if (!state.IcomActive || state.ResizeInProgress) return;
+  const BusyGuard busy{state.CivParserBusy};
+  if (!busy) return;
+  const std::uint64_t serial = state.ScopeSerial;
+  TakeHostLine(line, state, parts_.Panel);
+  if (state.ScopeSerial != serial) lineArrived_ = parts_.Time.Now();
+}
+
+void HostSession::TakeReply(std::string_view hex) {
+  CivState& state = parts_.State;
+  const BusyGuard busy{state.CivParserBusy};
+  // To us, from the radio: who they are does not matter here.
+  if (busy) ParseCivFrame("FEFEE000" + std::string(hex) + "FD", state, parts_.Panel);
+}
+
+bool HostSession::ScopeWanted() const {
+  return !hidden_ && !parts_.State.ScanDialogOpen;
+}
+
+/// What the user can do, where the health of the link does not say it; empty while all is well.
+std::string HostSession::Advice() const {
+  if (std::string trouble = host_.Trouble(); !trouble.empty()) return trouble;
+  if (!setUp_ || !scope_.Missing()) return {};
+  return "Castelon passes no scope lines on. Start rigctld with " + host_.ScopeOptions() + ".";
+}
+
+void HostSession::Tell(std::string text) {
+  if (text == told_) return;
+  told_ = std::move(text);
+  parts_.User.ShowStatus(told_);
+}
+
+void HostSession::BeforeLayout() {
+  parts_.State.ResizeInProgress = true;
+  if (parts_.State.IcomActive) host_.SwitchScope(false);
+}
+
+void HostSession::AfterLayout(bool hidden) {
+  hidden_ = hidden;
+  if (parts_.State.IcomActive && ScopeWanted()) host_.SwitchScope(true);
+  parts_.State.ResizeInProgress = false;
+  scope_.Restart(parts_.Time.Now());
+}
+
+}  // namespace spectrino
