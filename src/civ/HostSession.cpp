@@ -16,6 +16,8 @@ namespace spectrino {
 using namespace std::chrono_literals;
 
 namespace {
+/// Longer without a whole line than that, and one with a hole is taken.
+constexpr auto kHoleTime = 500ms;
 constexpr std::string_view kUnknownModel = "ICOM?";
 }  // namespace
 
@@ -125,9 +127,11 @@ void HostSession::TakeLine(const HostScopeLine& line) {
   if (!state.IcomActive || state.ResizeInProgress) return;
   const BusyGuard busy{state.CivParserBusy};
   if (!busy) return;
+  const auto now = parts_.Time.Now();
+  if (now - lineArrived_ < kHoleTime && MissesDivision(line, state)) return;
   const std::uint64_t serial = state.ScopeSerial;
   TakeHostLine(line, state, parts_.Panel);
-  if (state.ScopeSerial != serial) lineArrived_ = parts_.Time.Now();
+  if (state.ScopeSerial != serial) lineArrived_ = now;
 }
 
 void HostSession::TakeReply(std::string_view hex) {

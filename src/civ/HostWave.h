@@ -14,6 +14,10 @@ namespace spectrino {
 /// amplitudes.
 [[nodiscard]] std::string HostWaveHex(const HostScopeLine& line);
 
+/// Whether divisions are missing that the line before it had: the host fills what it did not get with zeros.
+/// False where that line was another part of the band.
+[[nodiscard]] bool MissesDivision(const HostScopeLine& line, const CivState& state);
+
 /// Takes points and full scale from the line itself; otherwise as AssembleScopeWave.
 void TakeHostLine(const HostScopeLine& line, CivState& state, IcomPanelView& panel);
 

@@ -60,6 +60,7 @@ struct ReadRow {
 
 constexpr std::size_t kMain = 0;
 constexpr std::size_t kSub = 1;
+constexpr std::size_t kSubRx = 3;
 
 // VFO B of a radio that cannot address it would be read by switching over to it: nobody wants to hear that.
 constexpr auto kReads = std::to_array<ReadRow>({
@@ -96,6 +97,7 @@ void HostPoll::Begin(HostReads reads, const RigctldReply& caps) {
     asked_[item] = item == kMain ||
                    (reads != HostReads::MainOnly && Names(caps.Value(row.Caps).value_or(""), row.Ability));
   }
+  if (reads == HostReads::Beside) asked_[kSub] = asked_[kSubRx] = false;
   state_.Model = caps.Value("Model name").value_or("");
   state_.ModelNumber = RoundToInt32(Val(caps.Value("Caps dump for model").value_or("0")));
   state_.SpeaksCiv = caps.Value("Mfg name") == "Icom";
@@ -124,8 +126,9 @@ std::size_t HostPoll::NextItem() const {
   if (last_ != kMain) return kMain;
   const auto now = clock_.Now();
   std::size_t next = kMain;
+  const int slower = reads_ == HostReads::Beside ? kBesideSlower : 1;
   for (std::size_t item = kMain + 1; item < kItems; ++item) {
-    if (!asked_[item] || now - sentAt_[item] < kReads[item].Interval) continue;
+    if (!asked_[item] || now - sentAt_[item] < slower * kReads[item].Interval) continue;
     if (next == kMain || sentAt_[item] < sentAt_[next]) next = item;
   }
   return next;

@@ -18,8 +18,8 @@ namespace spectrino {
 enum class HostReads {
   MainOnly,    ///< frequency and mode: all that a fixed oscillator takes
   Everything,  ///< VFO B, split, levels and functions as well, as far as the radio has them
-  Beside  ///< the same ten times a second: the scope's lines share the radio's line, and some servers send
-          ///< them only while they are asked something
+  Beside  ///< the main VFO ten times a second, what else a single receiver has seldom: each answer of the
+          ///< radio costs its scope a line, and some servers send lines only while they are asked something
 };
 
 class HostPoll {
@@ -29,6 +29,7 @@ class HostPoll {
   static constexpr std::chrono::milliseconds kLeastPause{20};
   static constexpr std::chrono::milliseconds kMostPause{1000};
   static constexpr std::chrono::milliseconds kBesidePause{100};
+  static constexpr int kBesideSlower = 3;
   /// A server whose radio sends its scope may be busy with a spoilt reply for longer than a read may take.
   static constexpr std::chrono::milliseconds kBesideDeadline{5000};
   static constexpr std::chrono::milliseconds kSilentPause{500};

@@ -116,11 +116,6 @@ TEST_F(IcomHost, ItsScopeAndCommandsShareTheRadioWithAnotherProgram) {
       << "the panel's command did not reach the radio";
   EXPECT_TRUE(LinesCome(5));
   EXPECT_TRUE(ScopeDataOn());
-  if (const QByteArray shot = qgetenv("SPECTRINO_SHOT"); !shot.isEmpty()) {
-    program_->Window().resize(1280, 720);
-    EXPECT_TRUE(LinesCome(40));
-    program_->Window().grab().save(shot);
-  }
   Click("StopButton");
   EXPECT_TRUE(QTest::qWaitFor([&] { return !ScopeDataOn(); }, 5000));
   EXPECT_NE(Ask({"f"}), "");
