@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 namespace {
 /// Longer without a whole line than that, and one with a hole is taken.
-constexpr auto kHoleTime = 500ms;
+constexpr auto kHoleTime = 1500ms;
 constexpr std::string_view kUnknownModel = "ICOM?";
 }  // namespace
 

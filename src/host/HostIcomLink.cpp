@@ -12,7 +12,7 @@ using namespace std::chrono_literals;
 namespace {
 
 /// Between two reads of ours: each costs the radio's line time that its scope wants.
-constexpr auto kAskPace = 60ms;
+constexpr auto kAskPace = 250ms;
 /// After a frequency or command of the operator: while the wheel turns, reads are not worth their time.
 constexpr auto kAskLater = 300ms;
 

@@ -138,7 +138,7 @@ TEST_F(HostSessionTest, LinesGoThroughTheRadiosOwnAssembly) {
   Host.LineCame(Line("00", 14.2));
   EXPECT_EQ(State.ScopeSerial, 2U) << "of another part of the band nothing is known";
   Host.LineCame(Line("C8", 14.2));
-  Time.Advance(600ms);
+  Time.Advance(1600ms);
   Host.LineCame(Line("00", 14.2));
   EXPECT_EQ(State.ScopeSerial, 4U) << "it has been so for long";
   HostScopeLine fixed = Line("C8");
