@@ -16,7 +16,7 @@ Radios::Radios(const KitParts& parts) {
   // Goes after the Icom that it carries.
   auto host = std::make_unique<HostKit>(parts, std::make_unique<QtByteSocket>(),
                                         std::make_unique<QtDatagramSocket>());
-  kits_.push_back(std::make_unique<IcomKit>(parts, std::make_unique<QtSerialPort>(), host->Icom()));
+  kits_.push_back(std::make_unique<IcomKit>(parts, std::make_unique<QtSerialPort>(), &host->Icom()));
   kits_.push_back(
       std::make_unique<K4Kit>(parts, std::make_unique<QtByteSocket>(), std::make_unique<QtByteSocket>()));
   kits_.push_back(std::move(host));

@@ -18,6 +18,8 @@ using namespace std::chrono_literals;
 namespace {
 /// Longer without a whole line than that, and one with a hole is taken.
 constexpr auto kHoleTime = 1500ms;
+/// No radio tunes below.
+constexpr double kLeastMHz = 0.01;
 constexpr std::string_view kUnknownModel = "ICOM?";
 }  // namespace
 
@@ -78,7 +80,12 @@ void HostSession::Pump() {
 
 void HostSession::ReadHostIcom() {
   CivState& state = parts_.State;
-  if (const double freqMHz = host_.HostIcomFrequency(); freqMHz > 0) state.RadioFreqMHz = freqMHz;
+  // A server that took a piece of a line for the dial is put right by the line itself, whose centre is the
+  // dial.
+  const double freqMHz = host_.HostIcomFrequency();
+  const bool follows = state.ScopeFixedMode == 0 && parts_.Time.Now() - lineArrived_ < LinkWatch::kSilence;
+  const bool outside = freqMHz < state.ScopeLineLowMHz || freqMHz > state.ScopeLineHighMHz;
+  if (freqMHz > kLeastMHz && !(follows && outside)) state.RadioFreqMHz = freqMHz;
   if (std::string mode = host_.HostIcomMode(); !mode.empty() && mode != mode_) {
     mode_ = std::move(mode);
     TakeReply("04" + mode_);

@@ -132,7 +132,12 @@ TEST_F(HostSessionTest, LinesGoThroughTheRadiosOwnAssembly) {
   EXPECT_NEAR(State.ScopeLineLowMHz, 14.075, 1e-9);
   EXPECT_NEAR(State.ScopeLineHighMHz, 14.125, 1e-9);
   EXPECT_THAT(Panel.Told, testing::HasSubstr("span 3; "));
-  Time.Advance(100ms);
+  Host.FreqMHz = 0.000163;
+  Pass(40ms);
+  EXPECT_EQ(State.RadioFreqMHz, 14.074);
+  Host.FreqMHz = 14.11;
+  Pass(40ms);
+  EXPECT_EQ(State.RadioFreqMHz, 14.11);
   Host.LineCame(Line("00"));
   EXPECT_EQ(State.ScopeSerial, 1U) << "a division is missing";
   Host.LineCame(Line("00", 14.2));

@@ -9,7 +9,7 @@ constexpr int kStatusMs = 1000;
 constexpr int kPumpMs = 5;
 }  // namespace
 
-IcomKit::IcomKit(const KitParts& parts, std::unique_ptr<SerialPort> port, HostIcom& host)
+IcomKit::IcomKit(const KitParts& parts, std::unique_ptr<SerialPort> port, HostIcom* host)
     : parts_(parts),
       port_(std::move(port)),
       panel_(std::make_unique<IcomPanel>()),
@@ -23,12 +23,12 @@ IcomKit::IcomKit(const KitParts& parts, std::unique_ptr<SerialPort> port, HostIc
             .Pump = parts.Pump,
             .User = parts.User},
       serial_(icom_),
-      throughHost_(icom_, host),
-      carriers_(state_, serial_, &throughHost_),
+      throughHost_(host != nullptr ? std::make_unique<HostSession>(icom_, *host) : nullptr),
+      carriers_(state_, serial_, throughHost_.get()),
       link_(icom_, carriers_),
       commands_(state_, carriers_.Sender(), parts.Pump, parts.Time),
       backend_(state_, carriers_, commands_, parts.Store, bands_),
-      hostBackend_(host.Backend(), backend_),
+      hostBackend_(host != nullptr ? std::make_unique<HostIcomBackend>(host->Backend(), backend_) : nullptr),
       memory_(state_, commands_, parts.Store, bands_),
       scanWindow_([this] { return panel_->window(); }, *panel_),
       sliders_(commands_, held_, parts.Time) {
@@ -45,8 +45,8 @@ IcomKit::~IcomKit() = default;
 
 // What the run was opened with: the setting may be another one by now.
 RigBackend& IcomKit::Backend() {
-  if (state_.IcomControl == 0) return backend_;
-  return hostBackend_;
+  if (state_.IcomControl == 0 || hostBackend_ == nullptr) return backend_;
+  return *hostBackend_;
 }
 
 bool IcomKit::GoesThrough(CatWay way) const {

@@ -26,8 +26,8 @@ namespace spectrino {
 
 class IcomKit final : public RadioKit {
  public:
-  /// host: outlives it.
-  IcomKit(const KitParts& parts, std::unique_ptr<SerialPort> port, HostIcom& host);
+  /// host: outlives it; null where no host program leads to the radio.
+  IcomKit(const KitParts& parts, std::unique_ptr<SerialPort> port, HostIcom* host = nullptr);
   ~IcomKit() override;
 
   [[nodiscard]] RigBackend& Backend() override;
@@ -58,12 +58,12 @@ class IcomKit final : public RadioKit {
   HeldPanel held_;    // what the parser moves
   IcomParts icom_;
   IcomSession serial_;
-  HostSession throughHost_;
+  std::unique_ptr<HostSession> throughHost_;
   IcomCarriers carriers_;
   IcomLink link_;
   IcomCommands commands_;
   IcomBackend backend_;
-  HostIcomBackend hostBackend_;
+  std::unique_ptr<HostIcomBackend> hostBackend_;
   StatusMemory memory_;
   IcomScanWindow scanWindow_;
   std::optional<ScanCommands> scan_;  ///< while there is a window for its dialog
