@@ -28,6 +28,7 @@ RigctldEndpoint HostEndpoint(SettingsStore& store) {
 
 bool HostBackend::Open() {
   control_ = parts_.Settings.Control;
+  parts_.Ticking(true);
   pan_ = {};
   const bool mainOnly = RowOf(control_).Offset == OffsetRule::FixedCentre;
   HostRadio& radio = parts_.Radio;
@@ -49,6 +50,7 @@ bool HostBackend::Open() {
 }
 
 void HostBackend::Close() {
+  parts_.Ticking(false);
   parts_.Radio.Close();
   parts_.Store.Withdraw(kPublisher, kPanSection);
   published_.clear();
@@ -99,10 +101,23 @@ void HostBackend::Publish() {
   if (state.PitchHz) put("PITCH", *state.PitchHz);
   if (state.PreampDb) put("PRE", *state.PreampDb);
   if (state.AttenuatorDb) put("ATT", *state.AttenuatorDb);
-  if (state.IfShiftHz) put("IFS", *state.IfShiftHz);
+  if (state.IfShiftHz) {
+    put("IFS", *state.IfShiftHz);
+    put("IS", FilterCentreHz(RadioModeOfHost(hostMode), a.WidthHz, *state.IfShiftHz,
+                             state.PitchHz.value_or(kUsualPitchHz)));
+  }
   // Of Elecraft's data modes: 0 data, 2 the radio's own teletype.
   if (a.Mode == hostmode::kFsk || a.Mode == hostmode::kFskReverse) put("DT", state.DataFamily ? 0 : 2);
   put("SB", host.HostGetSubRx());
+  // What the radio behind the host no longer tells is not known of it; another one may be there now.
+  const auto stays = [&](const KeyValue& old) {
+    return std::ranges::any_of(values, [&](const KeyValue& value) { return value.Key == old.Key; });
+  };
+  if (!std::ranges::all_of(published_, stays)) {
+    parts_.Store.Withdraw(kPublisher, kPanSection);
+    published_.clear();
+    read_.Reset();
+  }
   for (const KeyValue& value : values) {
     const auto same = [&](const KeyValue& old) { return old.Key == value.Key && old.Value == value.Value; };
     if (std::ranges::any_of(published_, same)) continue;
