@@ -14,7 +14,9 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto kSearchTime = 1000ms;
+constexpr auto kOwnServerTime = 3000ms;
 constexpr auto kLook = 5ms;
+constexpr auto kAgain = 100ms;
 constexpr double kStepMHz = 0.1;
 constexpr std::string_view kPublisher = "Bexmora";
 
@@ -32,12 +34,18 @@ bool HostBackend::Open() {
   pan_ = {};
   const bool mainOnly = RowOf(control_).Offset == OffsetRule::FixedCentre;
   HostRadio& radio = parts_.Radio;
-  radio.Open(HostEndpoint(parts_.Store), mainOnly ? HostReads::MainOnly : HostReads::Everything);
+  const auto open = [&] {
+    radio.Open(HostEndpoint(parts_.Store), mainOnly ? HostReads::MainOnly : HostReads::Everything);
+  };
+  open();
   const RigctldClient& client = radio.Client();
-  const auto end = parts_.Time.Now() + kSearchTime;
-  while (!client.IsReady() && !client.IsLost() && parts_.Time.Now() < end) {
+  // A server of ours may be starting itself.
+  const bool comes = SetupSection(parts_.Store).Read(key::kRigModel) > 0;
+  const auto end = parts_.Time.Now() + (comes ? kOwnServerTime : kSearchTime);
+  while (!client.IsReady() && (comes || !client.IsLost()) && parts_.Time.Now() < end) {
     if (parts_.Abandoned && parts_.Abandoned()) break;
-    parts_.Pump.Wait(kLook);
+    parts_.Pump.Wait(client.IsLost() ? kAgain : kLook);
+    if (client.IsLost() && comes) open();
   }
   const bool found = client.IsReady() || (client.IsConnected() && !client.IsLost());
   if (!found) {
