@@ -66,15 +66,30 @@ bool LinkView::LinesStopped(LinkHealth::Time now) const {
   return now - last > (source_.Bad() ? LinkHealth::Time::duration(kLastLine) : kLinesMissing);
 }
 
+/// What was stale when a run ended is not news because another begins.
+void LinkView::LookAtRadio() {
+  const bool heard = control_ ? control_->Heard : source_.Heard || !CommandsStale();
+  const bool waits = radioStale_ && !(cycle_.Running() && heard);
+  radioStale_ = waits || (control_ ? control_->Bad() : source_.Bad() && CommandsStale());
+}
+
+void LinkView::LookAtLines(LinkHealth::Time now) {
+  const RunView& run = cycle_.View();
+  if (source_.Health.State != LinkState::Live) deafUntil_ = now;
+  const bool late = now - std::max(run.Line.Arrived, std::max(hiddenUntil_, deafUntil_)) > kLinesMissing;
+  linesMissing_ = run.Running && run.Link != nullptr && source_.Health.State == LinkState::Live && late;
+  // After a run its last picture stays as it was.
+  if (!run.Running) return;
+  stoppedAt_.reset();
+  if (run.HasLine() && LinesStopped(now)) stoppedAt_ = run.Line.TakenUtc;
+}
+
 void LinkView::Look() {
   const LinkHealth::Time now = time_.Now();
   if (state_.WindowMinimized || state_.ResizeInProgress) hiddenUntil_ = now;
   LookAtLinks();
-  radioStale_ = control_ ? control_->Bad() : source_.Bad() && CommandsStale();
-  const bool stopped = cycle_.View().HasLine() && LinesStopped(now);
-  stoppedAt_.reset();
-  if (stopped) stoppedAt_ = cycle_.View().Line.TakenUtc;
-  linesMissing_ = stopped && !source_.Bad() && cycle_.View().Link != nullptr;
+  LookAtRadio();
+  LookAtLines(now);
 
   text_ = source_.Text(now);
   if (linesMissing_) text_ = source_.Name + " sends no spectrum: is its scope on?";

@@ -71,7 +71,10 @@ void RunCycle::Stop() {
 }
 
 void RunCycle::UpdateScale() {
-  if (!run_.Running && !starting_) run_.Plan = start_.PlanFor(session_.Settings);
+  if (!run_.Running && !starting_) {
+    run_.Plan = start_.PlanFor(session_.Settings);
+    start_.FindNextLink();
+  }
   scale_.Update();
 }
 

@@ -26,6 +26,13 @@ void RunStart::Choose() {
   control_ = settings.Control;
   run_.Way = parts_.Router.RouteOf(chosen_->Id, control_);
   run_.SourceName = chosen_->Name;
+  FindNextLink();
+}
+
+void RunStart::FindNextLink() {
+  const PanSettings& settings = session_.Settings;
+  RadioKit* source = parts_.Router.RouteOf(settings.Source.Id, settings.Control).Source;
+  run_.NextLink = source != nullptr ? source->Link() : nullptr;
 }
 
 void RunStart::OpenHost() {
@@ -126,6 +133,11 @@ ZoomPlan RunStart::PlanFor(const PanSettings& settings) const {
   ZoomPlan plan = ChooseZoomPlan(highResolution, settings.Zoom, settings.SRate, settings.Bits);
   if (fixedRate != 0) plan.SampleRate = fixedRate;
   return plan;
+}
+
+bool RunStart::HostMissing() const {
+  return run_.Way.Control != nullptr && run_.Way.Control == parts_.Router.Host() && session_.SearchHost &&
+         !hostOpen_;
 }
 
 RigBackend* RunStart::Backend() const {

@@ -12,12 +12,13 @@ namespace spectrino {
 
 struct RunView {
   bool Running = false;
-  Route Way;                  ///< of this run, or of the last one
-  std::string SourceName;     ///< the same
-  RadioLink* Link = nullptr;  ///< of this run, where a radio delivers the spectrum
-  ZoomPlan Plan;              ///< of this run's sound input, or of the next one
-  SpectrumLine Line;          ///< the newest; Serial 0 before the first
-  ZoomPlan LinePlan;          ///< under which Line was taken
+  Route Way;                      ///< of this run, or of the last one
+  std::string SourceName;         ///< the same
+  RadioLink* Link = nullptr;      ///< of this run, where a radio delivers the spectrum
+  RadioLink* NextLink = nullptr;  ///< while there is no run: of the source that is chosen, or being started
+  ZoomPlan Plan;                  ///< of this run's sound input, or of the next one
+  SpectrumLine Line;              ///< the newest; Serial 0 before the first
+  ZoomPlan LinePlan;              ///< under which Line was taken
 
   [[nodiscard]] bool HasLine() const { return Running && Line.Serial != 0; }
 };

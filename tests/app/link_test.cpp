@@ -56,9 +56,10 @@ TEST(LinkView, ARadioIsTold_DimmedAndDashedWhileItIsNotHeard) {
   how = {.State = LinkState::Connecting};
   EXPECT_EQ(run.After(0ms), "Connecting to K4 again |dim |dash |mute");
   how = {.State = LinkState::Live};
+  EXPECT_EQ(run.After(1s), " |dim") << "its lines are only late";
+  EXPECT_EQ(run.Links.TakeNews(), "K4 is heard again");
   run.TakeLine();
   EXPECT_EQ(run.After(10ms), "");
-  EXPECT_EQ(run.Links.TakeNews(), "K4 is heard again");
   run.Bench.State.WindowMinimized = true;
   EXPECT_EQ(run.After(9s), "") << "lines wait while nobody looks";
   run.Bench.State.WindowMinimized = false;
@@ -66,10 +67,23 @@ TEST(LinkView, ARadioIsTold_DimmedAndDashedWhileItIsNotHeard) {
   how = {.State = LinkState::Lost, .Why = "The CAT port is closed", .NextTry = run.Bench.Time.Now() + 4s};
   run.TakeLine();
   EXPECT_EQ(run.After(0ms), "The CAT port is closed. Trying again in 4 s |dash |mute") << "lines still come";
+  how = {.State = LinkState::Lost,
+         .Why = "refuses: is the port right?",
+         .NextTry = run.Bench.Time.Now() + 4300ms};
+  EXPECT_EQ(run.After(600ms), "refuses: is the port right? Trying again in 4 s |dim |dash |mute");
+  EXPECT_EQ(run.After(3s), "refuses: is the port right? Trying again in 1 s |dim |dash |mute");
+  EXPECT_EQ(run.After(700ms), "refuses: is the port right? Trying again now |dim |dash |mute");
   run.Bench.Cycle.Stop();
   run.Links.RunChanged();
-  EXPECT_EQ(run.After(0ms), " |mute");
+  EXPECT_EQ(run.After(0ms), " |dim |dash |mute") << "no more than before";
+  how = {.State = LinkState::Connecting};
+  run.Bench.Cycle.Start();
+  run.Links.RunChanged();
+  EXPECT_EQ(run.After(2s), " |dash |mute") << "nothing was heard yet";
+  how = {.State = LinkState::Live};
+  EXPECT_EQ(run.After(2900ms), "") << "it is heard since less than that";
   EXPECT_EQ(run.Links.TakeNews(), "");
+  EXPECT_EQ(run.After(200ms), "K4 sends no spectrum: is its scope on?") << "and never has";
 }
 
 TEST(LinkView, AHostThatIsGoneDashesTheHeaderOfALiveSoundInput) {

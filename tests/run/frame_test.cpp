@@ -96,13 +96,17 @@ TEST(Frame, ARadioSourceDrawsOnlyItsNewLines) {
   RunBench bench;
   bench.State.Settings.Source.Id.Kind = SourceKind::K4D;
   bench.RadioRig.FreqMHz = 14.05;
+  const auto nothingKnown = [&] {
+    return !bench.Sink.Scale.FrequencyKnown && !bench.Sink.Scale.Geometry.Valid();
+  };
+  bench.Cycle.UpdateScale();
+  EXPECT_TRUE(nothingKnown()) << "it is chosen, and no sound card's offsets are its";
   ASSERT_TRUE(bench.Cycle.Start());
   EXPECT_EQ(bench.Step(), 5ms);
   EXPECT_EQ(bench.Sink.Frames, 0);
   EXPECT_EQ(bench.State.Radio.MainFreqMHz, 14.05);
   bench.Cycle.UpdateScale();
-  EXPECT_FALSE(bench.Sink.Scale.FrequencyKnown || bench.Sink.Scale.Geometry.Valid())
-      << "nobody knows what the radio's lines will span";
+  EXPECT_TRUE(nothingKnown()) << "nobody knows what the radio's lines will span";
   bench.Radio.Next =
       SpectrumLine{std::vector<float>(101, -120.0F), 100, 1, 14.0, 14.05, 14.1, -140, -40, 1, {}, {}};
   bench.Radio.Next.Levels[100] = -60;
@@ -113,6 +117,9 @@ TEST(Frame, ARadioSourceDrawsOnlyItsNewLines) {
   EXPECT_EQ(bench.Sink.Scale.Levels, (LevelScale{-140, -40, 100, 20}));
   bench.Cycle.Scale().ReferenceUp();
   EXPECT_EQ(bench.State.Settings.RefLevel, -60);  // the radio's own scale is not ours to move
+  bench.Cycle.Stop();
+  EXPECT_TRUE(nothingKnown());
+  EXPECT_EQ(bench.Sink.Scale.Levels, (LevelScale{-140, -40, 100, 20}));
 }
 
 TEST(Meter, ShowsTheStrongestLevelInThePassbandAndHoldsIt) {

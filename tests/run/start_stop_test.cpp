@@ -72,6 +72,17 @@ TEST(Start, AMissingHostIsShownForASecondAndTheRunGoesOn) {
   EXPECT_EQ(bench.Pump.Waited, std::chrono::milliseconds(1000));
   bench.Step();
   EXPECT_EQ(bench.Host.Refreshes, 0);
+  EXPECT_FALSE(bench.Cycle.HostMissing()) << "the picture is for the band";
+  bench.Cycle.Stop();
+  for (const bool found : {false, true}) {
+    bench.State.Settings.Source = {{SourceKind::K4}, "K4"};
+    bench.State.Settings.Control = CatControl::IcomViaHost;
+    bench.RadioKit.Has.ScopeThroughHost = true;
+    bench.Host.Found = found;
+    ASSERT_TRUE(bench.Cycle.Start());
+    EXPECT_EQ(bench.Cycle.HostMissing(), !found) << "a radio's news must not wipe it";
+    bench.Cycle.Stop();
+  }
 }
 
 TEST(Start, StopWhileTheHostIsLookedForEndsIt) {

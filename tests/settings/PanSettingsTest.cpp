@@ -59,7 +59,7 @@ TEST_F(PanSettingsTest, AnyValueLoadsAsAUsableOneAndStaysInTheFile) {
       {"Bits=9", LOADED(Bits), 8},
       {"Bits=-1", LOADED(Bits), 0},
       {"Bits=", LOADED(Bits), 0},
-      {"APO=1e9", LOADED(WindowTypeIndex), 1},
+      {"APO=1e9", LOADED(WindowTypeIndex), 0},
       {"Disp=-7", LOADED(DisplayMode), 0},
       {"OptFreq=9", LOADED(Control), 8},
       {"ccolor4=-1", LOADED(Colours[4]), 0xFFFFFF},
@@ -95,9 +95,9 @@ TEST_F(PanSettingsTest, AbsurdValuesAreLimitedAndNamedInTheLogOnce) {
            {"SMHold", "-1", [](const PanSettings& s) { return s.SMeterHoldSeconds; }, 0},
            {"Offset0", "-" + huge, [](const PanSettings& s) { return s.OffsetKHz[0]; }, -1e6},
            {"Center3", huge, [](const PanSettings& s) { return s.CenterKHz[3]; }, 1e9},
-           {"Global", "inf", [](const PanSettings& s) { return s.GlobalOffsetKHz; }, 0},
+           {"Global", "1e308", [](const PanSettings& s) { return s.GlobalOffsetKHz; }, usual.GlobalOffsetKHz},
            {"FlipFreq2", huge, [](const PanSettings& s) { return s.FlipFreq2MHz; }, 1e6},
-           {"DeAmp", "1e308", [](const PanSettings& s) { return s.DeAmp; }, 1},
+           {"DeAmp", "-inf", [](const PanSettings& s) { return s.DeAmp; }, 0},
            {"SMCorr", "nan", [](const PanSettings& s) { return double(s.SMeterCorrDb); }, 0}}) {
     Write("[Setup]\n" + key + "=" + text + "\n");
     Notes.Logged.clear();
@@ -141,6 +141,9 @@ TEST_F(PanSettingsTest, AWindowComesBackAsItWas) {
   EXPECT_EQ(window.State, WindowState::Maximised);
   EXPECT_THAT((std::array{window.Top, window.Left, window.Height, window.Width}),
               ElementsAre(150, 300, 32400, 57600));
+  Write("[Setup]\nWidth=-1\n");
+  EXPECT_EQ(LoadGeometry(Keys).Width, WindowGeometry().Width);
+  EXPECT_THAT(Notes.Logged, ElementsAre(::testing::HasSubstr("Width=-1 ")));
 }
 
 }  // namespace
