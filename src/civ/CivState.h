@@ -36,6 +36,7 @@ struct CivState {
   double ScopeShownSpan = 0;
   int ScopeDivision = 0;
   int ScopeDivisionCount = 0;
+  std::uint64_t ScopeDivisionsSeen = 0;   ///< counts up with each that came, of a broken line too
   std::string ScopeWaveHex;               ///< amplitude text collected so far
   std::vector<std::int16_t> ScopeLevels;  ///< 0..160, points 1..SpectrumPoints; index 0 stays 0
   std::uint64_t ScopeSerial = 0;          ///< counts up with each complete line; 0: none yet

@@ -65,6 +65,7 @@ class IcomSession {
   void AskAgain();
   [[nodiscard]] bool ScopeWanted() const;
   [[nodiscard]] std::string Advice() const;
+  [[nodiscard]] std::string ScopeAdvice() const;
   void Tell(std::string text);
 
   IcomParts parts_;

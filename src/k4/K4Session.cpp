@@ -1,5 +1,6 @@
 #include "k4/K4Session.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -140,8 +141,7 @@ void K4Session::SendPanOpening() {
 void K4Session::ReportMissingPort() {
   if (!parts_.State.K4Connected) return;
   const Port& missing = cat_.Connected ? pan_ : cat_;
-  parts_.User.ShowStatus("The K4's " + std::string(missing.Name) + " port " +
-                         std::to_string(target_.*missing.Number) + " does not answer");
+  parts_.User.ShowStatus("The K4's " + PortText(missing) + " does not answer");
 }
 
 void K4Session::CloseSockets() {
@@ -163,15 +163,38 @@ void K4Session::BeginWatch() {
   for (Port* port : {&cat_, &pan_}) {
     port->Watch.TryAgain(again);
     port->Watch.Begin();
-    if (!port->Connected) port->Watch.Lost("The K4's " + std::string(port->Name) + " port does not answer");
+    if (!port->Connected) port->Watch.Lost(port->Why.empty() ? "no answer" : port->Why);
   }
 }
 
 LinkHealth K4Session::Health() const {
   if (!parts_.State.K4Active) return {};
+  const LinkState cat = cat_.Watch.Health().State;
+  const LinkState pan = pan_.Watch.Health().State;
+  if (cat == pan) return BothPorts();
+  const Port& worse = cat > pan ? cat_ : pan_;
+  LinkHealth health = worse.Watch.Health();
+  if (health.State == LinkState::Lost) health.Why = "The K4's " + PortText(worse) + ": " + health.Why;
+  if (health.State == LinkState::Silent && std::min(cat, pan) == LinkState::Live)
+    health.Why = "its " + PortText(worse) +
+                 " sends nothing, the other one does. Press Stop, then Start to open it anew.";
+  return health;
+}
+
+LinkHealth K4Session::BothPorts() const {
   const LinkHealth cat = cat_.Watch.Health();
-  const LinkHealth pan = pan_.Watch.Health();
-  return cat.State > pan.State ? cat : pan;
+  LinkHealth health = pan_.Watch.Health();
+  health.Since = std::max(health.Since, cat.Since);
+  if (health.State != LinkState::Lost) return health;
+  const std::string between = cat_.Why == pan_.Why ? " and " : ": " + cat_.Why + "; ";
+  health.Why = "The K4's " + PortText(cat_) + between + PortText(pan_) + ": " + health.Why;
+  if (health.NextTry) health.NextTry = std::min(*health.NextTry, *cat.NextTry);
+  return health;
+}
+
+/// "CAT port 9200"
+std::string K4Session::PortText(const Port& port) const {
+  return std::string(port.Name) + " port " + std::to_string(target_.*port.Number);
 }
 
 void K4Session::RefreshK4() {
@@ -239,18 +262,15 @@ void K4Session::PortConnected(Port& port) {
 }
 
 void K4Session::PortEnded(Port& port, std::string_view why) {
-  const bool wasConnected = std::exchange(port.Connected, false);
+  port.Connected = false;
   port.Why = why;
-  // Each failed try says the same.
-  if (!std::exchange(port.Told, true) || wasConnected)
+  // Each failed try says the same, and each connection of a radio that drops them.
+  if (port.Watch.Steady())
     parts_.User.Log(LogArea::K4, std::string(port.Name) + " connection: " + std::string(why));
   // One is enough: the other works on.
   parts_.State.K4Connected = cat_.Connected || pan_.Connected;
   if (!timerEnabled_) return;
-  port.Watch.Lost("The K4's " + std::string(port.Name) + " port " + std::to_string(target_.*port.Number) +
-                  ": " + std::string(why));
-  if (wasConnected && !port.Watch.Health().NextTry)
-    parts_.User.ShowStatus("Connection to the K4 lost. Press Stop, then Start to connect again.");
+  port.Watch.Lost(port.Why);
 }
 
 void K4Session::CatArrived(std::span<const std::uint8_t> bytes) {
@@ -258,7 +278,9 @@ void K4Session::CatArrived(std::span<const std::uint8_t> bytes) {
   K4RxBuffer_.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
   if (!parts_.State.K4ParserBusy && parts_.ParseReplies) parts_.ParseReplies(K4RxBuffer_);
   if (K4RxBuffer_.size() > kMostTextBytes && K4RxBuffer_.find(';') == std::string::npos) {
-    parts_.User.Log(LogArea::K4, "dropped " + std::to_string(K4RxBuffer_.size()) + " bytes without \";\"");
+    if (!std::exchange(cat_.Told, true))
+      parts_.User.Log(LogArea::K4, "dropped " + std::to_string(K4RxBuffer_.size()) +
+                                       " bytes without \";\"; no more is said of it in this connection");
     K4RxBuffer_.clear();
   }
 }

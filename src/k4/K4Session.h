@@ -44,7 +44,7 @@ class K4Session final : public K4Sender {
 
   /// When the last line was published.
   [[nodiscard]] std::chrono::steady_clock::time_point LineArrived() const { return lineArrived_; }
-  /// Of the connection that does worse; the other one works on meanwhile.
+  /// Of the connection that does worse; the other one works on meanwhile. Why names the ports.
   [[nodiscard]] LinkHealth Health() const;
   [[nodiscard]] LinkHealth CatHealth() const {
     return parts_.State.K4Active ? cat_.Watch.Health() : LinkHealth{};
@@ -58,7 +58,7 @@ class K4Session final : public K4Sender {
     int K4Target::*Number;  ///< of the port
     LinkWatch Watch;
     bool Connected = false;
-    bool Told = false;  ///< its loss stands in the log
+    bool Told = false;  ///< what it sends is no K4's, and the log says so
     std::string Why{};  ///< what ended it, or kept it from coming about
   };
 
@@ -68,6 +68,8 @@ class K4Session final : public K4Sender {
   void ReportMissingPort();
   void CloseSockets();
   void BeginWatch();
+  [[nodiscard]] std::string PortText(const Port& port) const;
+  [[nodiscard]] LinkHealth BothPorts() const;
   void TryLostPorts();
   void PortConnected(Port& port);
   void PortEnded(Port& port, std::string_view why);

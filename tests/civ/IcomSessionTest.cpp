@@ -54,7 +54,8 @@ TEST_F(IcomSessionTest, ALostPortIsTriedAtGrowingPausesUntilStop) {
   Port.Pull("ttyUSB0 was unplugged");
   EXPECT_THAT(Seconds(40, [&] { return Tried(); }), IsEmpty());
   EXPECT_EQ(Session.Health().State, LinkState::Lost);
-  EXPECT_EQ(User.Statuses.back(), "ttyUSB0 was unplugged. Press Stop and Start when the radio is back.");
+  EXPECT_EQ(HealthText(Session.Health(), "ICOM", Time.Now()),
+            "ttyUSB0 was unplugged. Press Stop, then Start to connect again.");
 }
 
 TEST_F(IcomSessionTest, AScopeThatFallsSilentIsSwitchedOnAgainWhileLinesAreWanted) {
@@ -66,7 +67,11 @@ TEST_F(IcomSessionTest, AScopeThatFallsSilentIsSwitchedOnAgainWhileLinesAreWante
   ASSERT_TRUE(Link.Open(Radio));
   EXPECT_THAT(Seconds(40, answering), ElementsAre(0, 2, 4, 8, 16, 31));
   EXPECT_THAT(User.Statuses,
-              ElementsAre("The radio answers, but its scope sends nothing: it is switched on again."));
+              ElementsAre("The radio answers, but its scope sends nothing: it is switched on again.",
+                          "The radio answers, but its scope stays off: switch it on at the radio."));
+  Hear("2700000211");  // the second of eleven alone
+  Seconds(1, answering);
+  EXPECT_THAT(Session.Health().Why, testing::HasSubstr("come damaged"));
   // Behind a hidden window, and while the scan's dialog stands.
   Link.BeforeLayout();
   Link.AfterLayout(true);

@@ -233,6 +233,15 @@ TEST(K4Session, ALostPortComesBackByItselfWhileTheOtherWorksOn) {
     bench.WSCat.Receive("FB;");
     bench.WSPan.Receive("noise");
     EXPECT_EQ(bench.Session->Health().State, LinkState::Live);
+    for (const auto& [heard, pause] : {std::pair{0s, 15s}, {5s, 1s}}) {
+      bench.Time.Advance(heard);
+      lost.Receive("FB;");
+      lost.Closed();
+      EXPECT_EQ(bench.Session->Health().NextTry, bench.Time.Now() + pause) << "a byte alone is no recovery";
+      lost.Connected();
+      lost.Receive("FB;");
+    }
+    EXPECT_EQ(bench.User.Logged.size(), 2U);
     bench.Session->Stop();
     bench.Time.Advance(60s);
     bench.Session->tmrK4_Timer();
@@ -251,14 +260,19 @@ TEST(K4Session, ARadioThatFallsSilentIsNotLiveAndWithoutReconnectingNothingIsTri
   EXPECT_EQ(bench.Session->Health().State, LinkState::Silent);
   EXPECT_EQ(HealthText(bench.Session->Health(), "K4", bench.Time.Now()),
             "K4 silent for 3 s: is it switched on?");
+  bench.WSCat.Receive("FB;");
+  EXPECT_EQ(
+      bench.Session->Health().Why,
+      "its panadapter port 9201 sends nothing, the other one does. Press Stop, then Start to open it anew.");
   bench.WSCat.Closed();
   bench.WSPan.Closed();
   bench.Time.Advance(60s);
   bench.Session->SendK4("FA");
   bench.Session->tmrK4_Timer();
   EXPECT_THAT(bench.Events, IsEmpty());
-  EXPECT_EQ(bench.User.Statuses.back(),
-            "Connection to the K4 lost. Press Stop, then Start to connect again.");
+  EXPECT_EQ(HealthText(bench.Session->Health(), "K4", bench.Time.Now()),
+            "The K4's CAT port 9200 and panadapter port 9201: closed by the radio. Press Stop, then Start to "
+            "connect again.");
 }
 
 TEST(K4Session, CommandsLeaveTrimmedWithOneSemicolon) {
@@ -286,11 +300,12 @@ TEST(K4Session, RepliesReachTheParserAsTheyAdd) {
   bench.Replies.clear();
   bench.WSCat.Receive(std::string(65536, 'x'));
   bench.WSCat.Receive("y");
+  bench.WSCat.Receive(std::string(65537, 'x'));
   bench.WSCat.Receive("FB;");
-  ASSERT_EQ(bench.Replies.size(), 3U);
+  ASSERT_EQ(bench.Replies.size(), 4U);
   EXPECT_EQ(bench.Replies[1].size(), 65537U);
-  EXPECT_EQ(bench.Replies[2], "FB;");
-  EXPECT_THAT(bench.User.Logged.back(), HasSubstr("65537"));
+  EXPECT_EQ(bench.Replies[3], "FB;");
+  EXPECT_THAT(bench.User.Logged, ElementsAre(HasSubstr("65537"))) << "once";
 }
 
 TEST(K4Session, StopSwitchesTheMonitorOffBeforeItCloses) {

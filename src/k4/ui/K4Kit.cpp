@@ -85,7 +85,7 @@ void K4Kit::ConnectPanel() {
 }
 
 StatusArea K4Kit::Status() {
-  StatusArea area = status_.Area(state_);
+  StatusArea area = status_.Area(state_, session_.CatHealth().State == LinkState::Live);
   if (area.Shown && area.NeedsDualPanOff && askAgain_.Take(time_.Now())) session_.SendK4("SB;");
   return area;
 }
