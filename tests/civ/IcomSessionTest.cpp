@@ -65,7 +65,7 @@ TEST_F(IcomSessionTest, AScopeThatFallsSilentIsSwitchedOnAgainWhileLinesAreWante
   Pump.Meanwhile = [&] { Hear("1900A4"); };
   ASSERT_TRUE(Link.Open(Radio));
   EXPECT_THAT(Seconds(40, answering), ElementsAre(0, 2, 4, 8, 16, 31));
-  EXPECT_THAT(User.Statuses,
+  ASSERT_THAT(User.Statuses,
               ElementsAre("The radio answers, but its scope sends nothing: it is switched on again."));
   // Behind a hidden window, and while the scan's dialog stands.
   Link.BeforeLayout();
@@ -89,27 +89,6 @@ TEST_F(IcomSessionTest, ALongLayoutIsNoSilence) {
   Link.AfterLayout(false);
   EXPECT_THAT(Seconds(1, [&] { return Sends("271001"); }), IsEmpty())
       << "neither its scope nor all of it is set up anew";
-}
-
-// What the operator chose since Start is the radio's to tell.
-TEST_F(IcomSessionTest, ARadioThatComesBackKeepsItsFixedMode) {
-  Pump.Meanwhile = [&] { Hear("1900A4"); };
-  ASSERT_TRUE(Link.Open(Radio));
-  Seconds(1, [&] { return Sends("27140000"); });
-  State.ScopeFixedMode = 1;
-  EXPECT_THAT(Seconds(7, [&] { return Sends("1900"); }), ElementsAre(2, 3, 4, 5, 6, 7))
-      << "2.5 s after it was heard, then slowly";
-  EXPECT_EQ(Session.Health().State, LinkState::Silent);
-  Hear("1900A4");
-  std::vector<std::string> sent;
-  Seconds(1, [&] {
-    std::ranges::copy(Port.Take(), std::back_inserter(sent));
-    return false;
-  });
-  EXPECT_THAT(sent, testing::Contains("FEFEA4E0271101FD"));
-  EXPECT_THAT(sent, testing::Not(testing::Contains("FEFEA4E027140000FD")));
-  EXPECT_EQ(State.ScopeFixedMode, 1);
-  EXPECT_EQ(Session.Health().State, LinkState::Live);
 }
 
 }  // namespace
