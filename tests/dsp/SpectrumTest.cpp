@@ -144,23 +144,6 @@ TEST_P(SpectrumByKernel, LevelsAreTenLogarithmsOfPower) {
   }
 }
 
-TEST(Spectrum, SmoothingReplacesTheBinsRoundZeroHzAlone) {
-  for (const auto& [bits, first, last] : {std::tuple{8, 128, 128}, {9, 246, 266}, {13, 4081, 4111}}) {
-    Machine machine(BestKernels(), bits, WindowType::Blackman);
-    const auto plain = machine.Run(Noise(bits));
-    const auto smooth = machine.Run(Noise(bits), IqSign::Plus, kNoCorrection, true);
-    for (int i = 0; i < 1 << bits; ++i) {
-      const auto k = static_cast<std::size_t>(i);
-      if (i < first || i > last) {
-        ASSERT_EQ(smooth[k], plain[k]) << i;
-      } else {
-        ASSERT_EQ(smooth[k], smooth[static_cast<std::size_t>(first)]) << i;
-      }
-    }
-    EXPECT_NE(smooth[static_cast<std::size_t>(first)], plain[static_cast<std::size_t>(first)]);
-  }
-}
-
 TEST(Spectrum, ALevelStaysWhereItIsWhateverTheSize) {
   for (int window = 0; window <= 5; ++window) {
     const auto type = static_cast<WindowType>(window);
