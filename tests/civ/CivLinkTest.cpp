@@ -60,15 +60,6 @@ TEST_F(CivLinkTest, ATurningWheelSendsItsNewestFrequencyAndAsksOnce) {
                           "FEFE94E0271900FD"));
 }
 
-TEST_F(CivLinkTest, NothingLeavesWhileAFrameIsBuiltOrThePortIsClosed) {
-  State.CivSendBusy = true;
-  Link.SendCiv("07", "", "");
-  State.CivSendBusy = false;
-  Port.Close();
-  Link.SendCiv("08", "", "");
-  EXPECT_THAT(Sent(Link, 100ms), IsEmpty());
-}
-
 TEST_F(CivLinkTest, ClosingWritesWhatWaitsButAsksNoMore) {
   Link.SendCiv("07", "", "");
   Link.RequestIcomStatus();

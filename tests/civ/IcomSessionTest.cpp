@@ -96,26 +96,5 @@ TEST_F(IcomSessionTest, ALongLayoutIsNoSilence) {
       << "neither its scope nor all of it is set up anew";
 }
 
-// What the operator chose since Start is the radio's to tell.
-TEST_F(IcomSessionTest, ARadioThatComesBackKeepsItsFixedMode) {
-  Pump.Meanwhile = [&] { Hear("1900A4"); };
-  ASSERT_TRUE(Link.Open(Radio));
-  Seconds(1, [&] { return Sends("27140000"); });
-  State.ScopeFixedMode = 1;
-  EXPECT_THAT(Seconds(7, [&] { return Sends("1900"); }), ElementsAre(2, 3, 4, 5, 6, 7))
-      << "2.5 s after it was heard, then slowly";
-  EXPECT_EQ(Session.Health().State, LinkState::Silent);
-  Hear("1900A4");
-  std::vector<std::string> sent;
-  Seconds(1, [&] {
-    std::ranges::copy(Port.Take(), std::back_inserter(sent));
-    return false;
-  });
-  EXPECT_THAT(sent, testing::Contains("FEFEA4E0271101FD"));
-  EXPECT_THAT(sent, testing::Not(testing::Contains("FEFEA4E027140000FD")));
-  EXPECT_EQ(State.ScopeFixedMode, 1);
-  EXPECT_EQ(Session.Health().State, LinkState::Live);
-}
-
 }  // namespace
 }  // namespace spectrino::test
