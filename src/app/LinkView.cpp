@@ -62,8 +62,10 @@ bool LinkView::CommandsStale() const {
 }
 
 bool LinkView::LinesStopped(LinkHealth::Time now) const {
-  const auto last = std::max(cycle_.View().Line.Arrived, hiddenUntil_);
-  return now - last > (source_.Bad() ? LinkHealth::Time::duration(kLastLine) : kLinesMissing);
+  const auto arrived = cycle_.View().Line.Arrived;
+  // A layout makes nobody hear a radio that is gone.
+  if (source_.Bad()) return now - arrived > kLastLine;
+  return now - std::max(arrived, hiddenUntil_) > kLinesMissing;
 }
 
 /// What was stale when a run ended is not news because another begins.

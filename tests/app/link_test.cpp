@@ -73,6 +73,10 @@ TEST(LinkView, ARadioIsTold_DimmedAndDashedWhileItIsNotHeard) {
   EXPECT_EQ(run.After(600ms), "refuses: is the port right? Trying again in 4 s |dim |dash |mute");
   EXPECT_EQ(run.After(3s), "refuses: is the port right? Trying again in 1 s |dim |dash |mute");
   EXPECT_EQ(run.After(700ms), "refuses: is the port right? Trying again now |dim |dash |mute");
+  run.Bench.State.ResizeInProgress = true;
+  EXPECT_EQ(run.After(10ms), "refuses: is the port right? Trying again now |dim |dash |mute")
+      << "a layout heals nothing";
+  run.Bench.State.ResizeInProgress = false;
   run.Bench.Cycle.Stop();
   run.Links.RunChanged();
   EXPECT_EQ(run.After(0ms), " |dim |dash |mute") << "no more than before";
