@@ -154,7 +154,7 @@ TEST_P(IcomFaults, AreToldAndMended) {
     station.Start();
     SecondsUntil([&] { return station.LinesCome(); });
     fixed->click();
-    QTest::qWait(1200);  // its lines, and the states of the panel
+    QTest::qWait(500);  // the states of the panel, 10 ms apart
     fault.Break(station);
   }
   const double told = SecondsUntil([&] { return station.Told().find(fault.Told) != std::string::npos; });
