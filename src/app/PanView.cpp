@@ -161,10 +161,10 @@ void PanView::ShowOverlays() {
     return;
   }
   ShowInset();
-  parts_.Display.SetTransmitting(parts_.State.Radio.Transmitting);
+  const bool stale = parts_.Links.RadioStale();
+  parts_.Display.SetTransmitting(!stale && parts_.State.Radio.Transmitting);
   // Where a radio was that is no longer heard is not where it is.
-  parts_.Display.SetMarkers(parts_.Links.RadioStale() ? std::vector<PlotMarker>()
-                                                      : VfoMarkers(parts_.State.Radio));
+  parts_.Display.SetMarkers(stale ? std::vector<PlotMarker>() : VfoMarkers(parts_.State.Radio));
 }
 
 void PanView::ShowInset() {
