@@ -185,9 +185,6 @@ void PanView::ShowInset() {
 void PanView::ShowRunState() {
   const bool running = parts_.Cycle.Running();
   parts_.Header->ShowRunning(running, parts_.Cycle.Starting());
-  // Said while it was looked for; the picture is for the band now. A radio's own news stay.
-  if (running && parts_.Cycle.View().Link == nullptr)
-    parts_.Scope->Status().Show(StatusLine::Rank::Status, {});
   parts_.Links.RunChanged();
   ShowLinks();
   ShowAll();

@@ -36,11 +36,12 @@ void RunStart::OpenHost() {
   if (!UsesHost(control_) || !session_.SearchHost) return;
   RadioKit* host = parts_.Router.Host();
   hostOpen_ = host != nullptr && host->Backend().Open();
-  if (hostOpen_) return;
+  if (hostOpen_ || stopped_()) return;
   // What the last run's host told is not known of this one.
   session_.Radio = RadioState{};
   parts_.User.ShowStatus("Castelon not found");
   parts_.Pump.Wait(1000ms);
+  parts_.User.ShowStatus("");
 }
 
 bool RunStart::Open() {

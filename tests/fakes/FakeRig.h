@@ -13,6 +13,7 @@ class FakeRig final : public RigBackend {
  public:
   bool Open() override {
     ++Opens;
+    if (Opening) Opening();
     return Found;
   }
   void Close() override { ++Closes; }
@@ -45,6 +46,7 @@ class FakeRig final : public RigBackend {
   }
 
   bool Found = true;
+  std::function<void()> Opening;  ///< happens meanwhile
   double FreqMHz = 0;
   int Mode = mode::kUsb;
   double Offset = 0;
