@@ -87,7 +87,8 @@ void TuningInput::TellNoSpot() {
 // Answered by the next line: one that comes when the link is back would move a dial that nobody turns any
 // more.
 void TuningInput::RequestSpot() {
-  if (!parts_.Links.RadioStale() && !parts_.Links.StoppedAt()) parts_.Cycle.Frames().RequestSpot();
+  if (!parts_.Links.RadioStale() && !parts_.Links.StoppedAt())
+    parts_.Cycle.Frames().RequestSpot(parts_.Time.Now());
 }
 
 TuningInput::~TuningInput() {
