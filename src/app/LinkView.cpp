@@ -91,7 +91,11 @@ void LinkView::TellNews() {
   std::string trouble = kind(source_) + (linesMissing_ ? "?" : "") + (control_ ? kind(*control_) : "");
   if (trouble == told_) return;
   told_ = std::move(trouble);
-  news_ = text_.empty() ? source_.Name + " is heard again" : text_;
+  news_ = text_.empty() ? troubled_ + " is heard again" : text_;
+  if (source_.Bad() || linesMissing_)
+    troubled_ = source_.Name;
+  else if (control_ && control_->Bad())
+    troubled_ = control_->Name;
 }
 
 }  // namespace spectrino

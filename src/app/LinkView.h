@@ -69,7 +69,8 @@ class LinkView {
   std::optional<std::chrono::system_clock::time_point> stoppedAt_;
   std::string text_;
   std::string news_;
-  std::string told_;  ///< the kind of trouble that was told last
+  std::string told_;      ///< the kind of trouble that was told last
+  std::string troubled_;  ///< whose it was
 };
 
 }  // namespace spectrino
