@@ -61,6 +61,12 @@ bool LinkView::CommandsStale() const {
   return kit == nullptr || kit->CommandHealth().State != LinkState::Live;
 }
 
+RigBackend* LinkView::FilterBackend() const {
+  const Route& way = cycle_.View().Way;
+  if (way.Source == nullptr || way.Source == way.Control) return Backend();
+  return way.Source->CommandHealth().State == LinkState::Live ? &way.Source->Backend() : nullptr;
+}
+
 bool LinkView::LinesStopped(LinkHealth::Time now) const {
   const auto last = std::max(cycle_.View().Line.Arrived, hiddenUntil_);
   return now - last > (source_.Bad() ? LinkHealth::Time::duration(kLastLine) : kLinesMissing);

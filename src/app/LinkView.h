@@ -51,6 +51,9 @@ class LinkView {
   [[nodiscard]] bool RadioStale() const { return radioStale_; }
   /// What the operator's requests go to: null where there is no radio, and while it is not heard.
   [[nodiscard]] RigBackend* Backend() const { return radioStale_ ? nullptr : cycle_.Backend(); }
+  /// What a filter that is gripped belongs to: the source's radio where it is one, whoever tells the
+  /// frequency.
+  [[nodiscard]] RigBackend* FilterBackend() const;
 
  private:
   void LookAtLinks();

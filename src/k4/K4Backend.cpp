@@ -10,7 +10,6 @@ namespace spectrino {
 namespace {
 
 constexpr double kSMeterZeroDb = 127;  // six units an S unit: 54 is S9
-constexpr double kStepMHz = 0.05;
 constexpr std::chrono::milliseconds kOwnCount{400};
 constexpr int kBandButtonsBegin = 1;
 constexpr int kBandButtonsEnd = 12;
@@ -103,11 +102,6 @@ void K4Backend::ShiftPassband(Vfo receiver, int deltaHz) {
 
 void K4Backend::StepSpan(int direction) {
   StepK4Span(state_, sender_, direction > 0 ? +1 : -1);
-}
-
-void K4Backend::StepFrequency(int direction, double /*centreMHz*/) {
-  if (state_.MainFreqMHz <= 0) return;
-  SetFrequency(Vfo::A, state_.MainFreqMHz + direction * kStepMHz, Aim::Dial);
 }
 
 }  // namespace spectrino

@@ -42,8 +42,6 @@ class K4Backend final : public RigBackend {
   void ChangeBandwidth(Vfo receiver, int deltaHz) override;
   void ShiftPassband(Vfo receiver, int deltaHz) override;
   void StepSpan(int direction) override;
-  /// 50 kHz from where VFO A is.
-  void StepFrequency(int direction, double centreMHz) override;
 
  private:
   K4State& state_;

@@ -169,11 +169,6 @@ void RunCycle::ZoomAt(int zoomIndex, double x) {
   if (aimMHz != 0) scale_.PanTo(aimMHz, x);
 }
 
-RigBackend* RunCycle::SpanOwner() const {
-  RadioKit* source = run_.Running ? run_.Way.Source : nullptr;
-  return source != nullptr && source->Traits().OwnSpan ? &source->Backend() : nullptr;
-}
-
 LinkHealth RunCycle::Health() const {
   if (!run_.Running) return {};
   return run_.Way.Source != nullptr ? run_.Way.Source->Health() : start_.Audio().Health();
