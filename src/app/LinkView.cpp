@@ -74,8 +74,10 @@ bool LinkView::LinesStopped(LinkHealth::Time now) const {
 
 void LinkView::Look() {
   const LinkHealth::Time now = time_.Now();
-  if (state_.WindowMinimized || state_.ResizeInProgress) hiddenUntil_ = now;
   LookAtLinks();
+  const RadioLink* link = cycle_.View().Link;
+  const bool paused = link != nullptr && link->Paused() && !source_.Bad();
+  if (state_.WindowMinimized || state_.ResizeInProgress || paused) hiddenUntil_ = now;
   radioStale_ = control_ ? control_->Bad() : source_.Bad() && CommandsStale();
   const bool stopped = cycle_.View().HasLine() && LinesStopped(now);
   stoppedAt_.reset();

@@ -26,6 +26,12 @@ std::string_view SuffixOf(Vfo receiver) {
 
 }  // namespace
 
+void TellSignal(const K4State& state, RadioState& radio) {
+  radio.Transmitting = state.Transmitting == 1;
+  radio.SMeterTold = true;
+  radio.SMeterDbm = state.SMeterMain - kSMeterZeroDb;
+}
+
 void TellRadioState(const K4State& state, RadioState& radio) {
   radio.MainFreqMHz = state.MainFreqMHz;
   radio.SubFreqMHz = state.SubFreqMHz;
@@ -43,9 +49,7 @@ void TellRadioState(const K4State& state, RadioState& radio) {
   radio.MainNotchHz = notch(state.NotchManualMain, state.RadioMode, state.NotchPitchMain);
   radio.SubNotchHz = notch(state.NotchManualSub, state.SubRadioMode, state.NotchPitchSub);
   if (state.CwPitchHz != 0) radio.PitchHz = state.CwPitchHz;
-  radio.Transmitting = state.Transmitting == 1;
-  radio.SMeterTold = true;
-  radio.SMeterDbm = state.SMeterMain - kSMeterZeroDb;
+  TellSignal(state, radio);
 }
 
 void K4Backend::Refresh(RadioState& radio) {

@@ -17,6 +17,8 @@ namespace spectrino {
 
 /// What of the K4's state every radio has: frequencies, modes, filters, S-meter, transmitting.
 void TellRadioState(const K4State& state, RadioState& radio);
+/// What belongs to the K4's lines, whoever tells its frequency: S-meter and transmitting.
+void TellSignal(const K4State& state, RadioState& radio);
 
 class K4Backend final : public RigBackend {
  public:

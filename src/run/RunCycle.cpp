@@ -134,8 +134,8 @@ PollResult RunCycle::PollSource() {
 
 void RunCycle::RefreshRadio() {
   RigBackend* backend = Backend();
-  if (backend == nullptr) return;
-  backend->Refresh(session_.Radio);
+  if (backend != nullptr) backend->Refresh(session_.Radio);
+  if (run_.Link != nullptr && run_.Way.Control != run_.Way.Source) run_.Link->TellBeside(session_.Radio);
   bandFlip_ = BandFlip(bandFlip_, session_.Radio, start_.Control(), session_.Settings);
 }
 

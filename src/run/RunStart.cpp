@@ -61,7 +61,7 @@ bool RunStart::OpenRadio() {
     return false;
   }
   run_.Link = link;
-  if (!link->Open(session_.Radio)) return false;
+  if (!link->Open()) return false;
   source_ = &link->Source();
   return true;
 }

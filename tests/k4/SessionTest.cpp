@@ -6,8 +6,6 @@
 
 #include <algorithm>
 
-#include "k4/K4Link.h"
-#include "k4/PanFrames.h"
 #include "k4/SessionBench.h"
 
 namespace spectrino {
@@ -306,79 +304,6 @@ TEST(K4Session, StopSwitchesTheMonitorOffBeforeItCloses) {
   bench.BeginSession();
   bench.WSCat.Receive("FB;");
   EXPECT_EQ(bench.Replies.back(), "FB;");  // not behind the half reply of the old connection
-}
-
-struct LinkTest : ::testing::Test {
-  SessionBench Bench;
-  K4Status Status;
-  K4Link Link{Bench.State, *Bench.Session, Status, Bench.User, Bench.Time};
-  RadioState Radio;
-  SpectrumLine Line;
-
-  void Open() {
-    Bench.Setting("K4TCP", "k4.local");
-    Bench.RadioAnswers(true, true);
-    ASSERT_TRUE(Link.Open(Radio));
-    Bench.State.PanScaleDb = 70;
-    Bench.State.PanSpanMHz = 0.05;
-  }
-  void Receive(const test::Bytes& bytes) { Bench.WSPan.DataArrival(bytes); }
-};
-
-TEST_F(LinkTest, EachNewLineOfTheMainPanadapterIsTakenOnce) {
-  Open();
-  EXPECT_TRUE(Bench.State.K4Connected);
-  EXPECT_EQ(Link.Poll({}, Line), PollResult::Pending);
-  test::FrameFields fields;
-  fields.Reference = "-1355";
-  fields.Level = [](int sample) { return -1200 + (sample == 513 ? 10 : 0); };
-  const test::Bytes frame = test::PanFrame(fields);
-  Receive({frame.begin(), frame.begin() + 1000});
-  Bench.Time.Advance(7ms);
-  Receive({frame.begin() + 1000, frame.end()});
-  const auto arrived = Bench.Time.Now();
-  Bench.Time.Advance(3ms);
-
-  ASSERT_EQ(Link.Poll({}, Line), PollResult::Line);
-  EXPECT_EQ(Line.PointCount, 1024);
-  EXPECT_EQ(Line.FirstIndex, 1);
-  ASSERT_EQ(Line.Levels.size(), 1025U);
-  EXPECT_FLOAT_EQ(Line.Levels[1], -119);
-  EXPECT_FLOAT_EQ(Line.Levels[1024], -120);
-  EXPECT_DOUBLE_EQ(Line.LeftMHz, 14.049);
-  EXPECT_DOUBLE_EQ(Line.CentreMHz, 14.074);
-  EXPECT_DOUBLE_EQ(Line.RightMHz, 14.099);
-  EXPECT_EQ(Line.Arrived, arrived);
-  EXPECT_FLOAT_EQ(Line.BottomLevel, -136);  // whole dB below -135.5 and -65.5
-  EXPECT_FLOAT_EQ(Line.TopLevel, -66);
-  EXPECT_EQ(Link.Scale(), (LevelScale{-136, -66, 70, 20}));
-  EXPECT_DOUBLE_EQ(Link.GridHz()[10], 50000);
-  EXPECT_EQ(Link.Poll({}, Line), PollResult::Pending);
-
-  test::FrameFields mini;
-  mini.Letter = 'Y';
-  Receive(test::PanFrame(mini));
-  EXPECT_EQ(Link.Poll({}, Line), PollResult::Pending);
-  Receive(frame);
-  Bench.WSPan.Closed();
-  EXPECT_EQ(Link.Poll({}, Line), PollResult::Line);
-  Receive(frame);  // what a closed connection still delivers
-  EXPECT_EQ(Link.Poll({}, Line), PollResult::Pending);
-
-  // The line of one run is not the first of the next.
-  Link.Close();
-  EXPECT_FALSE(Bench.State.K4Connected);
-  Open();
-  EXPECT_EQ(Link.Poll({}, Line), PollResult::Pending);
-}
-
-TEST_F(LinkTest, AFailedOpenTellsWhyAndAnAbandonedOneSaysNothing) {
-  EXPECT_FALSE(Link.Open(Radio));
-  EXPECT_THAT(Bench.User.Messages, ElementsAre("Spectrino|TCP Port not defined"));
-  Bench.Setting("K4TCP", "k4.local");
-  Bench.GivenUp = true;
-  EXPECT_FALSE(Link.Open(Radio));
-  EXPECT_EQ(Bench.User.Messages.size(), 1U);
 }
 
 }  // namespace
