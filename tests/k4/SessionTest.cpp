@@ -149,25 +149,68 @@ TEST(K4Session, SilenceAsksForOtherSettingsAndOkTriesThem) {
 }
 
 TEST(K4Session, OnePortIsEnoughWhicheverAnswersFirst) {
-  struct Case {
-    bool Cat, Pan, CatFirst;
-    std::string Missing;
-  };
-  for (const Case& c : {Case{true, false, false, "The K4's panadapter port 9201 does not answer"},
-                        Case{true, false, true, "The K4's panadapter port 9201 does not answer"},
-                        Case{false, true, false, "The K4's CAT port 9200 does not answer"},
-                        Case{false, true, true, "The K4's CAT port 9200 does not answer"}}) {
-    SessionBench bench;
-    bench.Setting("K4TCP", "k4.local");
-    bench.Pump.Meanwhile = [&] {
-      if (c.CatFirst && bench.Events.size() < 4) return;  // both answers in one turn
-      if (c.CatFirst) bench.WSCat.Answer(c.Cat);
-      bench.WSPan.Answer(c.Pan);
-      bench.WSCat.Answer(c.Cat);
-    };
-    EXPECT_FALSE(bench.Session->Start().Failed);
-    EXPECT_TRUE(bench.State.K4Connected);
-    EXPECT_THAT(bench.User.Statuses, ElementsAre(HasSubstr("Connected to"), c.Missing));
+  for (const bool cat : {true, false}) {
+    for (const bool catFirst : {true, false}) {
+      SessionBench bench;
+      bench.Setting("K4TCP", "k4.local");
+      bench.Pump.Meanwhile = [&] {
+        if (catFirst && bench.Events.size() < 4) return;  // both answers in one turn
+        if (catFirst) bench.WSCat.Answer(cat);
+        bench.WSPan.Answer(!cat);
+        bench.WSCat.Answer(cat);
+      };
+      EXPECT_FALSE(bench.Session->Start().Failed);
+      EXPECT_TRUE(bench.State.K4Connected);
+      const std::string missing = cat ? "panadapter port 9201" : "CAT port 9200";
+      EXPECT_THAT(bench.User.Statuses,
+                  ElementsAre(HasSubstr("Connected to"), "The K4's " + missing + ": refused"));
+    }
+  }
+}
+
+TEST(K4Session, EachPortIsOpenedOnceWheneverItConnects) {
+  for (const bool cat : {true, false}) {
+    for (int late = 3; late <= 7; ++late) {  // the last pause of the opening is the seventh
+      SessionBench bench;
+      bench.Setting("K4TCP", "k4.local");
+      int pauses = 0;
+      bench.Pump.Meanwhile = [&] {
+        (cat ? bench.WSPan : bench.WSCat).Answer(true);
+        if (++pauses >= late) (cat ? bench.WSCat : bench.WSPan).Answer(true);
+      };
+      EXPECT_FALSE(bench.Session->Start().Failed);
+      const auto sent = [&bench](const char* what) { return std::ranges::count(bench.Events, what); };
+      EXPECT_EQ(sent("PAN PING\r\n"), 1) << late;
+      EXPECT_EQ(sent("PAN A1\r\n"), 1) << late;
+      EXPECT_EQ(sent("CAT ID;"), 1) << late;
+      EXPECT_EQ(sent("CAT AI5;"), 2) << late;
+      EXPECT_EQ(bench.User.Statuses.back(), "") << late;
+    }
+  }
+}
+
+TEST(K4Session, BothPortsLostInTheOpeningAreTriedAgainOrTold) {
+  for (const bool again : {true, false}) {
+    for (int lost = 4; lost <= 7; ++lost) {
+      SessionBench bench;
+      bench.Setting("Reconnect", again ? "1" : "0");
+      bench.Setting("K4TCP", "k4.local");
+      int pauses = 0;
+      bench.Pump.Meanwhile = [&] {
+        for (test::ScriptedSocket* socket : {&bench.WSPan, &bench.WSCat}) {
+          socket->Answer(true);
+          if (pauses + 1 == lost) socket->Closed();
+        }
+        ++pauses;
+      };
+      const K4ConnectOutcome outcome = bench.Session->Start();
+      EXPECT_EQ(outcome.Failed, !again) << lost;
+      EXPECT_EQ(outcome.Message, again ? ""
+                                       : "TCP ERROR - HOST = k4.local PORTPAN = 9201 PORTCAT = 9200: closed "
+                                         "by the radio");
+      EXPECT_EQ(bench.Session->Health().NextTry.has_value(), again);
+      EXPECT_EQ(bench.User.Statuses.back(), "") << lost;
+    }
   }
 }
 
