@@ -4,6 +4,7 @@
 #include <QMessageBox>
 #include <utility>
 
+#include "host/HostBackend.h"
 #include "run/SetupChecks.h"
 #include "settings/Keys.h"
 
@@ -30,7 +31,8 @@ Program::Program(const CommandLine& line)
       times_(std::make_unique<StageTimes>()),
       pulse_(user_),
       demo_(
-          clock_, [this] { return cycle_->ZeroFreqMHz(); }, kDemoSeed) {
+          clock_, [this] { return cycle_->ZeroFreqMHz(); }, kDemoSeed),
+      hostServer_(user_, clock_) {
   store_.WriteInBackground([this] {
     QMetaObject::invokeMethod(
         &user_, [this] { store_.Collect(); }, Qt::QueuedConnection);
@@ -58,11 +60,26 @@ Program::Program(const CommandLine& line)
                                                    *times_, clock_, ports_, radios_->Router()});
   window_->SettingsLoaded = [this](const PanSettings& settings) {
     pulse_.SetRealTimePriority(settings.Priority);
+    if (session_.SearchHost) hostServer_.Serve(HostTask(settings));
   };
 }
 
 Program::~Program() {
   static_cast<void>(FinishSaving());
+}
+
+// A server of ours is for this machine alone.
+std::optional<HostServerTask> Program::HostTask(const PanSettings& settings) {
+  const SetupSection setup(store_);
+  const RigctldEndpoint endpoint = HostEndpoint(store_);
+  const bool here = endpoint.Host == "127.0.0.1" || endpoint.Host == "localhost";
+  HostServerTask task{.Model = setup.Read(key::kRigModel),
+                      .Device = setup.Read(key::kRigPort),
+                      .Baud = setup.Read(key::kRigSpeed),
+                      .Port = endpoint.Port,
+                      .Scope = RowOf(settings.Control).Way == CatWay::HostAndScope};
+  if (task.Model == 0 || !here || !UsesHost(settings.Control)) return std::nullopt;
+  return task;
 }
 
 std::string Program::SettingsFolder(std::optional<DemoFolder>& demo, DemoKind kind) {

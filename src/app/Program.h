@@ -13,6 +13,7 @@
 #include "app/CommandLine.h"
 #include "app/DemoFolder.h"
 #include "app/DemoRadio.h"
+#include "app/HostServer.h"
 #include "app/Radios.h"
 #include "app/frmPan.h"
 #include "sim/DemoInput.h"
@@ -44,6 +45,7 @@ class Program {
   [[nodiscard]] double RunSeconds() const;
 
  private:
+  [[nodiscard]] std::optional<HostServerTask> HostTask(const PanSettings& settings);
   static std::string SettingsFolder(std::optional<DemoFolder>& demo, DemoKind kind);
   void LoadIqFiles(const QStringList& paths);
   void ChooseForThisRun(const CommandLine& line);
@@ -66,6 +68,7 @@ class Program {
   std::unique_ptr<Radios> radios_;
   std::unique_ptr<DemoRadio> demoRadio_;
   std::unique_ptr<RunCycle> cycle_;
+  HostServer hostServer_;
   std::unique_ptr<frmPan> window_;
   bool gaveUp_ = false;  ///< the last settings could not be saved
 };

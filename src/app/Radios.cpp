@@ -1,8 +1,10 @@
 #include "app/Radios.h"
 
+#include "adapters/dbus/DbusBridgePort.h"
 #include "adapters/qt/QtByteSocket.h"
 #include "adapters/qt/QtSerialPort.h"
 #include "civ/ui/IcomKit.h"
+#include "host/BridgeKit.h"
 #include "host/PanKit.h"
 #include "host/ui/HostKit.h"
 #include "k4/ui/K4Kit.h"
@@ -14,8 +16,8 @@ Radios::Radios(const KitParts& parts) {
   kits_.push_back(
       std::make_unique<K4Kit>(parts, std::make_unique<QtByteSocket>(), std::make_unique<QtByteSocket>()));
   kits_.push_back(std::make_unique<HostKit>(parts, std::make_unique<QtByteSocket>()));
-  kits_.push_back(std::make_unique<PanKit>(parts, CatWay::Ketrel));
-  kits_.push_back(std::make_unique<PanKit>(parts, CatWay::Bridge));
+  kits_.push_back(std::make_unique<PanKit>(parts));
+  kits_.push_back(std::make_unique<BridgeKit>(parts, std::make_unique<DbusBridgePort>()));
 
   std::vector<RadioKit*> kits;
   for (const auto& kit : kits_) {

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "app/HostServer.h"
 #include "app/Manual.h"
 #include "app/WindowPlace.h"
 #include "settings/SetupSection.h"
@@ -173,6 +174,7 @@ void frmPan::LoadWindow() {
   if (parts_.State.FirstRun) parts_.State.Settings.WaterfallSel = kFirstRunWaterfall;
   RestorePlace(*this, parts_.Store);
   LoadSettings();
+  WayChosen(RowOf(parts_.State.Settings.Control).Way);
   deck_->LoadCalibration();
   const PanSettings& settings = parts_.State.Settings;
   header_->ShowOnTop(settings.OnTop);
@@ -191,6 +193,10 @@ void frmPan::LoadSettings() {
   view_->ShowAll();
 }
 
+void frmPan::WayChosen(CatWay way) {
+  for (RadioKit* kit : parts_.Router.Kits()) kit->WayChosen(way);
+}
+
 void frmPan::cmdSetup_Click() {
   range_.StoreWaiting();
   SetupWorld world{.Store = parts_.Store,
@@ -201,6 +207,7 @@ void frmPan::cmdSetup_Click() {
     return parts_.Devices.Sources();
   };
   world.OpenManual = OpenManual;
+  world.AskRigs = AskRigctlList;
   if (parts_.User.Unattended()) {
     world.ShowMessage = [this](const QString& text) {
       parts_.User.ShowMessage("Spectrino", text.toStdString(), Severity::Information);
@@ -212,6 +219,7 @@ void frmPan::cmdSetup_Click() {
   }
   auto* dialog = new frmSetupPan(std::move(world), this);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
+  connect(dialog, &frmSetupPan::WayChosen, this, &frmPan::WayChosen);
   // The input of a demo or a recording stays for this run unless another source was chosen.
   connect(dialog, &QDialog::finished, this, [this, dialog](int result) {
     if (result == QDialog::Accepted && dialog->SourceChanged()) sources_.Stored();

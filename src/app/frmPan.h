@@ -50,6 +50,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void LoadWindow();
   /// LoadSettings: reads the store again and shows what it holds.
   void LoadSettings();
+  void WayChosen(CatWay way);
   /// Opens the setup dialog; the settings are loaded again when it closes.
   void cmdSetup_Click();
   void StartButton_Click();

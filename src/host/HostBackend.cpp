@@ -14,7 +14,9 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto kSearchTime = 1000ms;
+constexpr auto kOwnServerTime = 3000ms;
 constexpr auto kLook = 5ms;
+constexpr auto kAgain = 100ms;
 constexpr double kStepMHz = 0.1;
 constexpr std::string_view kPublisher = "Bexmora";
 
@@ -28,15 +30,22 @@ RigctldEndpoint HostEndpoint(SettingsStore& store) {
 
 bool HostBackend::Open() {
   control_ = parts_.Settings.Control;
+  parts_.Ticking(true);
   pan_ = {};
   const bool mainOnly = RowOf(control_).Offset == OffsetRule::FixedCentre;
   HostRadio& radio = parts_.Radio;
-  radio.Open(HostEndpoint(parts_.Store), mainOnly ? HostReads::MainOnly : HostReads::Everything);
+  const auto open = [&] {
+    radio.Open(HostEndpoint(parts_.Store), mainOnly ? HostReads::MainOnly : HostReads::Everything);
+  };
+  open();
   const RigctldClient& client = radio.Client();
-  const auto end = parts_.Time.Now() + kSearchTime;
-  while (!client.IsReady() && !client.IsLost() && parts_.Time.Now() < end) {
+  // A server of ours may be starting itself.
+  const bool comes = SetupSection(parts_.Store).Read(key::kRigModel) > 0;
+  const auto end = parts_.Time.Now() + (comes ? kOwnServerTime : kSearchTime);
+  while (!client.IsReady() && (comes || !client.IsLost()) && parts_.Time.Now() < end) {
     if (parts_.Abandoned && parts_.Abandoned()) break;
-    parts_.Pump.Wait(kLook);
+    parts_.Pump.Wait(client.IsLost() ? kAgain : kLook);
+    if (client.IsLost() && comes) open();
   }
   const bool found = client.IsReady() || (client.IsConnected() && !client.IsLost());
   if (!found) {
@@ -49,6 +58,7 @@ bool HostBackend::Open() {
 }
 
 void HostBackend::Close() {
+  parts_.Ticking(false);
   parts_.Radio.Close();
   parts_.Store.Withdraw(kPublisher, kPanSection);
   published_.clear();
@@ -99,10 +109,23 @@ void HostBackend::Publish() {
   if (state.PitchHz) put("PITCH", *state.PitchHz);
   if (state.PreampDb) put("PRE", *state.PreampDb);
   if (state.AttenuatorDb) put("ATT", *state.AttenuatorDb);
-  if (state.IfShiftHz) put("IFS", *state.IfShiftHz);
+  if (state.IfShiftHz) {
+    put("IFS", *state.IfShiftHz);
+    put("IS", FilterCentreHz(RadioModeOfHost(hostMode), a.WidthHz, *state.IfShiftHz,
+                             state.PitchHz.value_or(kUsualPitchHz)));
+  }
   // Of Elecraft's data modes: 0 data, 2 the radio's own teletype.
   if (a.Mode == hostmode::kFsk || a.Mode == hostmode::kFskReverse) put("DT", state.DataFamily ? 0 : 2);
   put("SB", host.HostGetSubRx());
+  // What the radio behind the host no longer tells is not known of it; another one may be there now.
+  const auto stays = [&](const KeyValue& old) {
+    return std::ranges::any_of(values, [&](const KeyValue& value) { return value.Key == old.Key; });
+  };
+  if (!std::ranges::all_of(published_, stays)) {
+    parts_.Store.Withdraw(kPublisher, kPanSection);
+    published_.clear();
+    read_.Reset();
+  }
   for (const KeyValue& value : values) {
     const auto same = [&](const KeyValue& old) { return old.Key == value.Key && old.Value == value.Value; };
     if (std::ranges::any_of(published_, same)) continue;
@@ -113,11 +136,8 @@ void HostBackend::Publish() {
 }
 
 void HostBackend::SetFrequency(Vfo vfo, double freqMHz, Aim aim) {
-  if (aim == Aim::Signal && pan_.Corrects == 1 && pan_.FskOffset == 0) {
-    const int radioMode = RadioModeOfHost(parts_.Radio.HostGetMode(vfo));
-    if (radioMode == mode::kData) freqMHz -= pan_.ToneOffsetHz() / 1e6;
-    if (radioMode == mode::kDataReverse) freqMHz += pan_.ToneOffsetHz() / 1e6;
-  }
+  if (aim == Aim::Signal)
+    freqMHz = CorrectedForTones(pan_, RadioModeOfHost(parts_.Radio.HostGetMode(vfo)), freqMHz);
   parts_.Radio.HostSetFrequency(freqMHz, vfo);
 }
 

@@ -19,6 +19,7 @@ constexpr auto kRawDeadline = 5s;
 /// FE FE controller radio, FB or FA, FD: what an Icom says to a command that asks nothing.
 constexpr const char* kCivAnswerBytes = "6";
 constexpr std::size_t kFrequencyDigits = 11;
+constexpr double kMostMHz = 1e6;
 
 constexpr bool IsDigit(char c) {
   return c >= '0' && c <= '9';
@@ -115,6 +116,8 @@ std::function<void(const RigctldReply*)> HostRadio::Settling(std::optional<Wante
     const bool newest = wanted && wanted->Number == number;
     if (reply != nullptr && reply->Code == rprt::kDone) {
       if (!newest) return;
+      // Where nothing reads VFO B it is where it was put.
+      if (HostVfo& told = state_.Of(vfo); told.Read == 0 && wanted->FreqHz > 0) told.FreqHz = wanted->FreqHz;
       wanted->TakenAfter = poll_.ReadsSent();
       poll_.ReadSoon(vfo);
       return;
@@ -126,7 +129,7 @@ std::function<void(const RigctldReply*)> HostRadio::Settling(std::optional<Wante
 }
 
 void HostRadio::HostSetFrequency(double freqMHz, Vfo vfo) {
-  if (!hostFound_ || !(freqMHz > 0)) return;
+  if (!hostFound_ || !(freqMHz > 0 && freqMHz < kMostMHz)) return;
   if (vfo == Vfo::B && !client_.TakesVfo()) {
     user_.Log(LogArea::Host, "VFO B cannot be set: this server takes no VFO");
     return;

@@ -8,16 +8,14 @@ namespace spectrino {
 
 class PanKit final : public RadioKit {
  public:
-  /// way: Ketrel or Bridge.
-  PanKit(const KitParts& parts, CatWay way) : way_(way), backend_(parts.Store, parts.Settings, parts.Time) {}
+  explicit PanKit(const KitParts& parts) : backend_(parts.Store, parts.Settings, parts.Time) {}
 
   [[nodiscard]] RigBackend& Backend() override { return backend_; }
   [[nodiscard]] const RadioTraits& Traits() const override { return traits_; }
   [[nodiscard]] LinkHealth Health() const override { return {.State = LinkState::Live}; }
-  [[nodiscard]] bool Carries(CatWay way) const override { return way == way_; }
+  [[nodiscard]] bool Carries(CatWay way) const override { return way == CatWay::Ketrel; }
 
  private:
-  CatWay way_;
   RadioTraits traits_;
   PanBackend backend_;
 };

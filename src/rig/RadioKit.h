@@ -60,6 +60,10 @@ class RadioKit {
   /// Whether frequencies and commands of this way go through it.
   [[nodiscard]] virtual bool Carries(CatWay /*way*/) const { return false; }
 
+  /// The way that the settings name from now on, whether a run is on or not: a link that lives beside runs
+  /// opens for its own way and closes for any other.
+  virtual void WayChosen(CatWay /*way*/) {}
+
   /// What it is, for the information line; empty: as its source is called.
   [[nodiscard]] virtual std::string Model() const { return {}; }
   /// The mode of the receiver that the mode buttons address.

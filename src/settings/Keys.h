@@ -86,6 +86,11 @@ inline constexpr IntKey kK4PanPort{{"K4PANPORT"}, 9201, {0, 65535}};
 inline constexpr IntKey kTcpTimeOutMs{{"TCPTimeOut"}, 1000, {0, INT32_MAX}};
 /// host:port of the CAT server; "" means the default one.
 inline constexpr TextKey kHostEndpoint{{"HostEndpoint"}, ""};
+/// The CAT server that the program runs itself: its number of the radio, 0 for none; device; baud, 0 for its
+/// own.
+inline constexpr IntKey kRigModel{{"RigModel"}, 0, {0, 999999, 0}};
+inline constexpr TextKey kRigPort{{"RigPort"}, ""};
+inline constexpr IntKey kRigSpeed{{"RigSpeed"}, 0, {0, 4000000, 0}};
 inline constexpr FlagKey kCatServer{{"CatServer"}};
 inline constexpr IntKey kCatServerPort{{"CatServerPort"}, 4533, {0, 65535}};
 

@@ -51,8 +51,8 @@ class Setup : public testing::Test {
       return answer_;
     };
     dialog_ = std::make_unique<frmSetupPan>(world);
-    QObject::connect(dialog_.get(), &frmSetupPan::BridgeWanted,
-                     [this](bool wanted) { bridge_.push_back(wanted); });
+    QObject::connect(dialog_.get(), &frmSetupPan::WayChosen,
+                     [this](CatWay way) { bridge_.push_back(way == CatWay::Bridge); });
     dialog_->show();
   }
   template <typename Widget>

@@ -18,10 +18,10 @@ HostKit::HostKit(const KitParts& parts, std::unique_ptr<ByteSocket> socket)
                 .User = parts.User,
                 .Pump = parts.Pump,
                 .Time = parts.Time,
-                .Abandoned = parts.Abandoned}) {
+                .Abandoned = parts.Abandoned,
+                .Ticking = [this](bool on) { on ? tmrHost_.start(kTick) : tmrHost_.stop(); }}) {
   tmrHost_.setTimerType(Qt::PreciseTimer);
   QObject::connect(&tmrHost_, &QTimer::timeout, &tmrHost_, [this] { backend_.Tick(); });
-  tmrHost_.start(kTick);
 }
 
 HostKit::~HostKit() = default;

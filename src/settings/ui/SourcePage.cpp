@@ -8,21 +8,22 @@
 
 namespace spectrino::setup {
 
-SourcePage::SourcePage(SettingsStore& store, const SerialPorts* ports, QWidget* parent) : QWidget(parent) {
+SourcePage::SourcePage(SettingsStore& store, const SerialPorts* ports, AskRigList askRigs, QWidget* parent)
+    : QWidget(parent) {
   QGroupBox* fraDevice = MakeDevice();
   QGroupBox* fraFrequency = MakeFrequency();
   fraTRXM_ = MakeInstructions();
   Icom = new IcomFrames(store, ports, this);
   k4_ = new K4Frames(this);
+  server_ = new HostServerFrame(ports, std::move(askRigs), this);
   QGroupBox* fraCatServer = MakeCatServer();
   auto* rows = new QVBoxLayout(this);
-  for (QGroupBox* frame : {fraDevice, fraFrequency, fraTRXM_, k4_->fraK4, k4_->fraMiscK4, Icom->fraICOM,
-                           Icom->fraCIV, fraCatServer})
+  for (QGroupBox* frame : {fraDevice, fraFrequency, server_->fraHostServer, fraTRXM_, k4_->fraK4,
+                           k4_->fraMiscK4, Icom->fraICOM, Icom->fraCIV, fraCatServer})
     rows->addWidget(frame);
   rows->addStretch(1);
   // What nothing in the program heeds is kept in the file and not shown.
-  for (QWidget* idle : std::initializer_list<QWidget*>{lblBits_, optbits[0], optbits[1], lblHostEndpoint_,
-                                                       txtHostEndpoint_, fraCatServer})
+  for (QWidget* idle : std::initializer_list<QWidget*>{lblBits_, optbits[0], optbits[1], fraCatServer})
     idle->hide();
 }
 
@@ -98,6 +99,7 @@ void SourcePage::AddFields(SetupFields& fields) {
   fields.push_back(TextField(txtCatServerPort_, key::kCatServerPort));
   Icom->AddFields(fields);
   k4_->AddFields(fields);
+  server_->AddFields(fields);
 }
 
 CatChoice SourcePage::Cat() const {
@@ -121,6 +123,10 @@ void SourcePage::Show(const SetupView& view, bool running) {
   lblTRX_->setText(view.Instructions);
   Icom->Show(view);
   k4_->Show(view);
+  const bool host = UsesHost(view.Control);
+  lblHostEndpoint_->setVisible(host);
+  txtHostEndpoint_->setVisible(host);
+  server_->Show(host);
 }
 
 }  // namespace spectrino::setup

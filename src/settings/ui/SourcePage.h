@@ -6,6 +6,7 @@
 #include "settings/SettingsStore.h"
 #include "settings/SetupView.h"
 #include "settings/ui/FreshList.h"
+#include "settings/ui/HostServerFrame.h"
 #include "settings/ui/IcomFrames.h"
 #include "settings/ui/K4Frames.h"
 #include "settings/ui/SetupFields.h"
@@ -16,8 +17,8 @@ namespace spectrino::setup {
 class SourcePage final : public QWidget {
   Q_OBJECT
  public:
-  /// ports may be null: then there are none.
-  SourcePage(SettingsStore& store, const SerialPorts* ports, QWidget* parent = nullptr);
+  /// ports and askRigs may be null: then there are none.
+  SourcePage(SettingsStore& store, const SerialPorts* ports, AskRigList askRigs, QWidget* parent = nullptr);
 
   void AddFields(SetupFields& fields);
   /// What the two lists of CAT software and kind of receiver say.
@@ -45,6 +46,7 @@ class SourcePage final : public QWidget {
   QGroupBox* fraTRXM_;
   QLabel* lblTRX_;
   K4Frames* k4_;
+  HostServerFrame* server_;
   QCheckBox* chkCatServer_;
   QLineEdit* txtCatServerPort_;
 };

@@ -56,7 +56,7 @@ void frmSetupPan::FillWorld() {
 }
 
 void frmSetupPan::MakePages() {
-  source_ = new SourcePage(world_.Store, world_.Ports);
+  source_ = new SourcePage(world_.Store, world_.Ports, world_.AskRigs);
   sound_ = new SoundPage;
   tuning_ = new TuningPage;
   display_ = new DisplayPage;
@@ -227,7 +227,7 @@ void frmSetupPan::OpenChapter(const char* chapter) {
 }
 
 void frmSetupPan::done(int result) {
-  emit BridgeWanted(RowOf(SetupCatControl_).Way == CatWay::Bridge);
+  emit WayChosen(RowOf(SetupCatControl_).Way);
   QDialog::done(result);
 }
 

@@ -26,6 +26,7 @@ struct SetupWorld {
   bool Running = false;  ///< a run is on: what it copied at Start cannot be changed now
   /// Opens a chapter of the manual; empty: its first page. What went wrong, empty when nothing did.
   std::function<std::string(const std::string& chapter)> OpenManual{};
+  setup::AskRigList AskRigs{};                             ///< null: the list of radios stays empty
   std::function<void(const QString& text)> ShowMessage{};  ///< titled "Spectrino"
   std::function<bool(const QString& text)> AskOkCancel{};
 };
@@ -41,8 +42,8 @@ class frmSetupPan final : public QDialog {
   [[nodiscard]] bool SourceChanged() const { return sourceChanged_; }
 
  signals:
-  /// On every closing: whether the chosen CAT control needs the bridge.
-  void BridgeWanted(bool wanted);
+  /// On every closing: the way to the radio that was chosen, stored or not.
+  void WayChosen(CatWay way);
 
  public slots:
   void done(int result) override;
