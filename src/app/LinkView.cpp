@@ -61,6 +61,12 @@ bool LinkView::CommandsStale() const {
   return kit == nullptr || kit->CommandHealth().State != LinkState::Live;
 }
 
+RigBackend* LinkView::FilterBackend() const {
+  const Route& way = cycle_.View().Way;
+  if (way.Source == nullptr || way.Source == way.Control) return Backend();
+  return way.Source->CommandHealth().State == LinkState::Live ? &way.Source->Backend() : nullptr;
+}
+
 bool LinkView::LinesStopped(LinkHealth::Time now) const {
   const auto arrived = cycle_.View().Line.Arrived;
   // A layout makes nobody hear a radio that is gone.
@@ -88,13 +94,18 @@ void LinkView::LookAtLines(LinkHealth::Time now) {
 
 void LinkView::Look() {
   const LinkHealth::Time now = time_.Now();
-  if (state_.WindowMinimized || state_.ResizeInProgress) hiddenUntil_ = now;
   LookAtLinks();
+  const RadioLink* link = cycle_.View().Link;
+  const bool paused = link != nullptr && link->Paused() && !source_.Bad();
+  if (state_.WindowMinimized || state_.ResizeInProgress || paused) hiddenUntil_ = now;
   LookAtRadio();
   LookAtLines(now);
 
   text_ = source_.Text(now);
-  if (linesMissing_) text_ = source_.Name + " sends no spectrum: is its scope on?";
+  if (linesMissing_) {
+    const std::string& why = source_.Health.Why;
+    text_ = why.empty() ? source_.Name + " sends no spectrum: is its scope on?" : why;
+  }
   if (const std::string other = control_ ? control_->Text(now) : std::string(); !other.empty())
     text_ += (text_.empty() ? "" : "\n") + other;
   TellNews();
@@ -108,7 +119,11 @@ void LinkView::TellNews() {
   std::string trouble = kind(source_) + (linesMissing_ ? "?" : "") + (control_ ? kind(*control_) : "");
   if (trouble == told_) return;
   told_ = std::move(trouble);
-  news_ = text_.empty() ? source_.Name + " is heard again" : text_;
+  news_ = text_.empty() ? troubled_ + " is heard again" : text_;
+  if (source_.Bad() || linesMissing_)
+    troubled_ = source_.Name;
+  else if (control_ && control_->Bad())
+    troubled_ = control_->Name;
 }
 
 }  // namespace spectrino

@@ -54,6 +54,9 @@ class LinkView {
   [[nodiscard]] bool RadioStale() const { return radioStale_; }
   /// What the operator's requests go to: null where there is no radio, and while it is not heard.
   [[nodiscard]] RigBackend* Backend() const { return radioStale_ ? nullptr : cycle_.Backend(); }
+  /// What a filter that is gripped belongs to: the source's radio where it is one, whoever tells the
+  /// frequency.
+  [[nodiscard]] RigBackend* FilterBackend() const;
 
  private:
   void LookAtLinks();
@@ -75,7 +78,8 @@ class LinkView {
   std::optional<std::chrono::system_clock::time_point> stoppedAt_;
   std::string text_;
   std::string news_;
-  std::string told_;  ///< the kind of trouble that was told last
+  std::string told_;      ///< the kind of trouble that was told last
+  std::string troubled_;  ///< whose it was
 };
 
 }  // namespace spectrino

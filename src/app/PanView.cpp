@@ -164,10 +164,10 @@ void PanView::ShowOverlays() {
     return;
   }
   ShowInset();
-  parts_.Display.SetTransmitting(parts_.State.Radio.Transmitting);
+  const bool stale = parts_.Links.RadioStale();
+  parts_.Display.SetTransmitting(!stale && parts_.State.Radio.Transmitting);
   // Where a radio was that is no longer heard is not where it is.
-  parts_.Display.SetMarkers(parts_.Links.RadioStale() ? std::vector<PlotMarker>()
-                                                      : VfoMarkers(parts_.State.Radio));
+  parts_.Display.SetMarkers(stale ? std::vector<PlotMarker>() : VfoMarkers(parts_.State.Radio));
 }
 
 void PanView::ShowInset() {
@@ -189,9 +189,6 @@ void PanView::ShowInset() {
 void PanView::ShowRunState() {
   const bool running = parts_.Cycle.Running();
   parts_.Header->ShowRunning(running, parts_.Cycle.Starting());
-  // Said while it was looked for; the picture is for the band now. A radio's own news stay.
-  if (running && parts_.Cycle.View().Link == nullptr)
-    parts_.Scope->Status().Show(StatusLine::Rank::Status, {});
   parts_.Links.RunChanged();
   ShowLinks();
   ShowAll();

@@ -18,6 +18,7 @@ struct CivState {
   int AfLevel = 0;
   int SqlLevel = 0;
   int AgcSetting = 0;
+  bool Transmitting = false;
   std::string RadioId;               ///< two hex characters; empty until the radio told
   std::uint64_t IdentitySerial = 0;  ///< counts up each time that it told
   std::string IcomModelName;

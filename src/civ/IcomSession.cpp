@@ -104,7 +104,7 @@ std::string IcomSession::OpenPort() {
   std::string trouble = link_.Open(path);
   if (!trouble.empty()) return trouble;
   watch_.Begin();
-  identified_ = setUp_ = false;
+  identified_ = setUp_ = state.Transmitting = false;
   identitiesSeen_ = state.IdentitySerial;
   unanswered_ = 0;
   state.ScopeShownSpan = 0;  // the first line sets the span controls
@@ -186,7 +186,7 @@ void IcomSession::Heal() {
 void IcomSession::FollowRadio() {
   CivState& state = parts_.State;
   if (reconnect_ && Health().State == LinkState::Silent) {
-    identified_ = setUp_ = false;
+    identified_ = setUp_ = state.Transmitting = false;
     identitiesSeen_ = state.IdentitySerial;
   }
   if (!identified_ && state.IdentitySerial != identitiesSeen_) {
@@ -196,7 +196,7 @@ void IcomSession::FollowRadio() {
   }
   if (!reconnect_) return;
   // Without a known model no line is understood.
-  const bool wanted = ScopeWanted() && Answers() && state.SpectrumPoints > 0;
+  const bool wanted = LinesDue() && Answers() && state.SpectrumPoints > 0;
   if (!identified_) {
     AskAgain();
   } else if (scope_.Due(parts_.Time.Now(), wanted, link_.LineArrived())) {

@@ -45,6 +45,9 @@ class IcomSession {
   [[nodiscard]] LinkHealth Health() const;
   /// Whether it is worth while to ask the radio for more than what it is.
   [[nodiscard]] bool Answers() const;
+  /// Whether lines should come: not where nobody can look at them, nor while the scan's dialog has the bus.
+  /// A radio that transmits may send none, by its own menu.
+  [[nodiscard]] bool LinesDue() const { return ScopeWanted() && !parts_.State.Transmitting; }
   /// Counts up each time that the radio was set up: what it was asked for before is to be asked again.
   [[nodiscard]] int SetUps() const { return setUps_; }
   /// When the last byte of the newest scope line came.

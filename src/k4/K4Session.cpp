@@ -79,7 +79,7 @@ K4ConnectOutcome K4Session::Start() {
     return outcome;
   }
   // Again: what the radio missed while it was still being set up is asked for a second time.
-  RefreshK4();
+  if (cat_.Opened) RefreshK4();
   BeginWatch();
   timerEnabled_ = true;
   state.K4PanDataSeen = false;
@@ -102,8 +102,12 @@ void K4Session::Stop() {
 
 K4ConnectOutcome K4Session::TCPConnect() {
   K4ConnectOutcome outcome = connector_.Connect(target_);
-  if (!outcome.Failed) SendOpening();
-  return outcome;
+  if (outcome.Failed) return outcome;
+  SendOpening();
+  // Both may be gone again by now: who does not try anew has nothing to run on.
+  if (parts_.State.K4Connected || SetupSection(parts_.Store).Read(key::kReconnect)) return outcome;
+  parts_.User.ShowStatus("");
+  return connector_.GiveUp(target_);
 }
 
 void K4Session::SendOpening() {
@@ -111,15 +115,16 @@ void K4Session::SendOpening() {
                          std::to_string(target_.PanPort));
   parts_.Pump.Wait(250ms);
   parts_.Pump.Wait(250ms);
-  if (cat_.Connected && pan_.Connected)
-    parts_.User.ShowStatus("");  // it was there long enough to be read
-  else
-    ReportMissingPort();
+  // It was there long enough to be read. One connection is enough to be connected, but not to work.
+  const Port& other = cat_.Connected ? pan_ : cat_;
+  parts_.User.ShowStatus(cat_.Connected == pan_.Connected ? "" : other.Trouble(target_));
+  // A port that connects from here on gets its opening when the watch begins.
+  for (Port* port : {&cat_, &pan_}) port->Opened = port->Connected;
   SendPan("PING");
   SendCatOpening();
   // The reply to "ME0005;" decides whether there is a sub mini-pan.
   parts_.Pump.Wait(30ms);
-  SendPanOpening();
+  if (pan_.Opened) SendPanOpening();
   if (parts_.State.SubRxOn == 1 || parts_.View.SubTicked()) SendK4("#HDPM1;");
   parts_.Pump.Wait(30ms);
 }
@@ -137,18 +142,11 @@ void K4Session::SendPanOpening() {
   SendPan(parts_.State.IsK4D ? "Z1" : "Z0");
 }
 
-// One connection is enough to be connected, but not to work: say what is missing.
-void K4Session::ReportMissingPort() {
-  if (!parts_.State.K4Connected) return;
-  const Port& missing = cat_.Connected ? pan_ : cat_;
-  parts_.User.ShowStatus("The K4's " + PortText(missing) + " does not answer");
-}
-
 void K4Session::CloseSockets() {
   for (Port* port : {&pan_, &cat_}) {
     port->Socket.Close();
     port->Watch.End();
-    port->Connected = port->Told = false;
+    port->Connected = port->Opened = port->Told = false;
     port->Why.clear();
   }
   parts_.State.K4Connected = false;
@@ -163,7 +161,10 @@ void K4Session::BeginWatch() {
   for (Port* port : {&cat_, &pan_}) {
     port->Watch.TryAgain(again);
     port->Watch.Begin();
-    if (!port->Connected) port->Watch.Lost(port->Why.empty() ? "no answer" : port->Why);
+    if (!port->Connected)
+      port->Watch.Lost(port->Why.empty() ? "no answer" : port->Why);
+    else if (!port->Opened)
+      OpenPort(*port);
   }
 }
 
@@ -245,16 +246,23 @@ void K4Session::PortConnected(Port& port) {
   port.Told = false;
   parts_.State.K4Connected = true;
   if (!timerEnabled_) return;
-  // It comes late, or again: the radio knows nothing of what this connection missed.
   port.Watch.Begin();
+  if (&port == &pan_)
+    assembler_.Reset();
+  else
+    K4RxBuffer_.clear();
+  OpenPort(port);
+}
+
+/// It came late, or again: the radio knows nothing of what this connection missed.
+void K4Session::OpenPort(Port& port) {
+  port.Opened = true;
   if (cat_.Connected && pan_.Connected) parts_.User.ShowStatus("");
   if (&port == &pan_) {
-    assembler_.Reset();
     SendPan("PING");
     SendPanOpening();
     return;
   }
-  K4RxBuffer_.clear();
   MonitorSelected_ = false;
   SendCatOpening();
   RefreshK4();
@@ -262,7 +270,7 @@ void K4Session::PortConnected(Port& port) {
 }
 
 void K4Session::PortEnded(Port& port, std::string_view why) {
-  port.Connected = false;
+  port.Connected = port.Opened = false;
   port.Why = why;
   // Each failed try says the same, and each connection of a radio that drops them.
   if (port.Watch.Steady())

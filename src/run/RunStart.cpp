@@ -43,11 +43,12 @@ void RunStart::OpenHost() {
   if (!UsesHost(control_) || !session_.SearchHost) return;
   RadioKit* host = parts_.Router.Host();
   hostOpen_ = host != nullptr && host->Backend().Open();
-  if (hostOpen_) return;
+  if (hostOpen_ || stopped_()) return;
   // What the last run's host told is not known of this one.
   session_.Radio = RadioState{};
   parts_.User.ShowStatus("Castelon not found");
   parts_.Pump.Wait(1000ms);
+  parts_.User.ShowStatus("");
 }
 
 bool RunStart::Open() {
@@ -67,7 +68,7 @@ bool RunStart::OpenRadio() {
     return false;
   }
   run_.Link = link;
-  if (!link->Open(session_.Radio)) return false;
+  if (!link->Open()) return false;
   source_ = &link->Source();
   return true;
 }

@@ -21,6 +21,11 @@ struct RunView {
   ZoomPlan LinePlan;              ///< under which Line was taken
 
   [[nodiscard]] bool HasLine() const { return Running && Line.Serial != 0; }
+  /// The back-end whose radio has a span of its own to step; null where the display zooms.
+  [[nodiscard]] RigBackend* SpanOwner() const {
+    return Running && Way.Source != nullptr && Way.Source->Traits().OwnSpan ? &Way.Source->Backend()
+                                                                            : nullptr;
+  }
 };
 
 }  // namespace spectrino

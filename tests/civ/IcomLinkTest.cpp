@@ -17,7 +17,7 @@ TEST_F(IcomLinkTest, StartIdentifiesTheRadioAndSetsItsScopeUp) {
     Port.DataArrival(Bytes("FE FE E0 A4 19 00 A4 FD"));
   };
   State.ScopeShownSpan = 1;
-  ASSERT_TRUE(Link.Open(Radio));
+  ASSERT_TRUE(Link.Open());
   EXPECT_EQ(Port.Path, "/dev/radio");
   EXPECT_EQ(Pump.Waited, 150ms);
   EXPECT_EQ(State.IcomModelName, "IC-705");
@@ -35,7 +35,7 @@ TEST_F(IcomLinkTest, AWrongAddressEndsTheStart) {
   for (const char* address : {"", "9", "094"}) {
     Store.SaveSetting("Spectrino", "Setup", "ICADDR", address);
     User.Messages.clear();
-    EXPECT_FALSE(Link.Open(Radio));
+    EXPECT_FALSE(Link.Open());
     EXPECT_THAT(User.Messages, ElementsAre("Spectrino|COM/ICOM ERROR"));
     EXPECT_EQ(Port.Path, "");
     EXPECT_FALSE(State.IcomActive);
@@ -43,7 +43,7 @@ TEST_F(IcomLinkTest, AWrongAddressEndsTheStart) {
 }
 
 TEST_F(IcomLinkTest, EachLineIsPolledOnceWithItsOwnEdges) {
-  ASSERT_TRUE(Link.Open(Radio));
+  ASSERT_TRUE(Link.Open());
   Port.DataArrival(Bytes("FE FE E0 A4 19 00 A4 FD FE FE E0 A4 03 00 40 07 14 00 FD FE FE E0 A4 04 03 01 FD"));
   EXPECT_EQ(Link.Poll({}, Line), PollResult::Pending);
   const auto arrival = Time.Now();
@@ -70,7 +70,7 @@ TEST_F(IcomLinkTest, EachLineIsPolledOnceWithItsOwnEdges) {
 }
 
 TEST_F(IcomLinkTest, ABandButtonGoesBackToWhereOneWasThere) {
-  ASSERT_TRUE(Link.Open(Radio));
+  ASSERT_TRUE(Link.Open());
   Sent(Session, 300ms);
   State.RadioFreqMHz = 0.1371;
   State.RadioModeIndex = 2;
@@ -92,7 +92,7 @@ TEST_F(IcomLinkTest, ABandButtonGoesBackToWhereOneWasThere) {
 }
 
 TEST_F(IcomLinkTest, AMacroMayHaveBlanksAndSteppingUpRaisesTheFrequency) {
-  ASSERT_TRUE(Link.Open(Radio));
+  ASSERT_TRUE(Link.Open());
   Sent(Session, 300ms);
   Backend.SendMacro(" 16 02\t01 ");
   EXPECT_THAT(Sent(Session, 100ms), ElementsAre("FEFEA4E0160201FD"));
@@ -104,7 +104,7 @@ TEST_F(IcomLinkTest, AMacroMayHaveBlanksAndSteppingUpRaisesTheFrequency) {
 }
 
 TEST_F(IcomLinkTest, TheScopeRestsDuringALayoutAndEndsWithTheRun) {
-  ASSERT_TRUE(Link.Open(Radio));
+  ASSERT_TRUE(Link.Open());
   Sent(Session, 300ms);
   Link.BeforeLayout();
   Panel.Told.clear();

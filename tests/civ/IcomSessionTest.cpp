@@ -34,7 +34,7 @@ struct IcomSessionTest : IcomBench {
 
 TEST_F(IcomSessionTest, ALostPortIsTriedAtGrowingPausesUntilStop) {
   Port.Trouble = "/dev/radio is not there";
-  ASSERT_TRUE(Link.Open(Radio));
+  ASSERT_TRUE(Link.Open());
   EXPECT_TRUE(Tried());
   EXPECT_EQ(Session.Health().Why, Port.Trouble);
   EXPECT_THAT(Seconds(46, [&] { return Tried(); }), ElementsAre(1, 3, 7, 15, 30, 45));
@@ -49,7 +49,7 @@ TEST_F(IcomSessionTest, ALostPortIsTriedAtGrowingPausesUntilStop) {
 
   Store.SaveSetting("Spectrino", "Setup", "Reconnect", "0");
   Port.Trouble.clear();
-  ASSERT_TRUE(Link.Open(Radio));
+  ASSERT_TRUE(Link.Open());
   EXPECT_TRUE(Tried());
   Port.Pull("ttyUSB0 was unplugged");
   EXPECT_THAT(Seconds(40, [&] { return Tried(); }), IsEmpty());
@@ -64,7 +64,7 @@ TEST_F(IcomSessionTest, AScopeThatFallsSilentIsSwitchedOnAgainWhileLinesAreWante
     return Sends("271101");
   };
   Pump.Meanwhile = [&] { Hear("1900A4"); };
-  ASSERT_TRUE(Link.Open(Radio));
+  ASSERT_TRUE(Link.Open());
   EXPECT_THAT(Seconds(40, answering), ElementsAre(0, 2, 4, 8, 16, 31));
   EXPECT_THAT(User.Statuses,
               ElementsAre("The radio answers, but its scope sends nothing: it is switched on again.",
@@ -83,11 +83,19 @@ TEST_F(IcomSessionTest, AScopeThatFallsSilentIsSwitchedOnAgainWhileLinesAreWante
   EXPECT_EQ(User.Statuses.back(), "");
   State.ScanDialogOpen = false;
   EXPECT_THAT(Seconds(3, answering), ElementsAre(2));
+  // While it transmits its menu may keep them off.
+  Hear("1C0001");
+  EXPECT_THAT(Seconds(20, answering), IsEmpty());
+  Backend.Refresh(Radio);
+  EXPECT_TRUE(Link.Paused() && Radio.Transmitting);
+  Hear("1C0000");
+  EXPECT_FALSE(Link.Paused());
+  EXPECT_THAT(Seconds(3, answering), ElementsAre(2));
 }
 
 TEST_F(IcomSessionTest, ALongLayoutIsNoSilence) {
   Pump.Meanwhile = [&] { Hear("1900A4"); };
-  ASSERT_TRUE(Link.Open(Radio));
+  ASSERT_TRUE(Link.Open());
   Seconds(1, [&] { return Sends("271001"); });
   Link.BeforeLayout();
   EXPECT_THAT(Seconds(5, [&] { return Hear("FB"), Session.Health().State != LinkState::Live; }), IsEmpty());

@@ -34,7 +34,7 @@ class Station {
     tmrRadio_.start(2);
   }
   void Start() {
-    ASSERT_TRUE(kit_.Link()->Open(state_));
+    ASSERT_TRUE(kit_.Link()->Open());
     kit_.RunChanged(true);
     tmrPass_.start(5);
   }

@@ -40,6 +40,25 @@ TEST(Frame, OrientationIsTheProductOfItsReasons) {
   }
 }
 
+TEST(Frame, SpotIsAnsweredSoonOrNotAtAll) {
+  RunBench bench;
+  int spots = 0;
+  bench.Cycle.Frames().SpotFrame = [&spots](const SpectrumLine&) { ++spots; };
+  ASSERT_TRUE(bench.Cycle.Start());
+  const auto after = [&](std::chrono::milliseconds time, bool anotherRate) {
+    bench.Cycle.Frames().RequestSpot(bench.Time.Now());
+    bench.Time.Advance(time);
+    if (anotherRate) bench.Cycle.Frames().RestartHistory();
+    bench.Feed(6000, 2);
+    bench.Step();
+    bench.Step();
+    return std::exchange(spots, 0);
+  };
+  EXPECT_EQ(after(1500ms, false), 1) << "as slow as lines may be";
+  EXPECT_EQ(after(2500ms, false), 0) << "the link was lost meanwhile, or the window hidden";
+  EXPECT_EQ(after(100ms, true), 0);
+}
+
 TEST(Frame, AHiddenWindowKeepsTheRadioAndTheHistory) {
   RunBench bench;
   bench.State.Settings.Control = CatControl::HostIf;

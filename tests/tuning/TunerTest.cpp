@@ -49,8 +49,8 @@ class Tuning : public testing::Test, public TuningWindow {
   int Restarts = 0;
   RadioTraits Traits;
   Tuner Tune{{Radio, Settings, Time, *this, [this] { return HasRig ? &Rig : nullptr; },
-              [this] { return Traits; }, [this] { return Traits.OwnSpan ? &Rig : nullptr; },
-              [this] { return Running; }}};
+              [this] { return Traits; }, [this] { return &Rig; },
+              [this] { return Traits.OwnSpan ? &Rig : nullptr; }, [this] { return Running; }}};
 };
 
 TEST_F(Tuning, ClicksTuneTheirVfoAndUndoGoesBack) {
@@ -69,6 +69,9 @@ TEST_F(Tuning, ClicksTuneTheirVfoAndUndoGoesBack) {
   Tune.cmdUpDn_Click(0, 14.2);
   Tune.cmdUpDn_Click(1, 14.2);
   EXPECT_THAT(Asked(), ElementsAre("step 1 from 14.200000", "step -1 from 14.200000"));
+  Traits.StepMHz = 0.05;
+  Tune.cmdUpDn_Click(1, 14.2);
+  EXPECT_THAT(Asked(), ElementsAre("A 14.150300"));
   Traits.ClickChoosesWheel = true;
   Tune.Scope_MouseDown(ClickButton::Right, 14.26, false);
   EXPECT_EQ(Tune.WheelVfo(), Vfo::B);
@@ -81,6 +84,7 @@ TEST_F(Tuning, ClicksTuneTheirVfoAndUndoGoesBack) {
 }
 
 TEST_F(Tuning, OverAPassbandButtonsAndWheelChangeTheFilter) {
+  HasRig = false;  // the frequency may be another way's, and lost
   Tune.SetPassbandDrag(PassbandDragMode::Main);
   Tune.Scope_MouseDown(ClickButton::Right, 14.25, false);
   Tune.WheelMoved(120, false);
@@ -90,6 +94,7 @@ TEST_F(Tuning, OverAPassbandButtonsAndWheelChangeTheFilter) {
   for (int i = 0; i < 9; ++i) Tune.WheelMoved(30, false);
   EXPECT_THAT(Asked(), ElementsAre("bandwidth A 50", "shift A 10", "bandwidth B -50", "shift B -10",
                                    "shift B 10", "shift B 10"));
+  HasRig = true;
   Tune.KeyStep(1, false);
   EXPECT_THAT(Asked(), ElementsAre("A 14.200325")) << "keys tune wherever the pointer rests";
   EXPECT_EQ(Restarts, 0);

@@ -125,6 +125,7 @@ void IcomKit::tmrIcomStatus_Timer() {
   // A radio that does not report its own knob, and one whose memories or scan move it, is asked.
   session_.Sender().SendCiv("03", "", "?");
   session_.Sender().SendCiv("04", "", "?");
+  session_.Sender().SendCiv("1C", "00", "?");
   AskPanelState();
 }
 
