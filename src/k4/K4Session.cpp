@@ -117,7 +117,8 @@ void K4Session::SendOpening() {
   parts_.Pump.Wait(250ms);
   // It was there long enough to be read. One connection is enough to be connected, but not to work.
   const Port& other = cat_.Connected ? pan_ : cat_;
-  parts_.User.ShowStatus(cat_.Connected == pan_.Connected ? "" : other.Trouble(target_));
+  const std::string trouble = other.Why.empty() ? " does not answer" : ": " + other.Why;
+  parts_.User.ShowStatus(cat_.Connected == pan_.Connected ? "" : "The K4's " + PortText(other) + trouble);
   // A port that connects from here on gets its opening when the watch begins.
   for (Port* port : {&cat_, &pan_}) port->Opened = port->Connected;
   SendPan("PING");

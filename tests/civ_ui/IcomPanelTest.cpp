@@ -21,7 +21,7 @@ class Panel : public testing::Test {
   Panel() {
     file_.Files["Spectrino"] = "[Setup]\nPort=1\nICADDR=94\n[Ports]\n1=/dev/radio\n";
     pump_.Meanwhile = [this] { Hear("190094"); };
-    EXPECT_TRUE(kit_.Link()->Open(radio_));
+    EXPECT_TRUE(kit_.Link()->Open());
     kit_.SetWindow(&window_);
     kit_.Panel()->setEnabled(true);
     kit_.Panel()->show();
@@ -65,7 +65,6 @@ class Panel : public testing::Test {
   SettingsStore store_{file_, user_};
   PanSettings settings_;
   RecordingWindow window_;
-  RadioState radio_;
   SpectrumLine line_;
   IcomKit kit_{{store_, settings_, user_, pump_, clock_, [] { return false; }},
                std::unique_ptr<SerialPort>(port_)};
