@@ -1,5 +1,5 @@
-// Whatever an Icom's line may carry, up to the pixels: nothing crashes, no number leaves its type, and every
-// line that is drawn has a place.
+// Whatever an Icom's line may carry, up to the pixels: nothing crashes, no number leaves its type, no line is
+// malformed, every one that is drawn has a place, and the next good frame is understood.
 #include <algorithm>
 
 #include "Picture.h"
@@ -23,9 +23,9 @@ class Radio {
   void Connect() {
     link_.Close();
     // What still has to leave would be waited for in true time.
-    while (link_.Closing()) {
+    while (session_.Closing()) {
       time_.Advance(std::chrono::milliseconds(20));
-      link_.Pump();
+      session_.Pump();
     }
     state_ = CivState{};
     panel_.Told.clear();
@@ -38,7 +38,17 @@ class Radio {
     state_.SpectrumPoints = state_.ScopePoints = 475;
     picture_.BeginRun();
   }
-  void Receive(std::span<const std::uint8_t> bytes) { port_.DataArrival(bytes); }
+  void Receive(std::span<const std::uint8_t> bytes) {
+    port_.DataArrival(bytes);
+    const std::size_t points = state_.ScopeLevels.empty() ? 0 : state_.ScopeLevels.size() - 1;
+    fuzz::Require(state_.ScopeSerial == 0 ? points == 0 || points == 475 : points == 475 || points == 689);
+    fuzz::Require(state_.ScopeWaveHex.size() <= 30 + 2 * 689);
+    fuzz::Require(!state_.CivParserBusy && !state_.ScopeWaveBusy);
+  }
+  void ReceiveFrequency() {
+    port_.DataArrival(test::Bytes("FD FD FE FE E0 94 03 00 00 23 14 00 FD"));
+    fuzz::Require(state_.RadioFreqMHz == 14.23);
+  }
   void Pass() {
     RadioState radio;
     radio.MainFreqMHz = state_.RadioFreqMHz;
@@ -55,7 +65,9 @@ class Radio {
   FakeClock time_;
   ScriptedPump pump_;
   CivState state_;
-  IcomLink link_{{port_, state_, panel_, store_, time_, pump_, user_}};
+  IcomParts parts_{port_, state_, panel_, store_, time_, pump_, user_};
+  IcomSession session_{parts_};
+  IcomLink link_{parts_, session_};
   fuzz::Picture picture_{link_};
 };
 
@@ -66,16 +78,19 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
   return 0;
 }
 
-// data: pieces, each behind an eighth of its length: a line of the scope takes 600 bytes.
+// data: pieces, each behind an eighth of its length, as a line of the scope takes 600 bytes; from E0 on, 0
+// to 31.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static Radio radio;
   radio.Connect();
   std::span<const std::uint8_t> rest(data, size);
   for (int pass = 0; pass < kMostPasses && rest.size() > 1; ++pass) {
-    const std::size_t length = std::min<std::size_t>(rest[0] * 8, rest.size() - 1);
+    const std::size_t most = rest[0] < 0xE0 ? rest[0] * 8U : rest[0] - 0xE0U;
+    const std::size_t length = std::min(most, rest.size() - 1);
     radio.Receive(rest.subspan(1, length));
     radio.Pass();
     rest = rest.subspan(1 + length);
   }
+  radio.ReceiveFrequency();
   return 0;
 }

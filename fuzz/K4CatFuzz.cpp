@@ -4,29 +4,12 @@
 #include <string>
 
 #include "k4/CatParser.h"
-
-namespace {
-
-class NoPanel final : public spectrino::K4PanelView {
- public:
-  void SetCheck(spectrino::K4Check, bool) override {}
-  void SetFilterCaption(int, const std::string&) override {}
-  void SetVolume(int, int value) override {
-    if (value < 0 || value > 255) std::abort();
-  }
-  void SetVolumeToolTip(const std::string&) override {}
-  [[nodiscard]] bool SubTicked() const override { return false; }
-  [[nodiscard]] int Notch() const override { return 0; }
-  void SetNotch(int) override {}
-  void SetNotchToolTip(const std::string&) override {}
-};
-
-}  // namespace
+#include "k4/RecordingPanel.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace spectrino;
   const std::string text(reinterpret_cast<const char*>(data), size);
-  NoPanel panel;
+  RecordingPanel panel;
   K4State whole;
   std::string buffer = text;
   ParseK4Replies(buffer, whole, panel);

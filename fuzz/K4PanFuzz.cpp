@@ -1,23 +1,20 @@
 // Any bytes on the panadapter connection, in any pieces: no crash, and no line that could not be drawn.
 #include <algorithm>
-#include <cstdlib>
 #include <span>
 #include <vector>
 
+#include "Require.h"
 #include "k4/PanAssembler.h"
 #include "k4/PanStream.h"
 
 namespace {
 
 using namespace spectrino;
+using fuzz::Require;
 
 constexpr std::size_t kMostFrames = 6;
 constexpr std::size_t kShortPieces = 8;
 constexpr std::size_t kLongPiece = 1500;
-
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
 
 void CheckLines(const K4State& state) {
   for (const K4PanChannel& channel : state.K4PanChannels) {

@@ -5,8 +5,8 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
-#include <cstdlib>
 
+#include "Require.h"
 #include "display/PanDisplay.h"
 #include "rig/RadioLink.h"
 #include "run/FrameMaker.h"
@@ -17,10 +17,6 @@ extern "C" inline __attribute__((used)) int __lsan_is_turned_off() {
 }
 
 namespace spectrino::fuzz {
-
-inline void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 /// Texts need a program that could have a window. For LLVMFuzzerInitialize.
 inline void BeginPictures(int* argc, char*** argv) {

@@ -1,9 +1,9 @@
 // Any text as the settings file: it survives a rewrite, and what is read from it is within its limits.
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
+#include "Require.h"
 #include "fakes/MemorySettingsFile.h"
 #include "fakes/RadioSources.h"
 #include "fakes/Recorders.h"
@@ -12,10 +12,7 @@
 namespace {
 
 using namespace spectrino;
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
+using fuzz::Require;
 
 void ReadAll(SettingsStore& store) {
   const SetupSection setup(store);

@@ -1,9 +1,9 @@
 // Whatever an operator may type: frequencies and macros.
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
+#include "Require.h"
 #include "civ/HexText.h"
 #include "fakes/FakeRig.h"
 #include "fakes/MemorySettingsFile.h"
@@ -14,10 +14,7 @@
 namespace {
 
 using namespace spectrino;
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
+using fuzz::Require;
 
 void TypeFrequency(const std::string& text) {
   const double mhz = TypedMHz(text);

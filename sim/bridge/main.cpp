@@ -11,6 +11,7 @@
 #include "sim/bridge/BridgeService.h"
 #include "sim/bridge/BridgedRadio.h"
 #include "sim/bridge/FlrigFollower.h"
+#include "sim/bridge/RigctldFollower.h"
 
 namespace {
 
@@ -27,16 +28,6 @@ class PlainNotifier final : public spectrino::Notifier {
   }
 };
 
-/// "host:port" with a port that exists; false otherwise.
-bool ReadEndpoint(const QString& text, QString& host, quint16& port) {
-  const qsizetype colon = text.lastIndexOf(':');
-  bool isNumber = false;
-  const uint number = text.mid(colon + 1).toUInt(&isNumber);
-  host = text.left(colon);
-  port = static_cast<quint16>(number);
-  return colon > 0 && isNumber && number >= 1 && number <= 65535;
-}
-
 int Fail(const QString& why) {
   std::fprintf(stderr, "spectrino-bridge: %s\n", qPrintable(why));
   return 1;
@@ -51,7 +42,8 @@ int main(int argc, char** argv) {
   line.setApplicationDescription(
       "The bridge on the session bus. Without a radio its items are set by others.");
   line.addHelpOption();
-  line.addOption({"flrig", "follow and tune the radio of an flrig", "host:port"});
+  line.addOptions({{"flrig", "follow and tune the radio of an flrig", "host:port"},
+                   {"rigctld", "follow and tune the radio of a rigctld", "host:port"}});
   line.process(application);
 
   PlainNotifier user;
@@ -60,11 +52,14 @@ int main(int argc, char** argv) {
   BridgeService service;
   std::unique_ptr<RadioFollower> radio;
   std::unique_ptr<BridgedRadio> bridged;
-  if (line.isSet("flrig")) {
-    QString host;
-    quint16 port = 0;
-    if (!ReadEndpoint(line.value("flrig"), host, port)) return Fail("--flrig needs host:port");
-    radio = std::make_unique<FlrigFollower>(host, port);
+  for (const char* program : {"flrig", "rigctld"}) {
+    if (!line.isSet(program)) continue;
+    const auto endpoint = ParseEndpoint(line.value(program).toStdString());
+    if (!endpoint) return Fail(QString("--%1 needs host:port").arg(program));
+    if (std::string_view(program) == "flrig")
+      radio = std::make_unique<FlrigFollower>(QString::fromStdString(endpoint->Host), endpoint->Port);
+    else
+      radio = std::make_unique<RigctldFollower>(*endpoint);
     bridged = std::make_unique<BridgedRadio>(service, *radio, store);
   }
   if (const QString why = service.Serve(); !why.isEmpty()) return Fail(why);

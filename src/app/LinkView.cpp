@@ -61,23 +61,51 @@ bool LinkView::CommandsStale() const {
   return kit == nullptr || kit->CommandHealth().State != LinkState::Live;
 }
 
+RigBackend* LinkView::FilterBackend() const {
+  const Route& way = cycle_.View().Way;
+  if (way.Source == nullptr || way.Source == way.Control) return Backend();
+  return way.Source->CommandHealth().State == LinkState::Live ? &way.Source->Backend() : nullptr;
+}
+
 bool LinkView::LinesStopped(LinkHealth::Time now) const {
-  const auto last = std::max(cycle_.View().Line.Arrived, hiddenUntil_);
-  return now - last > (source_.Bad() ? LinkHealth::Time::duration(kLastLine) : kLinesMissing);
+  const auto arrived = cycle_.View().Line.Arrived;
+  // A layout makes nobody hear a radio that is gone.
+  if (source_.Bad()) return now - arrived > kLastLine;
+  return now - std::max(arrived, hiddenUntil_) > kLinesMissing;
+}
+
+/// What was stale when a run ended is not news because another begins.
+void LinkView::LookAtRadio() {
+  const bool heard = control_ ? control_->Heard : source_.Heard || !CommandsStale();
+  const bool waits = radioStale_ && !(cycle_.Running() && heard);
+  radioStale_ = waits || (control_ ? control_->Bad() : source_.Bad() && CommandsStale());
+}
+
+void LinkView::LookAtLines(LinkHealth::Time now) {
+  const RunView& run = cycle_.View();
+  if (source_.Health.State != LinkState::Live) deafUntil_ = now;
+  const bool late = now - std::max(run.Line.Arrived, std::max(hiddenUntil_, deafUntil_)) > kLinesMissing;
+  linesMissing_ = run.Running && run.Link != nullptr && source_.Health.State == LinkState::Live && late;
+  // After a run its last picture stays as it was.
+  if (!run.Running) return;
+  stoppedAt_.reset();
+  if (run.HasLine() && LinesStopped(now)) stoppedAt_ = run.Line.TakenUtc;
 }
 
 void LinkView::Look() {
   const LinkHealth::Time now = time_.Now();
-  if (state_.WindowMinimized || state_.ResizeInProgress) hiddenUntil_ = now;
   LookAtLinks();
-  radioStale_ = control_ ? control_->Bad() : source_.Bad() && CommandsStale();
-  const bool stopped = cycle_.View().HasLine() && LinesStopped(now);
-  stoppedAt_.reset();
-  if (stopped) stoppedAt_ = cycle_.View().Line.TakenUtc;
-  linesMissing_ = stopped && !source_.Bad() && cycle_.View().Link != nullptr;
+  const RadioLink* link = cycle_.View().Link;
+  const bool paused = link != nullptr && link->Paused() && !source_.Bad();
+  if (state_.WindowMinimized || state_.ResizeInProgress || paused) hiddenUntil_ = now;
+  LookAtRadio();
+  LookAtLines(now);
 
   text_ = source_.Text(now);
-  if (linesMissing_) text_ = source_.Name + " sends no spectrum: is its scope on?";
+  if (linesMissing_) {
+    const std::string& why = source_.Health.Why;
+    text_ = why.empty() ? source_.Name + " sends no spectrum: is its scope on?" : why;
+  }
   if (const std::string other = control_ ? control_->Text(now) : std::string(); !other.empty())
     text_ += (text_.empty() ? "" : "\n") + other;
   TellNews();
@@ -91,7 +119,11 @@ void LinkView::TellNews() {
   std::string trouble = kind(source_) + (linesMissing_ ? "?" : "") + (control_ ? kind(*control_) : "");
   if (trouble == told_) return;
   told_ = std::move(trouble);
-  news_ = text_.empty() ? source_.Name + " is heard again" : text_;
+  news_ = text_.empty() ? troubled_ + " is heard again" : text_;
+  if (source_.Bad() || linesMissing_)
+    troubled_ = source_.Name;
+  else if (control_ && control_->Bad())
+    troubled_ = control_->Name;
 }
 
 }  // namespace spectrino

@@ -35,11 +35,14 @@ class LinkView {
 
   /// Looks at the links; a few times a second at least.
   void Look();
-  /// A run began or ended: nothing of an earlier one counts.
+  /// A run began or ended: nothing of an earlier one counts, but what it left dimmed and dashed stays so
+  /// until something is heard again.
   void RunChanged();
 
   /// What is wrong, a line for each link, counting its seconds; empty while all is well.
   [[nodiscard]] const std::string& Text() const { return text_; }
+  /// The text says no more than that lines stay away: whoever knows why says more.
+  [[nodiscard]] bool OnlyLinesMissing() const { return linesMissing_ && !(control_ && control_->Bad()); }
   /// What is worth saying aloud, once: something went wrong in another way than before, or is well again.
   [[nodiscard]] std::string TakeNews() { return std::exchange(news_, {}); }
   /// When the newest line of a picture that has stopped was taken; nothing while the picture is live, and
@@ -51,9 +54,14 @@ class LinkView {
   [[nodiscard]] bool RadioStale() const { return radioStale_; }
   /// What the operator's requests go to: null where there is no radio, and while it is not heard.
   [[nodiscard]] RigBackend* Backend() const { return radioStale_ ? nullptr : cycle_.Backend(); }
+  /// What a filter that is gripped belongs to: the source's radio where it is one, whoever tells the
+  /// frequency.
+  [[nodiscard]] RigBackend* FilterBackend() const;
 
  private:
   void LookAtLinks();
+  void LookAtRadio();
+  void LookAtLines(LinkHealth::Time now);
   [[nodiscard]] bool CommandsStale() const;
   [[nodiscard]] bool LinesStopped(LinkHealth::Time now) const;
   void TellNews();
@@ -64,12 +72,14 @@ class LinkView {
   WatchedLink source_;
   std::optional<WatchedLink> control_;  ///< where another kit than the source's tells the frequency
   LinkHealth::Time hiddenUntil_{};      ///< no line is taken while nobody can look at it
+  LinkHealth::Time deafUntil_{};        ///< the link was not heard till then
   bool linesMissing_ = false;           ///< the link is heard, and brings none
   bool radioStale_ = false;
   std::optional<std::chrono::system_clock::time_point> stoppedAt_;
   std::string text_;
   std::string news_;
-  std::string told_;  ///< the kind of trouble that was told last
+  std::string told_;      ///< the kind of trouble that was told last
+  std::string troubled_;  ///< whose it was
 };
 
 }  // namespace spectrino

@@ -53,10 +53,13 @@ std::string InfoText(const Session& session, RunCycle& cycle) {
   const FrameGeometry& geometry = cycle.Scale().State().Geometry;
   QString text;
   if (geometry.Valid()) text = QString("Span %1 kHz   ").arg(geometry.ShownSpanHz() / 1000, 0, 'g', 5);
-  if (session.Radio.OwnSpectrum) {
-    const RadioKit* source = cycle.View().Way.Source;
+  const bool running = cycle.Running();
+  const ChosenSource& chosen = session.Settings.Source;
+  if (running ? session.Radio.OwnSpectrum : IsRadio(chosen.Id.Kind)) {
+    const RadioKit* source = running ? cycle.View().Way.Source : nullptr;
     const std::string model = source != nullptr ? source->Model() : std::string();
-    text += QString::fromStdString(model.empty() ? cycle.View().SourceName : model);
+    const std::string& name = running ? cycle.View().SourceName : chosen.Name;
+    text += QString::fromStdString(model.empty() ? name : model);
     text += HealthText(cycle.Health().State);
   } else {
     const ZoomPlan& plan = cycle.View().Plan;

@@ -84,7 +84,10 @@ void PanView::ShowLinks() {
     status.Name(spoken);
     parts_.Scope->Announce(spoken);
   }
-  status.Show(StatusLine::Rank::Health, QString::fromStdString(links.Text()));
+  const QString text = QString::fromStdString(links.Text());
+  const QString host = parts_.Cycle.HostMissing() ? "Castelon not found" : QString();
+  status.Show(StatusLine::Rank::Health, links.OnlyLinesMissing() ? QString() : text);
+  status.Show(StatusLine::Rank::Standing, links.OnlyLinesMissing() ? text : host);
   // A muted input or a volume that bends the levels: said while it lasts.
   status.Show(StatusLine::Rank::Warning, QString::fromStdString(parts_.Cycle.Warning()));
   parts_.Display.SetStopped(links.StoppedAt());
@@ -161,10 +164,10 @@ void PanView::ShowOverlays() {
     return;
   }
   ShowInset();
-  parts_.Display.SetTransmitting(parts_.State.Radio.Transmitting);
+  const bool stale = parts_.Links.RadioStale();
+  parts_.Display.SetTransmitting(!stale && parts_.State.Radio.Transmitting);
   // Where a radio was that is no longer heard is not where it is.
-  parts_.Display.SetMarkers(parts_.Links.RadioStale() ? std::vector<PlotMarker>()
-                                                      : VfoMarkers(parts_.State.Radio));
+  parts_.Display.SetMarkers(stale ? std::vector<PlotMarker>() : VfoMarkers(parts_.State.Radio));
 }
 
 void PanView::ShowInset() {
@@ -176,8 +179,9 @@ void PanView::ShowInset() {
   if (!inset_.Take(parts_.Time.Now())) return;
   const PlotMarker main = VfoMarkers(parts_.State.Radio).front();
   StatusArea area = source->Status();
-  // Of the whole line: a zoomed plot has ends of its own.
-  if (parts_.Cycle.Scale().State().Zoomed) area.ScaleLeft = area.ScaleRight = {};
+  // Of the whole line: a zoomed plot has ends of its own, one without a line has none yet.
+  const ScaleState& scale = parts_.Cycle.Scale().State();
+  if (scale.Zoomed || !scale.Geometry.Valid()) area.ScaleLeft = area.ScaleRight = {};
   parts_.Display.SetStatus(std::move(area), std::min(main.FreqMHz, main.PassbandLowMHz),
                            std::max(main.FreqMHz, main.PassbandHighMHz));
 }
@@ -185,9 +189,6 @@ void PanView::ShowInset() {
 void PanView::ShowRunState() {
   const bool running = parts_.Cycle.Running();
   parts_.Header->ShowRunning(running, parts_.Cycle.Starting());
-  // Said while it was looked for; the picture is for the band now. A radio's own news stay.
-  if (running && parts_.Cycle.View().Link == nullptr)
-    parts_.Scope->Status().Show(StatusLine::Rank::Status, {});
   parts_.Links.RunChanged();
   ShowLinks();
   ShowAll();

@@ -49,7 +49,8 @@ TuningInput::TuningInput(const Parts& parts)
               .Window = *this,
               .Backend = [this] { return parts_.Links.Backend(); },
               .Traits = [this] { return parts_.Cycle.View().Way.Traits; },
-              .SpanOwner = [this] { return parts_.Cycle.SpanOwner(); },
+              .Filters = [this] { return parts_.Links.FilterBackend(); },
+              .SpanOwner = [this] { return parts_.Cycle.View().SpanOwner(); },
               .Running = [this] { return parts_.Cycle.Running(); }}),
       peaks_(parts.State, parts.Cycle, parts.Display, *parts.Scope, tuner_) {
   ScopeWidget* scope = parts.Scope;
@@ -87,7 +88,8 @@ void TuningInput::TellNoSpot() {
 // Answered by the next line: one that comes when the link is back would move a dial that nobody turns any
 // more.
 void TuningInput::RequestSpot() {
-  if (!parts_.Links.RadioStale() && !parts_.Links.StoppedAt()) parts_.Cycle.Frames().RequestSpot();
+  if (!parts_.Links.RadioStale() && !parts_.Links.StoppedAt())
+    parts_.Cycle.Frames().RequestSpot(parts_.Time.Now());
 }
 
 TuningInput::~TuningInput() {
@@ -241,8 +243,7 @@ void TuningInput::AfterPass() {
 
 void TuningInput::RunChanged(bool running) {
   if (running) {
-    const Route& way = parts_.Cycle.View().Way;
-    const std::string_view step = (way.Source != nullptr ? way.Source->Traits() : way.Traits).StepText;
+    const std::string_view step = parts_.Cycle.View().Way.Traits.StepText;
     parts_.Strip->SetUpDnStep(QString::fromUtf8(step.data(), static_cast<qsizetype>(step.size())));
     return;
   }

@@ -110,6 +110,9 @@ void AudioSource::FillLine(const LineRequest& request, SpectrumLine& line) {
     const StageTimer timer(times_, Stage::Levels);
     line.Levels.resize(power_.size());
     PowerToLevels(power_, levelOffsetDb_ + request.LevelCorrectionDb, line.Levels);
+    // A point without a magnitude keeps its level of before, but a whole line of them would be a picture of
+    // what is no longer received.
+    if (silence_.StandsStill()) std::ranges::replace(line.Levels, kKeepLevel, kEmptyLevel);
   }
   line.PointCount = spectrum_.SpectrumPoints();
   line.FirstIndex = 0;

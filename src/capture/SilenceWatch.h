@@ -19,6 +19,8 @@ class SilenceWatch {
   /// The next block of interleaved left, right samples, which began and ended at these times.
   void Heard(std::span<const std::int16_t> block, Time begin, Time end);
   void Restart() { *this = {}; }
+  /// Nothing moved in the last block, on neither channel: it holds no signal at all.
+  [[nodiscard]] bool StandsStill() const { return channels_[0].Still && channels_[1].Still; }
   /// What the user is told about the input of that name; empty while both channels live.
   [[nodiscard]] std::string Warning(const std::string& name) const;
 

@@ -32,6 +32,7 @@ std::string CivLink::Open(const std::string& path) {
   unsent_.clear();
   received_.Clear();
   nextWrite_ = {};
+  overlongTold_ = false;
   return port_.Open(path);
 }
 
@@ -110,11 +111,15 @@ void CivLink::ReceiveCiv() {
   if (!busy) return;
   while (received_.NextFrame(state_.RadioAddress, frame_)) {
     const std::uint64_t serial = state_.ScopeSerial;
+    const std::uint64_t divisions = state_.ScopeDivisionsSeen;
     ParseCivFrame(frame_, state_, panel_);
     if (state_.ScopeSerial != serial) lineArrived_ = arrived_;
+    if (state_.ScopeDivisionsSeen != divisions) divisionArrived_ = arrived_;
     if (Heard) Heard();
   }
-  if (received_.DropOverlong()) notifier_.Log(LogArea::Civ, "dropped 64 KiB without an end of message");
+  if (received_.DropOverlong() && !std::exchange(overlongTold_, true))
+    notifier_.Log(LogArea::Civ,
+                  "dropped 64 KiB without an end of message; no more is said of it while the port is open");
 }
 
 void CivLink::RequestIcomStatus() {

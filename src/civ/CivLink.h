@@ -52,6 +52,8 @@ class CivLink final : public CivSender {
   void Pump();
   /// When the last byte of the newest scope line came.
   [[nodiscard]] std::chrono::steady_clock::time_point LineArrived() const { return lineArrived_; }
+  /// The same of the newest division of a line, whether the line becomes whole or not.
+  [[nodiscard]] std::chrono::steady_clock::time_point DivisionArrived() const { return divisionArrived_; }
 
   /// The radio said something, be it that it refuses: after each of its frames was parsed.
   std::function<void()> Heard;
@@ -82,6 +84,8 @@ class CivLink final : public CivSender {
   std::string frame_;
   std::chrono::steady_clock::time_point arrived_{};
   std::chrono::steady_clock::time_point lineArrived_{};
+  std::chrono::steady_clock::time_point divisionArrived_{};
+  bool overlongTold_ = false;  ///< since the port was opened
 };
 
 }  // namespace spectrino

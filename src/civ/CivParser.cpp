@@ -45,6 +45,11 @@ void TellFunction(std::string_view data, CivState&, IcomPanelView& panel) {
   if (BcdNumber(data.substr(0, 2))) panel.SetFunction(Index, data.substr(0, 2) != "00");
 }
 
+// 1C 00 | 00 receiving or 01 transmitting
+void StoreTransmitting(std::string_view data, CivState& state, IcomPanelView&) {
+  if (const auto value = BcdNumber(data.substr(0, 2))) state.Transmitting = *value == 1;
+}
+
 void StoreIdentity(std::string_view data, CivState& state, IcomPanelView&) {
   const std::string_view id = data.substr(2, 2);
   state.RadioId = id;
@@ -107,6 +112,7 @@ constexpr auto kCivRows = std::to_array<CivRow>({
     {"1665", 2, TellFunction<5>},
     {"19", 4, StoreIdentity},
     {"1A07", 2, TellFunction<5>},
+    {"1C00", 2, StoreTransmitting},
     {"2700", 6, TakeWave},
     {"271400", 2, StoreByte<&CivState::ScopeFixedMode>},
     {"271500", 10, StoreSpan},

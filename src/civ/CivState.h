@@ -18,6 +18,7 @@ struct CivState {
   int AfLevel = 0;
   int SqlLevel = 0;
   int AgcSetting = 0;
+  bool Transmitting = false;
   std::string RadioId;               ///< two hex characters; empty until the radio told
   std::uint64_t IdentitySerial = 0;  ///< counts up each time that it told
   std::string IcomModelName;
@@ -36,6 +37,7 @@ struct CivState {
   double ScopeShownSpan = 0;
   int ScopeDivision = 0;
   int ScopeDivisionCount = 0;
+  std::uint64_t ScopeDivisionsSeen = 0;   ///< counts up with each that came, of a broken line too
   std::string ScopeWaveHex;               ///< amplitude text collected so far
   std::vector<std::int16_t> ScopeLevels;  ///< 0..160, points 1..SpectrumPoints; index 0 stays 0
   std::uint64_t ScopeSerial = 0;          ///< counts up with each complete line; 0: none yet

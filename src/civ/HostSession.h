@@ -28,6 +28,7 @@ class HostSession final : public IcomCarrier {
   [[nodiscard]] CivSender& Sender() override { return sender_; }
   [[nodiscard]] LinkHealth Health() const override;
   [[nodiscard]] bool Answers() const override { return setUp_ && Health().State == LinkState::Live; }
+  [[nodiscard]] bool LinesDue() const override { return ScopeWanted() && !parts_.State.Transmitting; }
   [[nodiscard]] int SetUps() const override { return setUps_; }
   [[nodiscard]] std::chrono::steady_clock::time_point LineArrived() const override { return lineArrived_; }
   void BeforeLayout() override;

@@ -14,6 +14,7 @@ void IcomBackend::Refresh(RadioState& radio) {
   radio.MainFreqMHz = state_.RadioFreqMHz;
   radio.SubFreqMHz = 0;
   radio.SplitOn = 0;
+  radio.Transmitting = state_.Transmitting;
   radio.RadioMode = IcomModeCode(state_.RadioModeIndex);
 }
 

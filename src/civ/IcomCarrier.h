@@ -31,6 +31,9 @@ class IcomCarrier {
   [[nodiscard]] virtual LinkHealth Health() const = 0;
   /// Whether it is worth while to ask the radio for more than what it is.
   [[nodiscard]] virtual bool Answers() const = 0;
+  /// Whether lines should come: not where nobody can look at them, nor while the scan's dialog has the bus.
+  /// A radio that transmits may send none, by its own menu.
+  [[nodiscard]] virtual bool LinesDue() const = 0;
   /// Counts up each time that the radio was set up: what it was asked for before is to be asked again.
   [[nodiscard]] virtual int SetUps() const = 0;
   /// When the last byte of the newest scope line came.

@@ -5,7 +5,7 @@
 
 namespace spectrino {
 
-bool IcomLink::Open(RadioState&) {
+bool IcomLink::Open() {
   CivState& state = parts_.State;
   state.IcomControl = SetupSection(parts_.Store).Read(key::kIcomControl);
   polledSerial_ = state.ScopeSerial;

@@ -20,7 +20,8 @@ constexpr auto kCloseWait = 5ms;
 constexpr int kCloseWaits = 60;
 constexpr auto kLookPace = 50ms;
 constexpr auto kAskPace = 1s;
-constexpr auto kAdviceAfter = 2s;
+constexpr auto kDivisionIsNew = 2s;
+constexpr std::size_t kFutileTries = 3;
 constexpr int kOpenQuestions = 2;
 constexpr std::string_view kUnknownModel = "ICOM?";
 
@@ -103,7 +104,7 @@ std::string IcomSession::OpenPort() {
   std::string trouble = link_.Open(path);
   if (!trouble.empty()) return trouble;
   watch_.Begin();
-  identified_ = setUp_ = false;
+  identified_ = setUp_ = state.Transmitting = false;
   identitiesSeen_ = state.IdentitySerial;
   unanswered_ = 0;
   state.ScopeShownSpan = 0;  // the first line sets the span controls
@@ -119,7 +120,6 @@ void IcomSession::HandleLost(const std::string& reason) {
   identified_ = setUp_ = false;
   watch_.Lost(reason);
   parts_.User.Log(LogArea::Civ, reason);
-  if (!reconnect_) parts_.User.ShowStatus(reason + ". Press Stop and Start when the radio is back.");
 }
 
 void IcomSession::SetUpRadio() {
@@ -151,7 +151,13 @@ void IcomSession::Close() {
 
 LinkHealth IcomSession::Health() const {
   if (!parts_.State.IcomActive) return {};
-  return parts_.State.ResizeInProgress ? beforeLayout_ : watch_.Health();
+  if (parts_.State.ResizeInProgress) return beforeLayout_;
+  LinkHealth health = watch_.Health();
+  if (health.State == LinkState::Live) health.Why = ScopeAdvice();
+  if (health.State == LinkState::Silent && !everSetUp_)
+    health.Why = "no answer from CI-V address " + parts_.State.RadioAddress +
+                 ". Check address, cable and 115200 baud at the radio.";
+  return health;
 }
 
 bool IcomSession::Answers() const {
@@ -180,7 +186,7 @@ void IcomSession::Heal() {
 void IcomSession::FollowRadio() {
   CivState& state = parts_.State;
   if (reconnect_ && Health().State == LinkState::Silent) {
-    identified_ = setUp_ = false;
+    identified_ = setUp_ = state.Transmitting = false;
     identitiesSeen_ = state.IdentitySerial;
   }
   if (!identified_ && state.IdentitySerial != identitiesSeen_) {
@@ -190,7 +196,7 @@ void IcomSession::FollowRadio() {
   }
   if (!reconnect_) return;
   // Without a known model no line is understood.
-  const bool wanted = ScopeWanted() && Answers() && state.SpectrumPoints > 0;
+  const bool wanted = LinesDue() && Answers() && state.SpectrumPoints > 0;
   if (!identified_) {
     AskAgain();
   } else if (scope_.Due(parts_.Time.Now(), wanted, link_.LineArrived())) {
@@ -218,12 +224,7 @@ bool IcomSession::ScopeWanted() const {
 std::string IcomSession::Advice() const {
   const CivState& state = parts_.State;
   if (!link_.IsOpen()) return {};
-  const LinkHealth health = Health();
-  if (health.State != LinkState::Live) {
-    if (everSetUp_ || parts_.Time.Now() - health.Since < kAdviceAfter) return {};
-    return "No answer from CI-V address " + state.RadioAddress +
-           ": check address, cable and 115200 baud at the radio.";
-  }
+  if (Health().State != LinkState::Live) return {};
   if (!identified_) {
     if (unanswered_ < kOpenQuestions) return {};
     return "The radio at CI-V address " + state.RadioAddress +
@@ -233,8 +234,17 @@ std::string IcomSession::Advice() const {
     return "CI-V model " + state.RadioId +
            " is not known: tuning, modes and levels work, its scope may stay empty. A sound input shows a "
            "spectrum.";
-  if (scope_.Missing()) return "The radio answers, but its scope sends nothing: it is switched on again.";
-  return {};
+  return ScopeAdvice();
+}
+
+/// Why a radio that answers brings no lines.
+std::string IcomSession::ScopeAdvice() const {
+  if (scope_.Tries() == 0) return {};
+  if (parts_.Time.Now() - link_.DivisionArrived() < kDivisionIsNew)
+    return "The radio answers, but the lines of its scope come damaged: check the cable.";
+  if (scope_.Tries() < kFutileTries)
+    return "The radio answers, but its scope sends nothing: it is switched on again.";
+  return "The radio answers, but its scope stays off: switch it on at the radio.";
 }
 
 void IcomSession::Tell(std::string text) {

@@ -27,6 +27,7 @@ class IcomSession final : public IcomCarrier {
   [[nodiscard]] CivSender& Sender() override { return link_; }
   [[nodiscard]] LinkHealth Health() const override;
   [[nodiscard]] bool Answers() const override;
+  [[nodiscard]] bool LinesDue() const override { return ScopeWanted() && !parts_.State.Transmitting; }
   [[nodiscard]] int SetUps() const override { return setUps_; }
   [[nodiscard]] std::chrono::steady_clock::time_point LineArrived() const override {
     return link_.LineArrived();
@@ -45,6 +46,7 @@ class IcomSession final : public IcomCarrier {
   void AskAgain();
   [[nodiscard]] bool ScopeWanted() const;
   [[nodiscard]] std::string Advice() const;
+  [[nodiscard]] std::string ScopeAdvice() const;
   void Tell(std::string text);
 
   IcomParts parts_;

@@ -16,8 +16,8 @@ class ScopeWatch {
   /// True when it is time to switch it on again: after 2 s without a line, then after 2, 4, 8, and every 15
   /// s. wanted: lines should come; the time in which they should not does not count. lineArrived: the newest.
   [[nodiscard]] bool Due(Time now, bool wanted, Time lineArrived);
-  /// Whether it has been switched on again and no line came yet.
-  [[nodiscard]] bool Missing() const { return tries_ > 0; }
+  /// How often it has been switched on again without a line since, counted up to 4.
+  [[nodiscard]] std::size_t Tries() const { return tries_; }
 
  private:
   Time since_{};

@@ -106,6 +106,7 @@ bool Collect(std::string_view division, int number, int count, CivState& state, 
 }  // namespace
 
 void AssembleScopeWave(std::string_view division, CivState& state, IcomPanelView& panel) {
+  ++state.ScopeDivisionsSeen;
   if (state.RadioId.empty() || state.ScopeMaxLevel <= 0 || state.ScopePoints <= 0) return;
   BusyGuard busy{state.ScopeWaveBusy};
   if (!busy || division.size() < kPrefixText) return;

@@ -1,8 +1,9 @@
-// A frequency that was asked for and is not confirmed yet: shown at once, given up when the other end tells
-// another one or nothing for too long.
+// A frequency that was asked for and is not confirmed yet: shown at once, until the other end tells the same
+// or time is up. Reports of what was asked before may still be on their way meanwhile.
 #pragma once
 
 #include <chrono>
+#include <cmath>
 #include <optional>
 
 namespace spectrino {
@@ -12,19 +13,19 @@ class AskedFrequency {
   using Time = std::chrono::steady_clock::time_point;
   static constexpr std::chrono::milliseconds kConfirmTime{2000};
 
-  /// toldMHz: what the other end told when it was asked.
-  void Ask(double freqMHz, double toldMHz, Time now) { asked_ = Asked{freqMHz, toldMHz, now}; }
+  void Ask(double freqMHz, Time now) { asked_ = Asked{freqMHz, now}; }
   void Forget() { asked_.reset(); }
   /// What to show while the other end tells toldMHz.
   [[nodiscard]] double Shown(double toldMHz, Time now) {
-    if (asked_ && (toldMHz != asked_->ToldMHz || now - asked_->Since > kConfirmTime)) asked_.reset();
+    if (asked_ && (std::abs(toldMHz - asked_->FreqMHz) < kSameMHz || now - asked_->Since > kConfirmTime))
+      asked_.reset();
     return asked_ ? asked_->FreqMHz : toldMHz;
   }
 
  private:
+  static constexpr double kSameMHz = 0.5e-6;
   struct Asked {
     double FreqMHz = 0;
-    double ToldMHz = 0;
     Time Since{};
   };
   std::optional<Asked> asked_;

@@ -79,9 +79,9 @@ void BridgeBackend::SetFrequency(Vfo vfo, double freqMHz, Aim aim) {
   if (aim == Aim::Signal) freqMHz = CorrectedForTones(pan_, radioMode, freqMHz);
   freqMHz = RoundedMHz(freqMHz, settings_.StepHz[StepIndex(radioMode)]);
   if (main)
-    main_.Ask(freqMHz, pan_.MainFreqMHz, clock_.Now());
+    main_.Ask(freqMHz, clock_.Now());
   else
-    sub_.Ask(freqMHz, pan_.SubFreqMHz, clock_.Now());
+    sub_.Ask(freqMHz, clock_.Now());
   link_.BridgeSetFrequency(freqMHz, main ? 1 : kVfoB);
 }
 

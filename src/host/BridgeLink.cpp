@@ -64,7 +64,9 @@ LinkHealth BridgeLink::Health() const {
   if (!active_) return {};
   if (found_) return {.State = LinkState::Live, .Since = since_};
   if (!answered_) return {.State = LinkState::Connecting, .Since = since_};
-  return {.State = LinkState::Lost, .Since = since_, .Why = "LP-Bridge: " + why_};
+  return {.State = LinkState::Lost,
+          .Since = since_,
+          .Why = "LP-Bridge: " + why_ + " It is followed as soon as it runs"};
 }
 
 void BridgeLink::BridgeSetBand(int band) {

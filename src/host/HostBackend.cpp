@@ -14,7 +14,9 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto kSearchTime = 1000ms;
+constexpr auto kOwnServerTime = 3000ms;
 constexpr auto kLook = 5ms;
+constexpr auto kAgain = 100ms;
 constexpr double kStepMHz = 0.1;
 constexpr std::string_view kPublisher = "Bexmora";
 
@@ -29,6 +31,7 @@ RigctldEndpoint HostEndpoint(SettingsStore& store) {
 void HostBackend::Begin() {
   const PanSettings& settings = parts_.Settings;
   control_ = settings.Control;
+  parts_.Ticking(true);
   pan_ = {};
   const bool mainOnly = RowOf(control_).Offset == OffsetRule::FixedCentre;
   const bool beside = settings.Source.Id.Kind == SourceKind::Icom && settings.IcomControl != 0;
@@ -46,10 +49,13 @@ bool HostBackend::Open() {
   Begin();
   HostRadio& radio = parts_.Radio;
   const RigctldClient& client = radio.Client();
-  const auto end = parts_.Time.Now() + kSearchTime;
-  while (!client.IsReady() && !client.IsLost() && parts_.Time.Now() < end) {
+  // A server of ours may be starting itself.
+  const bool comes = SetupSection(parts_.Store).Read(key::kRigModel) > 0;
+  const auto end = parts_.Time.Now() + (comes ? kOwnServerTime : kSearchTime);
+  while (!client.IsReady() && (comes || !client.IsLost()) && parts_.Time.Now() < end) {
     if (parts_.Abandoned && parts_.Abandoned()) break;
-    parts_.Pump.Wait(kLook);
+    parts_.Pump.Wait(client.IsLost() ? kAgain : kLook);
+    if (client.IsLost() && comes) Begin();
   }
   const bool found = client.IsReady() || (client.IsConnected() && !client.IsLost());
   if (!found) {
@@ -61,6 +67,7 @@ bool HostBackend::Open() {
 }
 
 void HostBackend::Close() {
+  parts_.Ticking(false);
   parts_.Radio.Close();
   parts_.Store.Withdraw(kPublisher, kPanSection);
   published_.clear();
@@ -111,10 +118,23 @@ void HostBackend::Publish() {
   if (state.PitchHz) put("PITCH", *state.PitchHz);
   if (state.PreampDb) put("PRE", *state.PreampDb);
   if (state.AttenuatorDb) put("ATT", *state.AttenuatorDb);
-  if (state.IfShiftHz) put("IFS", *state.IfShiftHz);
+  if (state.IfShiftHz) {
+    put("IFS", *state.IfShiftHz);
+    put("IS", FilterCentreHz(RadioModeOfHost(hostMode), a.WidthHz, *state.IfShiftHz,
+                             state.PitchHz.value_or(kUsualPitchHz)));
+  }
   // Of Elecraft's data modes: 0 data, 2 the radio's own teletype.
   if (a.Mode == hostmode::kFsk || a.Mode == hostmode::kFskReverse) put("DT", state.DataFamily ? 0 : 2);
   put("SB", host.HostGetSubRx());
+  // What the radio behind the host no longer tells is not known of it; another one may be there now.
+  const auto stays = [&](const KeyValue& old) {
+    return std::ranges::any_of(values, [&](const KeyValue& value) { return value.Key == old.Key; });
+  };
+  if (!std::ranges::all_of(published_, stays)) {
+    parts_.Store.Withdraw(kPublisher, kPanSection);
+    published_.clear();
+    read_.Reset();
+  }
   for (const KeyValue& value : values) {
     const auto same = [&](const KeyValue& old) { return old.Key == value.Key && old.Value == value.Value; };
     if (std::ranges::any_of(published_, same)) continue;

@@ -31,6 +31,7 @@ class HostBackend final : public RigBackend {
     EventPump& Pump;
     const Clock& Time;
     std::function<bool()> Abandoned;
+    std::function<void(bool on)> Ticking;  ///< Tick is wanted from now on, or no longer
   };
   /// All outlive it.
   explicit HostBackend(Parts parts) : parts_(std::move(parts)) {}

@@ -91,6 +91,7 @@ void HostPoll::Begin(HostReads reads, const RigctldReply& caps) {
   sentAt_ = {};
   next_ = clock_.Now();
   last_ = kSub;
+  state_.Transmitting = false;
   state_.PreampDb = state_.AttenuatorDb = state_.PitchHz = state_.IfShiftHz = std::nullopt;
   for (std::size_t item = 0; item < kItems; ++item) {
     const ReadRow& row = kReads[item];

@@ -21,6 +21,7 @@ constexpr const char* kCivAnswerBytes = "6";
 /// What a radio says to a command of its own kind may come a little after the server answered.
 constexpr auto kRawRest = 60ms;
 constexpr std::size_t kFrequencyDigits = 11;
+constexpr double kMostMHz = 1e6;
 
 constexpr bool IsDigit(char c) {
   return c >= '0' && c <= '9';
@@ -118,6 +119,8 @@ std::function<void(const RigctldReply*)> HostRadio::Settling(std::optional<Wante
     const bool newest = wanted && wanted->Number == number;
     if (reply != nullptr && reply->Code == rprt::kDone) {
       if (!newest) return;
+      // Where nothing reads VFO B it is where it was put.
+      if (HostVfo& told = state_.Of(vfo); told.Read == 0 && wanted->FreqHz > 0) told.FreqHz = wanted->FreqHz;
       wanted->TakenAfter = poll_.ReadsSent();
       poll_.ReadSoon(vfo);
       return;
@@ -129,7 +132,7 @@ std::function<void(const RigctldReply*)> HostRadio::Settling(std::optional<Wante
 }
 
 void HostRadio::HostSetFrequency(double freqMHz, Vfo vfo) {
-  if (!hostFound_ || !(freqMHz > 0)) return;
+  if (!hostFound_ || !(freqMHz > 0 && freqMHz < kMostMHz)) return;
   if (vfo == Vfo::B && !client_.TakesVfo()) {
     user_.Log(LogArea::Host, "VFO B cannot be set: this server takes no VFO");
     return;

@@ -41,9 +41,9 @@ void PanBackend::Refresh(RadioState& radio) {
 void PanBackend::SetFrequency(Vfo vfo, double freqMHz, Aim /*aim*/) {
   const bool main = vfo == Vfo::A;
   if (main)
-    main_.Ask(freqMHz, pan_.MainFreqMHz, clock_.Now());
+    main_.Ask(freqMHz, clock_.Now());
   else
-    sub_.Ask(freqMHz, pan_.SubFreqMHz, clock_.Now());
+    sub_.Ask(freqMHz, clock_.Now());
   SetKetrelFrequency(freqMHz, main ? 1 : kTransmit);
 }
 

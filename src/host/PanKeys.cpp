@@ -1,5 +1,6 @@
 #include "host/PanKeys.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -21,8 +22,8 @@ constexpr unsigned kFixed = Bit(CatControl::BridgeFixedLo) | Bit(CatControl::Ket
 constexpr unsigned kOutside = kBridge | kKetrel;
 constexpr unsigned kIfAdapters = kIf | kK3 | kOutside;
 
-constexpr double kUsualPitchHz = 600;
 constexpr double kEqualMHz = 0.0001;
+constexpr double kMostToneHz = 20000;
 
 struct KeyRow {
   std::string_view Key;
@@ -70,12 +71,21 @@ double FromDialHz(int radioMode, double widthHz, double centreHz, double shiftHz
     return reverse ? -fromPitchHz : fromPitchHz;
   }
   if (LiesAroundDial(radioMode)) return 0;
-  if (centreHz != 0 || shiftHz == 0) return centreHz;
-  const Passband usual = PassbandOf(radioMode, widthHz, 0);
-  return std::abs(usual.LowHz + usual.HighHz) / 2 + shiftHz;
+  return centreHz != 0 || shiftHz == 0 ? centreHz : FilterCentreHz(radioMode, widthHz, shiftHz, pitchHz);
 }
 
 }  // namespace
+
+// What a file says may be any number; what is made of it stays a frequency of audio.
+int PanValues::ToneOffsetHz() const {
+  return static_cast<int>(std::clamp(ToneShiftHz, -kMostToneHz, kMostToneHz) / 2);
+}
+
+double FilterCentreHz(int radioMode, double widthHz, double shiftHz, double pitchHz) {
+  if (radioMode == mode::kCw || radioMode == mode::kCwReverse) return pitchHz + shiftHz;
+  const Passband usual = PassbandOf(radioMode, widthHz, 0);
+  return std::abs(usual.LowHz + usual.HighHz) / 2 + shiftHz;
+}
 
 std::string_view PanApplication(CatControl control) {
   switch (RowOf(control).Way) {
@@ -102,9 +112,13 @@ std::vector<std::string_view> PanKeysOf(CatControl control) {
 PanValues ReadPan(SettingsStore& store, CatControl control) {
   PanValues pan;
   const std::string_view application = PanApplication(control);
+  // All of one version of the file: it may be replaced many times a second.
+  const auto texts = store.FindSettings(application, kPanSection, PanKeysOf(control));
+  auto text = texts.begin();
   for (const KeyRow& row : kKeys) {
     if (!Reads(row, control)) continue;
-    if (const auto text = store.FindSetting(application, kPanSection, row.Key)) pan.*row.Field = Val(*text);
+    if (*text) pan.*row.Field = Val(**text);
+    ++text;
   }
   // Ketrel alone tells its frequencies in MHz.
   if (RowOf(control).Way != CatWay::Ketrel) {

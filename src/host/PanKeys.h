@@ -13,6 +13,7 @@
 namespace spectrino {
 
 inline constexpr std::string_view kPanSection = "PAN";
+inline constexpr double kUsualPitchHz = 600;
 
 /// What the section holds; 0 for what is missing, or not read under this CAT control.
 struct PanValues {
@@ -33,7 +34,7 @@ struct PanValues {
   double AmSideband = 0, SynchronousAm = 0;  ///< "AMSB", "SAM"
 
   /// From the dial to the middle of the tones, Hz.
-  [[nodiscard]] int ToneOffsetHz() const { return static_cast<int>(ToneShiftHz / 2); }
+  [[nodiscard]] int ToneOffsetHz() const;
   bool operator==(const PanValues&) const = default;
 };
 
@@ -46,6 +47,8 @@ struct PanValues {
 /// What every CAT control takes of the values beside frequencies and modes: filters, pitch and gains. The
 /// modes of radio are to be known already.
 void TellFilters(const PanValues& pan, RadioState& radio);
+/// "IS" of a filter that is shifted from its usual place.
+[[nodiscard]] double FilterCentreHz(int radioMode, double widthHz, double shiftHz, double pitchHz);
 /// The dial for a signal that was pointed at, MHz: off by the tones' offset in FSK, where the publisher says
 /// so.
 [[nodiscard]] double CorrectedForTones(const PanValues& pan, int radioMode, double freqMHz);

@@ -231,6 +231,8 @@ LinkHealth RigctldClient::Health() const {
   LinkHealth health = watch_.Health();
   // Attempts begin anew; the silence does not.
   health.Since = heardAt_;
+  // A slow radio is asked slowly: not time alone, but a request without an answer is silence here.
+  if (health.State == LinkState::Silent) health.State = heard_ ? LinkState::Live : LinkState::Connecting;
   if (health.State != LinkState::Closed && !silentWhy_.empty()) {
     health.State = LinkState::Silent;
     health.Why = silentWhy_;

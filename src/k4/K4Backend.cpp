@@ -10,7 +10,6 @@ namespace spectrino {
 namespace {
 
 constexpr double kSMeterZeroDb = 127;  // six units an S unit: 54 is S9
-constexpr double kStepMHz = 0.05;
 constexpr std::chrono::milliseconds kOwnCount{400};
 constexpr int kBandButtonsBegin = 1;
 constexpr int kBandButtonsEnd = 12;
@@ -26,6 +25,12 @@ std::string_view SuffixOf(Vfo receiver) {
 }
 
 }  // namespace
+
+void TellSignal(const K4State& state, RadioState& radio) {
+  radio.Transmitting = state.Transmitting == 1;
+  radio.SMeterTold = true;
+  radio.SMeterDbm = state.SMeterMain - kSMeterZeroDb;
+}
 
 void TellRadioState(const K4State& state, RadioState& radio) {
   radio.MainFreqMHz = state.MainFreqMHz;
@@ -44,9 +49,7 @@ void TellRadioState(const K4State& state, RadioState& radio) {
   radio.MainNotchHz = notch(state.NotchManualMain, state.RadioMode, state.NotchPitchMain);
   radio.SubNotchHz = notch(state.NotchManualSub, state.SubRadioMode, state.NotchPitchSub);
   if (state.CwPitchHz != 0) radio.PitchHz = state.CwPitchHz;
-  radio.Transmitting = state.Transmitting == 1;
-  radio.SMeterTold = true;
-  radio.SMeterDbm = state.SMeterMain - kSMeterZeroDb;
+  TellSignal(state, radio);
 }
 
 void K4Backend::Refresh(RadioState& radio) {
@@ -103,11 +106,6 @@ void K4Backend::ShiftPassband(Vfo receiver, int deltaHz) {
 
 void K4Backend::StepSpan(int direction) {
   StepK4Span(state_, sender_, direction > 0 ? +1 : -1);
-}
-
-void K4Backend::StepFrequency(int direction, double /*centreMHz*/) {
-  if (state_.MainFreqMHz <= 0) return;
-  SetFrequency(Vfo::A, state_.MainFreqMHz + direction * kStepMHz, Aim::Dial);
 }
 
 }  // namespace spectrino

@@ -17,6 +17,8 @@ namespace spectrino {
 
 /// What of the K4's state every radio has: frequencies, modes, filters, S-meter, transmitting.
 void TellRadioState(const K4State& state, RadioState& radio);
+/// What belongs to the K4's lines, whoever tells its frequency: S-meter and transmitting.
+void TellSignal(const K4State& state, RadioState& radio);
 
 class K4Backend final : public RigBackend {
  public:
@@ -42,8 +44,6 @@ class K4Backend final : public RigBackend {
   void ChangeBandwidth(Vfo receiver, int deltaHz) override;
   void ShiftPassband(Vfo receiver, int deltaHz) override;
   void StepSpan(int direction) override;
-  /// 50 kHz from where VFO A is.
-  void StepFrequency(int direction, double centreMHz) override;
 
  private:
   K4State& state_;

@@ -37,13 +37,14 @@ class K4Connector {
   /// One attempt after another until a connection stands or the user cancels. One connected socket is enough.
   /// target: the radio that answered.
   [[nodiscard]] K4ConnectOutcome Connect(K4Target& target);
+  /// Closes both and says why there is nothing to run on.
+  [[nodiscard]] K4ConnectOutcome GiveUp(const K4Target& target);
 
  private:
   void RestartMinipan();
   [[nodiscard]] bool Attempt(const K4Target& target);
   [[nodiscard]] bool AskRetry();
   [[nodiscard]] bool Abandoned() const { return parts_.Abandoned && parts_.Abandoned(); }
-  [[nodiscard]] K4ConnectOutcome GiveUp(const K4Target& target);
 
   const K4SessionParts& parts_;
   std::function<void()> closeSockets_;

@@ -12,18 +12,23 @@ constexpr int kGridStepDb = 20;
 
 }  // namespace
 
-bool K4Link::Open(RadioState& radio) {
+bool K4Link::Open() {
   const K4ConnectOutcome outcome = session_.Start();
-  TellRadioState(state_, radio);
   if (outcome.Failed && !outcome.Message.empty()) {
     user_.ShowMessage("Spectrino", outcome.Message, Severity::Critical);
   }
-  // Both connections may be gone again by now: there is nothing to run on.
-  return !outcome.Failed && state_.K4Connected;
+  return !outcome.Failed;
 }
 
 void K4Link::Close() {
   session_.Stop();
+}
+
+void K4Link::TellBeside(RadioState& radio) const {
+  TellSignal(state_, radio);
+  const bool heard = session_.CatHealth().State == LinkState::Live;
+  radio.SMeterTold = heard;
+  radio.Transmitting = heard && radio.Transmitting;
 }
 
 LevelScale K4Link::Scale() const {

@@ -17,12 +17,14 @@ class K4Link final : public RadioLink, public SpectrumSource {
   K4Link(K4State& state, K4Session& session, K4Status& status, Notifier& user, const Clock& time)
       : state_(state), session_(session), status_(status), user_(user), time_(time) {}
 
-  bool Open(RadioState& radio) override;
+  bool Open() override;
   void Close() override;
   [[nodiscard]] SpectrumSource& Source() override { return *this; }
   /// Whole dB from the reference level of the newest line up; the default while none is known.
   [[nodiscard]] LevelScale Scale() const override;
   [[nodiscard]] std::array<double, 21> GridHz() const override { return state_.K4PanGridHz; }
+
+  void TellBeside(RadioState& radio) const override;
 
   /// The newest line of the main panadapter; the mini-pans' go into their histories. A lost connection is
   /// silence, not a failure: the run goes on and the status text tells.

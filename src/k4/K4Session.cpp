@@ -1,5 +1,6 @@
 #include "k4/K4Session.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -78,7 +79,7 @@ K4ConnectOutcome K4Session::Start() {
     return outcome;
   }
   // Again: what the radio missed while it was still being set up is asked for a second time.
-  RefreshK4();
+  if (cat_.Opened) RefreshK4();
   BeginWatch();
   timerEnabled_ = true;
   state.K4PanDataSeen = false;
@@ -101,8 +102,12 @@ void K4Session::Stop() {
 
 K4ConnectOutcome K4Session::TCPConnect() {
   K4ConnectOutcome outcome = connector_.Connect(target_);
-  if (!outcome.Failed) SendOpening();
-  return outcome;
+  if (outcome.Failed) return outcome;
+  SendOpening();
+  // Both may be gone again by now: who does not try anew has nothing to run on.
+  if (parts_.State.K4Connected || SetupSection(parts_.Store).Read(key::kReconnect)) return outcome;
+  parts_.User.ShowStatus("");
+  return connector_.GiveUp(target_);
 }
 
 void K4Session::SendOpening() {
@@ -110,15 +115,17 @@ void K4Session::SendOpening() {
                          std::to_string(target_.PanPort));
   parts_.Pump.Wait(250ms);
   parts_.Pump.Wait(250ms);
-  if (cat_.Connected && pan_.Connected)
-    parts_.User.ShowStatus("");  // it was there long enough to be read
-  else
-    ReportMissingPort();
+  // It was there long enough to be read. One connection is enough to be connected, but not to work.
+  const Port& other = cat_.Connected ? pan_ : cat_;
+  const std::string trouble = other.Why.empty() ? " does not answer" : ": " + other.Why;
+  parts_.User.ShowStatus(cat_.Connected == pan_.Connected ? "" : "The K4's " + PortText(other) + trouble);
+  // A port that connects from here on gets its opening when the watch begins.
+  for (Port* port : {&cat_, &pan_}) port->Opened = port->Connected;
   SendPan("PING");
   SendCatOpening();
   // The reply to "ME0005;" decides whether there is a sub mini-pan.
   parts_.Pump.Wait(30ms);
-  SendPanOpening();
+  if (pan_.Opened) SendPanOpening();
   if (parts_.State.SubRxOn == 1 || parts_.View.SubTicked()) SendK4("#HDPM1;");
   parts_.Pump.Wait(30ms);
 }
@@ -136,19 +143,11 @@ void K4Session::SendPanOpening() {
   SendPan(parts_.State.IsK4D ? "Z1" : "Z0");
 }
 
-// One connection is enough to be connected, but not to work: say what is missing.
-void K4Session::ReportMissingPort() {
-  if (!parts_.State.K4Connected) return;
-  const Port& missing = cat_.Connected ? pan_ : cat_;
-  parts_.User.ShowStatus("The K4's " + std::string(missing.Name) + " port " +
-                         std::to_string(target_.*missing.Number) + " does not answer");
-}
-
 void K4Session::CloseSockets() {
   for (Port* port : {&pan_, &cat_}) {
     port->Socket.Close();
     port->Watch.End();
-    port->Connected = port->Told = false;
+    port->Connected = port->Opened = port->Told = false;
     port->Why.clear();
   }
   parts_.State.K4Connected = false;
@@ -163,15 +162,41 @@ void K4Session::BeginWatch() {
   for (Port* port : {&cat_, &pan_}) {
     port->Watch.TryAgain(again);
     port->Watch.Begin();
-    if (!port->Connected) port->Watch.Lost("The K4's " + std::string(port->Name) + " port does not answer");
+    if (!port->Connected)
+      port->Watch.Lost(port->Why.empty() ? "no answer" : port->Why);
+    else if (!port->Opened)
+      OpenPort(*port);
   }
 }
 
 LinkHealth K4Session::Health() const {
   if (!parts_.State.K4Active) return {};
+  const LinkState cat = cat_.Watch.Health().State;
+  const LinkState pan = pan_.Watch.Health().State;
+  if (cat == pan) return BothPorts();
+  const Port& worse = cat > pan ? cat_ : pan_;
+  LinkHealth health = worse.Watch.Health();
+  if (health.State == LinkState::Lost) health.Why = "The K4's " + PortText(worse) + ": " + health.Why;
+  if (health.State == LinkState::Silent && std::min(cat, pan) == LinkState::Live)
+    health.Why = "its " + PortText(worse) +
+                 " sends nothing, the other one does. Press Stop, then Start to open it anew.";
+  return health;
+}
+
+LinkHealth K4Session::BothPorts() const {
   const LinkHealth cat = cat_.Watch.Health();
-  const LinkHealth pan = pan_.Watch.Health();
-  return cat.State > pan.State ? cat : pan;
+  LinkHealth health = pan_.Watch.Health();
+  health.Since = std::max(health.Since, cat.Since);
+  if (health.State != LinkState::Lost) return health;
+  const std::string between = cat_.Why == pan_.Why ? " and " : ": " + cat_.Why + "; ";
+  health.Why = "The K4's " + PortText(cat_) + between + PortText(pan_) + ": " + health.Why;
+  if (health.NextTry) health.NextTry = std::min(*health.NextTry, *cat.NextTry);
+  return health;
+}
+
+/// "CAT port 9200"
+std::string K4Session::PortText(const Port& port) const {
+  return std::string(port.Name) + " port " + std::to_string(target_.*port.Number);
 }
 
 void K4Session::RefreshK4() {
@@ -222,16 +247,23 @@ void K4Session::PortConnected(Port& port) {
   port.Told = false;
   parts_.State.K4Connected = true;
   if (!timerEnabled_) return;
-  // It comes late, or again: the radio knows nothing of what this connection missed.
   port.Watch.Begin();
+  if (&port == &pan_)
+    assembler_.Reset();
+  else
+    K4RxBuffer_.clear();
+  OpenPort(port);
+}
+
+/// It came late, or again: the radio knows nothing of what this connection missed.
+void K4Session::OpenPort(Port& port) {
+  port.Opened = true;
   if (cat_.Connected && pan_.Connected) parts_.User.ShowStatus("");
   if (&port == &pan_) {
-    assembler_.Reset();
     SendPan("PING");
     SendPanOpening();
     return;
   }
-  K4RxBuffer_.clear();
   MonitorSelected_ = false;
   SendCatOpening();
   RefreshK4();
@@ -239,18 +271,15 @@ void K4Session::PortConnected(Port& port) {
 }
 
 void K4Session::PortEnded(Port& port, std::string_view why) {
-  const bool wasConnected = std::exchange(port.Connected, false);
+  port.Connected = port.Opened = false;
   port.Why = why;
-  // Each failed try says the same.
-  if (!std::exchange(port.Told, true) || wasConnected)
+  // Each failed try says the same, and each connection of a radio that drops them.
+  if (port.Watch.Steady())
     parts_.User.Log(LogArea::K4, std::string(port.Name) + " connection: " + std::string(why));
   // One is enough: the other works on.
   parts_.State.K4Connected = cat_.Connected || pan_.Connected;
   if (!timerEnabled_) return;
-  port.Watch.Lost("The K4's " + std::string(port.Name) + " port " + std::to_string(target_.*port.Number) +
-                  ": " + std::string(why));
-  if (wasConnected && !port.Watch.Health().NextTry)
-    parts_.User.ShowStatus("Connection to the K4 lost. Press Stop, then Start to connect again.");
+  port.Watch.Lost(port.Why);
 }
 
 void K4Session::CatArrived(std::span<const std::uint8_t> bytes) {
@@ -258,7 +287,9 @@ void K4Session::CatArrived(std::span<const std::uint8_t> bytes) {
   K4RxBuffer_.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
   if (!parts_.State.K4ParserBusy && parts_.ParseReplies) parts_.ParseReplies(K4RxBuffer_);
   if (K4RxBuffer_.size() > kMostTextBytes && K4RxBuffer_.find(';') == std::string::npos) {
-    parts_.User.Log(LogArea::K4, "dropped " + std::to_string(K4RxBuffer_.size()) + " bytes without \";\"");
+    if (!std::exchange(cat_.Told, true))
+      parts_.User.Log(LogArea::K4, "dropped " + std::to_string(K4RxBuffer_.size()) +
+                                       " bytes without \";\"; no more is said of it in this connection");
     K4RxBuffer_.clear();
   }
 }

@@ -25,7 +25,8 @@ class K4Session final : public K4Sender {
   K4Session& operator=(const K4Session&) = delete;
 
   /// Begins a session: connects, asks the radio for everything, polls from now on. Returns after seconds,
-  /// with events flowing meanwhile.
+  /// with events flowing meanwhile. What is lost by then comes back by itself, or, without "Reconnect", has
+  /// failed.
   [[nodiscard]] K4ConnectOutcome Start();
   /// Ends it: monitor off, both connections closed. Harmless in any state, and within itself.
   void Stop();
@@ -44,7 +45,7 @@ class K4Session final : public K4Sender {
 
   /// When the last line was published.
   [[nodiscard]] std::chrono::steady_clock::time_point LineArrived() const { return lineArrived_; }
-  /// Of the connection that does worse; the other one works on meanwhile.
+  /// Of the connection that does worse; the other one works on meanwhile. Why names the ports.
   [[nodiscard]] LinkHealth Health() const;
   [[nodiscard]] LinkHealth CatHealth() const {
     return parts_.State.K4Active ? cat_.Watch.Health() : LinkHealth{};
@@ -58,18 +59,21 @@ class K4Session final : public K4Sender {
     int K4Target::*Number;  ///< of the port
     LinkWatch Watch;
     bool Connected = false;
-    bool Told = false;  ///< its loss stands in the log
-    std::string Why{};  ///< what ended it, or kept it from coming about
+    bool Opened = false;  ///< and got its opening commands
+    bool Told = false;    ///< what it sends is no K4's, and the log says so
+    std::string Why{};    ///< what ended it, or kept it from coming about
   };
 
   void SendOpening();
   void SendCatOpening();
   void SendPanOpening();
-  void ReportMissingPort();
   void CloseSockets();
   void BeginWatch();
+  [[nodiscard]] std::string PortText(const Port& port) const;
+  [[nodiscard]] LinkHealth BothPorts() const;
   void TryLostPorts();
   void PortConnected(Port& port);
+  void OpenPort(Port& port);
   void PortEnded(Port& port, std::string_view why);
   void CatArrived(std::span<const std::uint8_t> bytes);
   void PanArrived(std::span<const std::uint8_t> bytes);

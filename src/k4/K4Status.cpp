@@ -148,10 +148,21 @@ MiniPan K4Status::Pan(const K4State& state, int channel) const {
   return pan;
 }
 
-StatusArea K4Status::Area(const K4State& state) const {
+StatusArea K4Status::Area(const K4State& state, bool heard) const {
   StatusArea area;
   area.Shown = state.MinipanOn;
   if (!area.Shown) return area;
+  const double halfMHz = state.K4PanChannels[kPanMain].SpanMHz / 2;
+  area.ScaleLeft = "-" + WholeKHz(halfMHz);
+  area.ScaleRight = "+" + WholeKHz(halfMHz);
+  area.Main = Pan(state, kPanMiniMain);
+  area.Sub = Pan(state, kPanMiniSub);
+  if (!heard) {
+    area.MainFreq = area.SubFreq = FrequencyText(0);
+    for (MiniPan* pan : {&area.Main, &area.Sub})
+      pan->PassbandLowMHz = pan->PassbandHighMHz = pan->NotchMHz = pan->SMeterShare = 0;
+    return area;
+  }
   area.MainLine = ReceiverLine({state.AgcMain, state.PreampMain, state.AttMain, state.ApfMain, state.NrMain,
                                 state.NbMain, state.RxAntMain, state.NotchAutoMain, state.NotchManualMain});
   area.SubLine = ReceiverLine({state.AgcSub, state.PreampSub, state.AttSub, state.ApfSub, state.NrSub,
@@ -177,15 +188,10 @@ StatusArea K4Status::Area(const K4State& state) const {
     area.FilterText = std::to_string(state.FilterBwMainHz) + "/" + std::to_string(state.IfShiftMainHz);
     if (state.FilterBwMainHz < 201 && state.IirOn == 1) area.FilterText += " IIR";
   }
-  const double halfMHz = state.K4PanChannels[kPanMain].SpanMHz / 2;
-  area.ScaleLeft = "-" + WholeKHz(halfMHz);
-  area.ScaleRight = "+" + WholeKHz(halfMHz);
   // Only of what the radio told: before its first mini-pan, and before its mode, nobody knows.
   const K4PanChannel& mini = state.K4PanChannels[kPanMiniMain];
   const bool noMiniPan = mini.Serial != 0 && mini.SpanMHz == 0 && state.RadioMode != mode::kUnknown;
   area.NeedsDualPanOff = (state.SubRxOn == 0 && state.PanHdpm >= 1) || noMiniPan;
-  area.Main = Pan(state, kPanMiniMain);
-  area.Sub = Pan(state, kPanMiniSub);
   return area;
 }
 

@@ -15,8 +15,8 @@ class K4Status {
   /// Takes a mini-pan's new line into its history; call it for every pass. history restarts with
   /// MinipanHistoryCount 0.
   void Follow(K4State& state);
-  /// Shown only while MinipanOn.
-  [[nodiscard]] StatusArea Area(const K4State& state) const;
+  /// Shown only while MinipanOn. heard: what the radio told is still so; else dashes stand for it.
+  [[nodiscard]] StatusArea Area(const K4State& state, bool heard = true) const;
 
  private:
   struct History {

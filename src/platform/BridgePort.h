@@ -41,7 +41,7 @@ class BridgePort {
 
   /// It is there; its items follow.
   std::function<void()> Found;
-  /// It is not there at Open, or left. why: in the user's terms, without a full stop.
+  /// It is not there at Open, or left. why: in the user's terms, a sentence.
   std::function<void(const std::string& why)> Missing;
   /// An item as it is now; at most 64 characters.
   std::function<void(BridgeItem item, const std::string& text)> Told;

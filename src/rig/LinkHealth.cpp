@@ -12,6 +12,17 @@ std::string SecondsText(LinkHealth::Time from, LinkHealth::Time to) {
   return std::to_string(seconds.count()) + " s";
 }
 
+/// Up: what is announced is never late. "now" when it is due.
+std::string NextTryText(LinkHealth::Time now, LinkHealth::Time due) {
+  if (due <= now) return "now";
+  return "in " + std::to_string(std::chrono::ceil<Seconds>(due - now).count()) + " s";
+}
+
+/// With a full stop, unless it ends as a sentence already: "is the port right?".
+std::string Sentence(const std::string& text) {
+  return text.find_last_of(".?!") == text.size() - 1 ? text : text + ".";
+}
+
 }  // namespace
 
 std::string HealthText(const LinkHealth& health, const std::string& name, LinkHealth::Time now) {
@@ -26,10 +37,10 @@ std::string HealthText(const LinkHealth& health, const std::string& name, LinkHe
              (health.Why.empty() ? "is it switched on?" : health.Why);
       break;
     case LinkState::Lost:
-      text = health.Why.empty() ? name + " is gone." : health.Why + ".";
+      text = Sentence(health.Why.empty() ? name + " is gone" : health.Why);
       break;
   }
-  if (health.NextTry) text += " Trying again in " + SecondsText(now, *health.NextTry);
+  if (health.NextTry) text += " Trying again " + NextTryText(now, *health.NextTry);
   return text;
 }
 

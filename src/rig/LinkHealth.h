@@ -20,7 +20,8 @@ struct LinkHealth {
 
   LinkState State = LinkState::Closed;
   Time Since{};       ///< of Silent and Lost: when it was heard last
-  std::string Why{};  ///< of Lost: what happened, in the user's terms; of Silent: what may be the cause
+  std::string Why{};  ///< of Lost: what happened, in the user's terms; of Silent: what may be the cause; of
+                      ///< Live: why it brings no lines, empty while it does
   std::optional<Time> NextTry = std::nullopt;  ///< when it is tried again; nothing: not by itself
 };
 

@@ -10,6 +10,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr std::array kPauses{1s, 2s, 4s, 8s, 15s};
+constexpr auto kSteady = 5s;
 
 }  // namespace
 
@@ -25,9 +26,9 @@ void LinkWatch::End() {
 }
 
 void LinkWatch::Heard() {
-  state_ = LinkState::Live;
   heard_ = clock_.Now();
-  tries_ = 0;
+  if (std::exchange(state_, LinkState::Live) != LinkState::Live) liveSince_ = heard_;
+  if (heard_ - liveSince_ >= kSteady) tries_ = 0;
 }
 
 void LinkWatch::Lost(std::string why) {
@@ -52,7 +53,11 @@ LinkHealth LinkWatch::Health() const {
   if (waits && clock_.Now() - heard_ > kSilence) health.State = LinkState::Silent;
   if (state_ == LinkState::Lost) {
     health.Why = why_;
-    if (again_) health.NextTry = nextTry_;
+    if (again_)
+      health.NextTry = nextTry_;
+    else
+      health.Why +=
+          (why_.ends_with('?') ? "" : ".") + std::string(" Press Stop, then Start to connect again");
   }
   return health;
 }

@@ -59,9 +59,9 @@ class RigBackend {
   virtual void ShiftPassband(Vfo /*receiver*/, int /*deltaHz*/) {}
   /// Of the radio's own span (RadioTraits::OwnSpan): wider (+1) or narrower (-1).
   virtual void StepSpan(int /*direction*/) {}
-  /// The cmdUpDn buttons: up (+1) or down (-1) by RadioTraits::StepText. centreMHz: of the plot, for radios
-  /// that move from there.
-  virtual void StepFrequency(int direction, double centreMHz) = 0;
+  /// The cmdUpDn buttons where RadioTraits::StepMHz is 0: up (+1) or down (-1). centreMHz: of the plot, for
+  /// radios that move from there.
+  virtual void StepFrequency(int /*direction*/, double /*centreMHz*/) {}
 };
 
 }  // namespace spectrino

@@ -8,12 +8,12 @@ void FrameMaker::Forget() {
   RestartHistory();
   run_.Line = SpectrumLine{};
   meter_.Reset();
-  spotRequested_ = false;
   lastRadioMode_ = session_.Radio.RadioMode;
 }
 
 void FrameMaker::RestartHistory() {
   historyPoints_ = 0;
+  spotAsked_.reset();
   lastLeftMHz_ = lastRightMHz_ = 0;
 }
 
@@ -47,7 +47,8 @@ void FrameMaker::Show(SMeter::TimePoint now) {
   sink_.ShowFrame({line, scale_.State().Geometry, history_.DisplayLevel(), history_.BackgroundPeak(),
                    newestShown ? std::span<const float>() : history_.NewestLevel()});
   ++times_.Frames;
-  if (std::exchange(spotRequested_, false) && SpotFrame) SpotFrame(line);
+  const auto asked = std::exchange(spotAsked_, std::nullopt);
+  if (asked && now - *asked <= kSpotWait && SpotFrame) SpotFrame(line);
 }
 
 void FrameMaker::FollowScale() {

@@ -2,7 +2,9 @@
 // Takes no lines itself and knows no source; that is the run cycle's.
 #pragma once
 
+#include <chrono>
 #include <functional>
+#include <optional>
 
 #include "dsp/LevelHistory.h"
 #include "run/PlotScale.h"
@@ -28,8 +30,11 @@ class FrameMaker {
   void SetDisplayMode(int index);
   /// After a retuning click: PEAK begins anew.
   void RestartTraces() { history_.ClearDisplay(); }
-  /// cmdSpot: the next line is handed to SpotFrame.
-  void RequestSpot() { spotRequested_ = true; }
+  /// cmdSpot: the next line is handed to SpotFrame, unless it comes later than kSpotWait: nobody waits for it
+  /// any more, and the dial may be in other hands.
+  void RequestSpot(SMeter::TimePoint now) { spotAsked_ = now; }
+  /// The slowest source, 65536 points at 11025 Hz, brings a line each 1.5 s.
+  static constexpr std::chrono::milliseconds kSpotWait{2000};
   std::function<void(const SpectrumLine&)> SpotFrame;
   [[nodiscard]] const Readings& Meter() const { return meter_.Shown(); }
 
@@ -48,7 +53,7 @@ class FrameMaker {
   int lastRadioMode_ = 0;
   double lastLeftMHz_ = 0;
   double lastRightMHz_ = 0;
-  bool spotRequested_ = false;
+  std::optional<SMeter::TimePoint> spotAsked_;
 };
 
 }  // namespace spectrino

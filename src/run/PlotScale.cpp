@@ -70,11 +70,11 @@ void PlotScale::Update() {
   const bool hasLine = run_.HasLine();
   scale_.Running = run_.Running;
   scale_.FrequencyKnown = run_.Running && session_.Radio.MainFreqMHz != 0;
-  if (run_.Link != nullptr) {
+  if (const RadioLink* link = ShownLink()) {
     // Before a radio's first line nobody knows what its spectrum will span.
     scale_.Geometry = hasLine ? GeometryOf(run_.Line) : FrameGeometry{.PlotWidth = sink_.PlotWidth()};
     scale_.FrequencyKnown = scale_.FrequencyKnown && hasLine;
-    scale_.GridOffsetHz = run_.Link->GridHz();
+    scale_.GridOffsetHz = link->GridHz();
     scale_.Zoomed = hasLine && DisplayZoom() != 1;
     scale_.LabelCentreMHz = run_.Line.CentreMHz;
   } else {
@@ -132,8 +132,8 @@ double PlotScale::PanBy(double widths) {
 }
 
 void PlotScale::RebuildLevels() {
-  if (run_.Link != nullptr) {
-    scale_.Levels = run_.Link->Scale();
+  if (const RadioLink* link = ShownLink()) {
+    scale_.Levels = link->Scale();
     return;
   }
   const ZoomPlan& plan = run_.HasLine() ? run_.LinePlan : run_.Plan;

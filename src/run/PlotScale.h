@@ -44,6 +44,8 @@ class PlotScale {
   [[nodiscard]] PointWindow WindowOf(const SpectrumLine& line) const;
   [[nodiscard]] PointWindow PlannedWindow() const;
   [[nodiscard]] FrameGeometry PlannedGeometry() const;
+  /// The radio whose lines are shown, or will be.
+  [[nodiscard]] const RadioLink* ShownLink() const { return run_.Running ? run_.Link : run_.NextLink; }
   [[nodiscard]] PointWindow RadioWindowOf(const SpectrumLine& line) const;
   /// The magnification of the run's source, or of the one that is chosen.
   [[nodiscard]] int DisplayZoom() const;

@@ -48,6 +48,10 @@ Route RigRouter::RouteOf(const SourceId& source, CatControl control) const {
   if (own != nullptr && (ControlsItself(own->Traits(), control) || own->GoesThrough(way)))
     return {own, own, own->Traits()};
   Route route{own, KitFor(way), TraitsOf(way)};
+  if (own != nullptr) {
+    route.Traits.StepText = own->Traits().StepText;
+    route.Traits.StepMHz = own->Traits().StepMHz;
+  }
   // The scope's own commands, bands among them, go through the host program; the bridge takes the radio's.
   if (own != nullptr && (way == CatWay::HostAndScope || way == CatWay::Bridge))
     route.Traits.Deck = own->Traits().Deck;

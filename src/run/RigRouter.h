@@ -11,7 +11,7 @@ namespace spectrino {
 struct Route {
   RadioKit* Source = nullptr;   ///< delivers the lines; null for sound inputs
   RadioKit* Control = nullptr;  ///< tells and sets the frequency; null where nothing here carries this way
-  RadioTraits Traits;           ///< of the way that controls, whether a kit carries it or not
+  RadioTraits Traits;  ///< of the way that controls, whether a kit carries it or not; steps are the source's
 };
 
 class RigRouter {

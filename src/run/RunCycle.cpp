@@ -71,7 +71,10 @@ void RunCycle::Stop() {
 }
 
 void RunCycle::UpdateScale() {
-  if (!run_.Running && !starting_) run_.Plan = start_.PlanFor(session_.Settings);
+  if (!run_.Running && !starting_) {
+    run_.Plan = start_.PlanFor(session_.Settings);
+    start_.FindNextLink();
+  }
   scale_.Update();
 }
 
@@ -134,8 +137,8 @@ PollResult RunCycle::PollSource() {
 
 void RunCycle::RefreshRadio() {
   RigBackend* backend = Backend();
-  if (backend == nullptr) return;
-  backend->Refresh(session_.Radio);
+  if (backend != nullptr) backend->Refresh(session_.Radio);
+  if (run_.Link != nullptr && run_.Way.Control != run_.Way.Source) run_.Link->TellBeside(session_.Radio);
   bandFlip_ = BandFlip(bandFlip_, session_.Radio, start_.Control(), session_.Settings);
 }
 
@@ -167,11 +170,6 @@ void RunCycle::ZoomAt(int zoomIndex, double x) {
   const double aimMHz = before.Valid() ? before.FrequencyAt(x * before.PlotWidth) : 0;
   SetZoom(zoomIndex);
   if (aimMHz != 0) scale_.PanTo(aimMHz, x);
-}
-
-RigBackend* RunCycle::SpanOwner() const {
-  RadioKit* source = run_.Running ? run_.Way.Source : nullptr;
-  return source != nullptr && source->Traits().OwnSpan ? &source->Backend() : nullptr;
 }
 
 LinkHealth RunCycle::Health() const {

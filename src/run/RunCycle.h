@@ -47,8 +47,8 @@ class RunCycle {
   [[nodiscard]] const RunView& View() const { return run_; }
   /// The back-end that this run asks for frequencies; null where there is none.
   [[nodiscard]] RigBackend* Backend() const { return run_.Running ? start_.Backend() : nullptr; }
-  /// The back-end whose radio has a span of its own to step; null where the display zooms.
-  [[nodiscard]] RigBackend* SpanOwner() const;
+  /// The host program that this run's radio is reached through was not found.
+  [[nodiscard]] bool HostMissing() const { return run_.Link != nullptr && start_.HostMissing(); }
   /// What is wrong with the sound input though it runs, its mixer's settings or silence; empty when nothing
   /// is.
   [[nodiscard]] std::string Warning() const { return start_.Audio().Warning(); }

@@ -26,6 +26,13 @@ void RunStart::Choose() {
   control_ = settings.Control;
   run_.Way = parts_.Router.RouteOf(chosen_->Id, control_);
   run_.SourceName = chosen_->Name;
+  FindNextLink();
+}
+
+void RunStart::FindNextLink() {
+  const PanSettings& settings = session_.Settings;
+  RadioKit* source = parts_.Router.RouteOf(settings.Source.Id, settings.Control).Source;
+  run_.NextLink = source != nullptr ? source->Link() : nullptr;
 }
 
 void RunStart::OpenHost() {
@@ -36,11 +43,12 @@ void RunStart::OpenHost() {
   if (!UsesHost(control_) || !session_.SearchHost) return;
   RadioKit* host = parts_.Router.Host();
   hostOpen_ = host != nullptr && host->Backend().Open();
-  if (hostOpen_) return;
+  if (hostOpen_ || stopped_()) return;
   // What the last run's host told is not known of this one.
   session_.Radio = RadioState{};
   parts_.User.ShowStatus("Castelon not found");
   parts_.Pump.Wait(1000ms);
+  parts_.User.ShowStatus("");
 }
 
 bool RunStart::Open() {
@@ -60,7 +68,7 @@ bool RunStart::OpenRadio() {
     return false;
   }
   run_.Link = link;
-  if (!link->Open(session_.Radio)) return false;
+  if (!link->Open()) return false;
   source_ = &link->Source();
   return true;
 }
@@ -126,6 +134,11 @@ ZoomPlan RunStart::PlanFor(const PanSettings& settings) const {
   ZoomPlan plan = ChooseZoomPlan(highResolution, settings.Zoom, settings.SRate, settings.Bits);
   if (fixedRate != 0) plan.SampleRate = fixedRate;
   return plan;
+}
+
+bool RunStart::HostMissing() const {
+  return run_.Way.Control != nullptr && run_.Way.Control == parts_.Router.Host() && session_.SearchHost &&
+         !hostOpen_;
 }
 
 RigBackend* RunStart::Backend() const {

@@ -37,6 +37,8 @@ class RunStart {
 
   /// Takes the choices of the settings over for this run.
   void Choose();
+  /// Which radio's lines the next run will show, as the settings are now.
+  void FindNextLink();
   /// Looks for the host program where they need it; events flow meanwhile. A missing one does not keep a run
   /// from starting.
   void OpenHost();
@@ -52,6 +54,8 @@ class RunStart {
   [[nodiscard]] CatControl Control() const { return control_; }
   /// Null where nothing carries frequencies, and where the host program was not found.
   [[nodiscard]] RigBackend* Backend() const;
+  /// A host program was to carry this run's frequencies, and was not found.
+  [[nodiscard]] bool HostMissing() const;
   [[nodiscard]] SpectrumSource* Source() const { return source_; }
   [[nodiscard]] AudioKeeper& Audio() { return audio_; }
   [[nodiscard]] const AudioKeeper& Audio() const { return audio_; }

@@ -97,8 +97,8 @@ inline constexpr IntKey kCatServerPort{{"CatServerPort"}, 4533, {0, 65535}};
 // The window. Positions and sizes in twips, which outgrow 16 bits on a wide screen.
 inline constexpr IntKey kTop{{"Top"}, 0, IntLimits{}};
 inline constexpr IntKey kLeft{{"Left"}, 0, IntLimits{}};
-inline constexpr IntKey kHeight{{"Height"}, 5175, IntLimits{}};
-inline constexpr IntKey kWidth{{"Width"}, 10905, IntLimits{}};
+inline constexpr IntKey kHeight{{"Height"}, 5175, {1, INT32_MAX, 5175}};
+inline constexpr IntKey kWidth{{"Width"}, 10905, {1, INT32_MAX, 10905}};
 inline constexpr IntKey kWState{{"WState"}};
 /// Those of the sliders.
 inline constexpr NumberLimits kBalanceLimits{-500, 500};

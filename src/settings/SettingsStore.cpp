@@ -116,10 +116,23 @@ SettingValue* SettingsStore::Find(Values& values, std::string_view section, std:
 
 std::optional<std::string> SettingsStore::FindSetting(std::string_view application, std::string_view section,
                                                       std::string_view key) {
+  return FindSettings(application, section, {&key, 1}).front();
+}
+
+std::vector<std::optional<std::string>> SettingsStore::FindSettings(std::string_view application,
+                                                                    std::string_view section,
+                                                                    std::span<const std::string_view> keys) {
   Application& from = Open(application);
-  if (const SettingValue* published = Find(from.published, section, key)) return published->Value;
-  if (const SettingValue* pending = Find(from.pending, section, key)) return pending->Value;
-  return from.document.Find(section, key);
+  std::vector<std::optional<std::string>> found;
+  for (const std::string_view key : keys) {
+    if (const SettingValue* published = Find(from.published, section, key))
+      found.emplace_back(published->Value);
+    else if (const SettingValue* pending = Find(from.pending, section, key))
+      found.emplace_back(pending->Value);
+    else
+      found.push_back(from.document.Find(section, key));
+  }
+  return found;
 }
 
 std::string SettingsStore::GetSetting(std::string_view application, std::string_view section,

@@ -45,6 +45,11 @@ class SettingsStore {
   [[nodiscard]] std::optional<std::string> FindSetting(std::string_view application, std::string_view section,
                                                        std::string_view key);
 
+  /// As FindSetting for each key, all of one version of the file.
+  [[nodiscard]] std::vector<std::optional<std::string>> FindSettings(std::string_view application,
+                                                                     std::string_view section,
+                                                                     std::span<const std::string_view> keys);
+
   void SaveSetting(std::string_view application, std::string_view section, std::string_view key,
                    std::string_view value);
   /// One write for all; none when every value stands there already.

@@ -9,45 +9,55 @@
 namespace spectrino {
 namespace {
 
-/// No number at all ("inf", "nan", "loud"), or one with an exponent, of which only the beginning is read.
-bool IsMisspelt(std::string_view text) {
+/// What a setting's text says.
+struct StoredNumber {
+  double Value = 0;
+  bool Misspelt = false;  ///< no number at all ("-inf", "nan", "loud"), or one with an exponent
+};
+
+/// The leading number, else 0. "1e308" is not the 1 that it begins with: otherwise is taken for it.
+StoredNumber NumberOf(std::string_view text, double otherwise) {
   text = Trim(text);
-  const std::size_t number = std::min(text.find_first_not_of("+-.0123456789"), text.size());
-  if (text.empty() || number == text.size()) return false;
-  const std::string_view rest = text.substr(number);
-  return number == 0 ||
-         ((rest[0] == 'e' || rest[0] == 'E') && rest.size() > 1 && rest.find_first_of("+-0123456789") == 1);
+  const std::size_t end = std::min(text.find_first_not_of("+-.0123456789"), text.size());
+  const std::string_view rest = text.substr(end);
+  if (text.substr(0, end).find_first_of("0123456789") == std::string_view::npos) return {0, !text.empty()};
+  const bool exponent =
+      (rest.starts_with('e') || rest.starts_with('E')) && rest.find_first_of("+-0123456789", 1) == 1;
+  return exponent ? StoredNumber{otherwise, true} : StoredNumber{Val(text), false};
+}
+
+/// Rounding is no news, nor a unit behind a number.
+bool IsNews(const StoredNumber& stored, double taken) {
+  return stored.Misspelt || std::abs(stored.Value - taken) >= 1;
 }
 
 }  // namespace
 
 std::int32_t SetupSection::Read(const IntKey& key) const {
   const auto text = store_.FindSetting(kOwnApplication, section_, key.Name.Text());
-  const double stored = text ? Val(*text) : key.Default;
-  const std::int32_t value = RoundToInt32(stored);
+  if (!text) return key.Default;
+  const StoredNumber stored = NumberOf(*text, key.Default);
+  const std::int32_t value = RoundToInt32(stored.Value);
   const IntLimits& limits = key.Limits;
   const bool within = value >= limits.Low && value <= limits.High;
   const std::int32_t taken = within             ? value
                              : limits.Otherwise ? *limits.Otherwise
                                                 : std::clamp(value, limits.Low, limits.High);
-  if (text) TellMisread(key.Name, *text, stored, taken);
+  if (IsNews(stored, taken)) TellMisread(key.Name, *text, taken);
   return taken;
 }
 
 double SetupSection::Read(const NumberKey& key) const {
   const auto text = store_.FindSetting(kOwnApplication, section_, key.Name.Text());
   if (!text) return key.Default;
-  const double stored = Val(*text);
-  const double taken = std::clamp(stored, key.Limits.Low, key.Limits.High);
-  TellMisread(key.Name, *text, stored, taken);
+  const StoredNumber stored = NumberOf(*text, key.Default);
+  const double taken = std::clamp(stored.Value, key.Limits.Low, key.Limits.High);
+  if (IsNews(stored, taken)) TellMisread(key.Name, *text, taken);
   return taken;
 }
 
-/// Rounding is no news, nor a unit behind a number.
-void SetupSection::TellMisread(const KeyName& key, const std::string& text, double stored,
-                               double taken) const {
+void SetupSection::TellMisread(const KeyName& key, const std::string& text, double taken) const {
   constexpr std::size_t kMostShown = 40;
-  if (std::abs(stored - taken) < 1 && !IsMisspelt(text)) return;
   std::string line = section_ + " " + std::string(key.Text()) + "=" + text.substr(0, kMostShown);
   if (text.size() > kMostShown) line += "...";
   store_.LogOnce(line + " is no value for this key: taken as " + NumberText(taken));

@@ -12,8 +12,9 @@
 
 namespace spectrino {
 
-/// One section of the program's own file. Reads never fail: a missing key gives its default, text without a
-/// leading number is 0, and limits apply last; a value that is taken for another one is logged once.
+/// One section of the program's own file. Reads never fail: a missing key gives its default, as does a number
+/// with an exponent; text without a leading number is 0, and limits apply last. A value that is taken for
+/// another one is logged once.
 class SetupSection {
  public:
   explicit SetupSection(SettingsStore& store, std::string_view section = kSetupSection)
@@ -33,7 +34,7 @@ class SetupSection {
 
  private:
   friend class SetupBatch;
-  void TellMisread(const KeyName& key, const std::string& text, double stored, double taken) const;
+  void TellMisread(const KeyName& key, const std::string& text, double taken) const;
 
   SettingsStore& store_;
   std::string section_;

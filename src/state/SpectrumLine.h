@@ -8,7 +8,7 @@
 
 namespace spectrino {
 
-/// A cell of the history that was never filled.
+/// A cell of the history that was never filled, and a point of a block in which nothing moved.
 inline constexpr float kEmptyLevel = -500.0F;
 /// "No value": never drawn.
 inline constexpr float kUndrawnLevel = -200.0F;

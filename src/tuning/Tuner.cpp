@@ -20,12 +20,12 @@ Tuner::Tuner(const Parts& parts)
       wheel_(
           parts.Radio, parts.Settings, parts.Time, [this] { return Backend(); },
           [this] { return parts_.Traits().HasVfoB; }),
-      drag_(parts.Time, [this] { return Backend(); }) {}
+      drag_(parts.Time, [this] { return Filters(); }) {}
 
 void Tuner::Scope_MouseDown(ClickButton button, double freqMHz, bool inRightStrip) {
   const bool right = button == ClickButton::Right;
   if (PassbandDragMode_ != PassbandDragMode::None) {
-    if (RigBackend* backend = Backend())
+    if (RigBackend* backend = Filters())
       backend->ChangeBandwidth(ReceiverOf(PassbandDragMode_), right ? kBandwidthStepHz : -kBandwidthStepHz);
     return;
   }
@@ -75,11 +75,9 @@ void Tuner::WheelMoved(int eighthsOfDegree, bool tenfold) {
 }
 
 void Tuner::WheelStep(int direction, bool tenfold) {
-  RigBackend* backend = Backend();
-  if (backend == nullptr) return;
   if (PassbandDragMode_ == PassbandDragMode::None)
-    wheel_.Turn(direction, tenfold);
-  else
+    KeyStep(direction, tenfold);
+  else if (RigBackend* backend = Filters())
     backend->ShiftPassband(ReceiverOf(PassbandDragMode_), direction * kShiftStepHz);
 }
 
@@ -147,7 +145,13 @@ void Tuner::cmdUpDn_Click(int index, double centreMHz) {
   const double fromMHz = centreMHz > 0 ? centreMHz : parts_.Radio.MainFreqMHz;
   if (backend == nullptr || !(fromMHz > 0)) return;
   wheel_.Forget(Vfo::A);
-  backend->StepFrequency(index % 2 == 0 ? +1 : -1, fromMHz);
+  const int direction = index % 2 == 0 ? +1 : -1;
+  const double stepMHz = parts_.Traits().StepMHz;
+  const double dialMHz = parts_.Radio.MainFreqMHz;
+  if (stepMHz == 0)
+    backend->StepFrequency(direction, fromMHz);
+  else if (dialMHz > 0)
+    backend->SetFrequency(Vfo::A, dialMHz + direction * stepMHz, Aim::Dial);
 }
 
 }  // namespace spectrino

@@ -41,6 +41,7 @@ class Tuner {
     TuningWindow& Window;
     std::function<RigBackend*()> Backend;    ///< in use in this run; null where there is none
     std::function<RadioTraits()> Traits;     ///< of the radio in use
+    std::function<RigBackend*()> Filters;    ///< of the radio whose filters can be gripped; null: nowhere
     std::function<RigBackend*()> SpanOwner;  ///< whose own span the zoom keys step; null: the window zooms
     std::function<bool()> Running;
   };
@@ -89,6 +90,7 @@ class Tuner {
  private:
   void Tune(Vfo vfo, double freqMHz, Aim aim);
   [[nodiscard]] RigBackend* Backend() const { return parts_.Running() ? parts_.Backend() : nullptr; }
+  [[nodiscard]] RigBackend* Filters() const { return parts_.Running() ? parts_.Filters() : nullptr; }
 
   Parts parts_;
   Wheel wheel_;

@@ -13,9 +13,9 @@ using namespace std::chrono_literals;
 
 /// A run on a radio's own lines (K4) or on a sound input beside a host (Card).
 struct WatchedRun {
-  explicit WatchedRun(SourceKind source) {
+  explicit WatchedRun(SourceKind source, CatControl control = CatControl::HostIf) {
     Bench.State.Settings.Source = {.Id = {source}, .Name = source == SourceKind::K4 ? "K4" : "Card"};
-    if (source != SourceKind::K4) Bench.State.Settings.Control = CatControl::HostIf;
+    Bench.State.Settings.Control = control;
     Bench.RadioKit.How = {.State = LinkState::Connecting};
     Bench.Cycle.Start();
     Links.RunChanged();
@@ -56,27 +56,59 @@ TEST(LinkView, ARadioIsTold_DimmedAndDashedWhileItIsNotHeard) {
   how = {.State = LinkState::Connecting};
   EXPECT_EQ(run.After(0ms), "Connecting to K4 again |dim |dash |mute");
   how = {.State = LinkState::Live};
+  EXPECT_EQ(run.After(1s), " |dim") << "its lines are only late";
+  EXPECT_EQ(run.Links.TakeNews(), "K4 is heard again");
   run.TakeLine();
   EXPECT_EQ(run.After(10ms), "");
-  EXPECT_EQ(run.Links.TakeNews(), "K4 is heard again");
   run.Bench.State.WindowMinimized = true;
   EXPECT_EQ(run.After(9s), "") << "lines wait while nobody looks";
   run.Bench.State.WindowMinimized = false;
   EXPECT_EQ(run.After(100ms), "");
+  run.Bench.Radio.Pauses = true;
+  EXPECT_EQ(run.After(9s), "") << "a dialog of the radio's keeps them away";
+  run.Bench.Radio.Pauses = false;
   how = {.State = LinkState::Lost, .Why = "The CAT port is closed", .NextTry = run.Bench.Time.Now() + 4s};
   run.TakeLine();
   EXPECT_EQ(run.After(0ms), "The CAT port is closed. Trying again in 4 s |dash |mute") << "lines still come";
+  how = {.State = LinkState::Lost,
+         .Why = "refuses: is the port right?",
+         .NextTry = run.Bench.Time.Now() + 4300ms};
+  EXPECT_EQ(run.After(600ms), "refuses: is the port right? Trying again in 4 s |dim |dash |mute");
+  EXPECT_EQ(run.After(3s), "refuses: is the port right? Trying again in 1 s |dim |dash |mute");
+  EXPECT_EQ(run.After(700ms), "refuses: is the port right? Trying again now |dim |dash |mute");
+  run.Bench.State.ResizeInProgress = true;
+  EXPECT_EQ(run.After(10ms), "refuses: is the port right? Trying again now |dim |dash |mute")
+      << "a layout heals nothing";
+  run.Bench.State.ResizeInProgress = false;
   run.Bench.Cycle.Stop();
   run.Links.RunChanged();
-  EXPECT_EQ(run.After(0ms), " |mute");
+  EXPECT_EQ(run.After(0ms), " |dim |dash |mute") << "no more than before";
+  how = {.State = LinkState::Connecting};
+  run.Bench.Cycle.Start();
+  run.Links.RunChanged();
+  EXPECT_EQ(run.After(2s), " |dash |mute") << "nothing was heard yet";
+  how = {.State = LinkState::Live};
+  EXPECT_EQ(run.After(2900ms), "") << "it is heard since less than that";
   EXPECT_EQ(run.Links.TakeNews(), "");
+  EXPECT_EQ(run.After(200ms), "K4 sends no spectrum: is its scope on?") << "and never has";
 }
 
-TEST(LinkView, AHostThatIsGoneDashesTheHeaderOfALiveSoundInput) {
-  WatchedRun run(SourceKind::SoundInput);
-  EXPECT_EQ(run.After(100ms), "");
-  run.Bench.HostKit.How = {.State = LinkState::Lost, .Why = "The host program has ended"};
-  EXPECT_EQ(run.After(100ms), "The host program has ended. |dash |mute");
+TEST(LinkView, AHostThatIsGoneDashesTheHeaderOfALiveSource) {
+  for (const SourceKind source : {SourceKind::SoundInput, SourceKind::K4}) {
+    WatchedRun run(source, CatControl::FixedLo);
+    RunBench& bench = run.Bench;
+    const bool own = source == SourceKind::K4;
+    if (own) bench.RadioKit.How = {.State = LinkState::Live};
+    EXPECT_EQ(run.After(100ms), "");
+    EXPECT_EQ(run.Links.FilterBackend(), own ? &bench.RadioRig : &bench.Host) << "whose filters are shown";
+    bench.HostKit.How = {.State = LinkState::Lost, .Why = "The host program has ended"};
+    EXPECT_EQ(run.After(100ms), "The host program has ended. |dash |mute");
+    EXPECT_EQ(run.Links.FilterBackend(), own ? &bench.RadioRig : nullptr);
+    static_cast<void>(run.Links.TakeNews());
+    bench.HostKit.How = {.State = LinkState::Live};
+    EXPECT_EQ(run.After(100ms), "");
+    EXPECT_EQ(run.Links.TakeNews(), "The radio is heard again");
+  }
 }
 
 TEST(StatusLineTest, TheMostImportantTextIsShownAndNoneIsLost) {

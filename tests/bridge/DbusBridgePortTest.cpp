@@ -78,7 +78,7 @@ TEST_F(BridgeBench, IsFollowedWhenItComesLeavesAndReturns) {
   port_.Open();
   EXPECT_THAT(missing_, IsEmpty()) << "never within the call";
   Until([&] { return !missing_.empty(); });
-  EXPECT_THAT(missing_, ElementsAre("the bridge is not running"));
+  EXPECT_THAT(missing_, ElementsAre("the bridge is not running."));
   {
     Running bridge;
     Until([&] { return found_ == 1; });

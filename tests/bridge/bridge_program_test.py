@@ -1,7 +1,8 @@
-"""spectrino-bridge in front of an XML-RPC server that answers as flrig does, judged by gdbus."""
+"""spectrino-bridge in front of an XML-RPC server that answers as flrig does, and of a rigctld, judged by gdbus."""
 
 import os
 import re
+import socket
 import subprocess
 import sys
 import tempfile
@@ -49,7 +50,30 @@ def wait_for(what, is_so):
         time.sleep(0.02)
 
 
-def main():
+def follow_rigctld():
+    with socket.socket() as probe:
+        probe.bind(("127.0.0.1", 0))
+        port = probe.getsockname()[1]
+    server = subprocess.Popen(["rigctld", "-m", "1", "-T", "127.0.0.1", "-t", str(port)])
+    with tempfile.TemporaryDirectory() as folder:
+        bridge = subprocess.Popen([sys.argv[1], "--rigctld", f"127.0.0.1:{port}"], stdout=subprocess.PIPE, text=True,
+                                  env={**os.environ, "XDG_CONFIG_HOME": folder})
+        rigctl = ["rigctl", "-m", "2", "-r", f"127.0.0.1:{port}"]
+        try:
+            assert bridge.stdout.readline() == "READY\n"
+            wait_for("the radio's own frequency", lambda: item("VfoAHz") == "145000000")
+            subprocess.run([*rigctl, "F", "14074000"], check=True, timeout=10)
+            wait_for("the radio turned", lambda: item("VfoAHz") == "14074000")
+            command("FA00007030000;")
+            wait_for("the bridge turned", lambda: subprocess.run([*rigctl, "f"], capture_output=True, text=True, timeout=10,
+                                                                 check=True).stdout.strip() == "7030000")
+        finally:
+            for process in (bridge, server):
+                process.terminate()
+                process.wait(10)
+
+
+def follow_flrig():
     radio = Radio()
     port = radio.serve()
     with tempfile.TemporaryDirectory() as folder:
@@ -88,4 +112,5 @@ def main():
             bridge.wait(10)
 
 
-main()
+follow_flrig()
+follow_rigctld()

@@ -24,7 +24,7 @@ std::map<std::string, std::string> Fields(const CivState& s) {
       {"scope", s.ScopePoints},     {"fixed", s.ScopeFixedMode},
       {"span", s.ScopeSpanMHz},     {"low", s.ScopeLowEdgeMHz},
       {"high", s.ScopeHighEdgeMHz}, {"ref", s.ScopeRefLevel},
-      {"speed", s.ScopeSpeed}};
+      {"speed", s.ScopeSpeed},      {"tx", s.Transmitting ? 1 : 0}};
   for (const auto& [name, value] : numbers) fields[name] = NumberText(value);
   return fields;
 }
@@ -68,6 +68,7 @@ TEST(ParseCivFrame, ChangesWhatTheReplySaysAndNothingElse) {
       {"19 00 6A", "id 6A; max 200; name IC-7850; points 689; scope 689; "},
       {"19 00 94", "id 94; max 160; name IC-7300; points 475; scope 475; "},
       {"19 00 77", "id 77; scope 50; "},
+      {"1C 00 01", "tx 1; "},
       {"27 14 00 01", "fixed 1; "},
       {"27 15 00 00 50 02 00 00", "span 0.025; "},
       {"27 19 00 10 50 01", "ref -10.5; ref -21; "},
@@ -78,35 +79,12 @@ TEST(ParseCivFrame, ChangesWhatTheReplySaysAndNothingElse) {
   for (const auto& [body, outcome] : replies) EXPECT_EQ(Outcome(body), outcome) << body;
 
   // No news or none of ours; too short; no decimal digits, or too much.
-  const char* const ignored[] = {"FB",
-                                 "FA",
-                                 "",
-                                 "1C 00 01",
-                                 "14 02 01 28",
-                                 "27 14 01 01",
-                                 "16 02",
-                                 "16 22 0A",
-                                 "27 19 01 10 50 01",
-                                 "27 00 01 01 01",
-                                 "03",
-                                 "03 00 00 23 14",
-                                 "04",
-                                 "14 01 01",
-                                 "16 12",
-                                 "19 00",
-                                 "27 00",
-                                 "27 00 00 01",
-                                 "27 14 00",
-                                 "27 19 00 10 50",
-                                 "27 1E 01 02 00 00 00 14 00 00 00 35 14",
-                                 "03 00 00 2A 14 00",
-                                 "04 1F 01",
-                                 "14 01 0F 00",
-                                 "14 01 02 56",
-                                 "27 15 00 00 00 00 FF 00",
-                                 "27 19 00 A0 50 01",
-                                 "27 1E 01 02 00 00 00 14 00 00 00 3B 14 00"};
-  for (const char* body : ignored) EXPECT_EQ(Outcome(body), "") << body;
+  std::istringstream ignored(
+      "FB|FA||14 02 01 28|27 14 01 01|16 02|16 22 0A|27 19 01 10 50 01|27 00 01 01 01|03|"
+      "03 00 00 23 14|04|14 01 01|16 12|19 00|27 00|27 00 00 01|27 14 00|27 19 00 10 50|"
+      "27 1E 01 02 00 00 00 14 00 00 00 35 14|03 00 00 2A 14 00|04 1F 01|14 01 0F 00|14 01 02 56|"
+      "27 15 00 00 00 00 FF 00|27 19 00 A0 50 01|27 1E 01 02 00 00 00 14 00 00 00 3B 14 00");
+  for (std::string body; std::getline(ignored, body, '|');) EXPECT_EQ(Outcome(body), "") << body;
 }
 
 }  // namespace

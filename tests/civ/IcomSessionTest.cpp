@@ -34,7 +34,7 @@ struct IcomSessionTest : IcomBench {
 
 TEST_F(IcomSessionTest, ALostPortIsTriedAtGrowingPausesUntilStop) {
   Port.Trouble = "/dev/radio is not there";
-  ASSERT_TRUE(Link.Open(Radio));
+  ASSERT_TRUE(Link.Open());
   EXPECT_TRUE(Tried());
   EXPECT_EQ(Session.Health().Why, Port.Trouble);
   EXPECT_THAT(Seconds(46, [&] { return Tried(); }), ElementsAre(1, 3, 7, 15, 30, 45));
@@ -49,12 +49,13 @@ TEST_F(IcomSessionTest, ALostPortIsTriedAtGrowingPausesUntilStop) {
 
   Store.SaveSetting("Spectrino", "Setup", "Reconnect", "0");
   Port.Trouble.clear();
-  ASSERT_TRUE(Link.Open(Radio));
+  ASSERT_TRUE(Link.Open());
   EXPECT_TRUE(Tried());
   Port.Pull("ttyUSB0 was unplugged");
   EXPECT_THAT(Seconds(40, [&] { return Tried(); }), IsEmpty());
   EXPECT_EQ(Session.Health().State, LinkState::Lost);
-  EXPECT_EQ(User.Statuses.back(), "ttyUSB0 was unplugged. Press Stop and Start when the radio is back.");
+  EXPECT_EQ(HealthText(Session.Health(), "ICOM", Time.Now()),
+            "ttyUSB0 was unplugged. Press Stop, then Start to connect again.");
 }
 
 TEST_F(IcomSessionTest, AScopeThatFallsSilentIsSwitchedOnAgainWhileLinesAreWanted) {
@@ -63,10 +64,14 @@ TEST_F(IcomSessionTest, AScopeThatFallsSilentIsSwitchedOnAgainWhileLinesAreWante
     return Sends("271101");
   };
   Pump.Meanwhile = [&] { Hear("1900A4"); };
-  ASSERT_TRUE(Link.Open(Radio));
+  ASSERT_TRUE(Link.Open());
   EXPECT_THAT(Seconds(40, answering), ElementsAre(0, 2, 4, 8, 16, 31));
   EXPECT_THAT(User.Statuses,
-              ElementsAre("The radio answers, but its scope sends nothing: it is switched on again."));
+              ElementsAre("The radio answers, but its scope sends nothing: it is switched on again.",
+                          "The radio answers, but its scope stays off: switch it on at the radio."));
+  Hear("2700000211");  // the second of eleven alone
+  Seconds(1, answering);
+  EXPECT_THAT(Session.Health().Why, testing::HasSubstr("come damaged"));
   // Behind a hidden window, and while the scan's dialog stands.
   Link.BeforeLayout();
   Link.AfterLayout(true);
@@ -78,38 +83,25 @@ TEST_F(IcomSessionTest, AScopeThatFallsSilentIsSwitchedOnAgainWhileLinesAreWante
   EXPECT_EQ(User.Statuses.back(), "");
   State.ScanDialogOpen = false;
   EXPECT_THAT(Seconds(3, answering), ElementsAre(2));
+  // While it transmits its menu may keep them off.
+  Hear("1C0001");
+  EXPECT_THAT(Seconds(20, answering), IsEmpty());
+  Backend.Refresh(Radio);
+  EXPECT_TRUE(Link.Paused() && Radio.Transmitting);
+  Hear("1C0000");
+  EXPECT_FALSE(Link.Paused());
+  EXPECT_THAT(Seconds(3, answering), ElementsAre(2));
 }
 
 TEST_F(IcomSessionTest, ALongLayoutIsNoSilence) {
   Pump.Meanwhile = [&] { Hear("1900A4"); };
-  ASSERT_TRUE(Link.Open(Radio));
+  ASSERT_TRUE(Link.Open());
   Seconds(1, [&] { return Sends("271001"); });
   Link.BeforeLayout();
   EXPECT_THAT(Seconds(5, [&] { return Hear("FB"), Session.Health().State != LinkState::Live; }), IsEmpty());
   Link.AfterLayout(false);
   EXPECT_THAT(Seconds(1, [&] { return Sends("271001"); }), IsEmpty())
       << "neither its scope nor all of it is set up anew";
-}
-
-// What the operator chose since Start is the radio's to tell.
-TEST_F(IcomSessionTest, ARadioThatComesBackKeepsItsFixedMode) {
-  Pump.Meanwhile = [&] { Hear("1900A4"); };
-  ASSERT_TRUE(Link.Open(Radio));
-  Seconds(1, [&] { return Sends("27140000"); });
-  State.ScopeFixedMode = 1;
-  EXPECT_THAT(Seconds(7, [&] { return Sends("1900"); }), ElementsAre(2, 3, 4, 5, 6, 7))
-      << "2.5 s after it was heard, then slowly";
-  EXPECT_EQ(Session.Health().State, LinkState::Silent);
-  Hear("1900A4");
-  std::vector<std::string> sent;
-  Seconds(1, [&] {
-    std::ranges::copy(Port.Take(), std::back_inserter(sent));
-    return false;
-  });
-  EXPECT_THAT(sent, testing::Contains("FEFEA4E0271101FD"));
-  EXPECT_THAT(sent, testing::Not(testing::Contains("FEFEA4E027140000FD")));
-  EXPECT_EQ(State.ScopeFixedMode, 1);
-  EXPECT_EQ(Session.Health().State, LinkState::Live);
 }
 
 }  // namespace

@@ -15,21 +15,11 @@ namespace {
 using testing::ElementsAre;
 
 TEST(SMeter, ReadsAsOperatorsSayIt) {
-  const std::tuple<int, const char*, const char*> levels[] = {{-73, "9.0", "S9"},
-                                                              {-71, "9.0", "S9"},
-                                                              {-70, "+5", "S9+5"},
-                                                              {-66, "+5", "S9+5"},
-                                                              {-65, "+10", "S9+10"},
-                                                              {-50, "+25", "S9+25"},
-                                                              {32767, "+32840", "S9+32840"},
-                                                              {-74, "9.0", "S9"},
-                                                              {-82, "7.5", "S8"},
-                                                              {-85, "7.0", "S7"},
-                                                              {-86, "7.0", "S7"},
-                                                              {-124, ".5", "S1"},
-                                                              {-127, ".0", "S0"},
-                                                              {-140, ".0", "S0"},
-                                                              {-32768, ".0", "S0"}};
+  const std::tuple<int, const char*, const char*> levels[] = {
+      {-73, "9.0", "S9"},    {-71, "9.0", "S9"},           {-70, "+5", "S9+5"}, {-66, "+5", "S9+5"},
+      {-65, "+10", "S9+10"}, {-50, "+25", "S9+25"},        {-74, "9.0", "S9"},  {-82, "7.5", "S8"},
+      {-85, "7.0", "S7"},    {-86, "7.0", "S7"},           {-124, ".5", "S1"},  {-127, ".0", "S0"},
+      {-32768, ".0", "S0"},  {32767, "+32840", "S9+32840"}};
   for (const auto& [dBm, design0, design1] : levels) {
     EXPECT_EQ(SMeterText(static_cast<std::int16_t>(dBm), 0), design0) << dBm;
     EXPECT_EQ(SMeterText(static_cast<std::int16_t>(dBm), 1), design1) << dBm;

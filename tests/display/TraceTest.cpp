@@ -54,6 +54,10 @@ TEST(TraceTest, FlatLineIsOnePixelAtItsLevelWithTheFillBelow) {
     EXPECT_NE(drawn.At(x, 42), kPlain) << x;
     EXPECT_GT(qGreen(drawn.At(x, 42)), qGreen(drawn.At(x, 99))) << "the fill fades downwards";
   }
+  const std::vector<float> flat(64, -90.5F);
+  EXPECT_EQ(DrawTrace(flat, true, std::vector<float>(64, -70.5F)).At(20, 20),
+            ColourAt(kColoursK4, ColourIndex::BackgroundPeak));
+  EXPECT_EQ(DrawTrace(flat, false, flat).At(20, 40), line) << "the trace lies over its peaks";
   EXPECT_EQ(drawn.Picture.pixel(10, 104), kPlain) << "below the plot";
   EXPECT_EQ(drawn.Picture.pixel(64, 44), kPlain) << "label column";
 }
@@ -90,14 +94,6 @@ TEST(TraceTest, SlopesAreAsThickAsFlatLines) {
     }
     EXPECT_NEAR(covered / 40 / std::hypot(1, perPixel), 1, 0.05) << perPixel;
   }
-}
-
-TEST(TraceTest, BackgroundPeakLiesUnderTheTrace) {
-  const Drawn drawn = DrawTrace(std::vector<float>(40, -90.5F), true, std::vector<float>(40, -70.5F));
-  EXPECT_EQ(drawn.At(20, 20), ColourAt(kColoursK4, ColourIndex::BackgroundPeak));
-  EXPECT_EQ(drawn.At(20, 40), ColourAt(kColoursK4, ColourIndex::Signal));
-  EXPECT_EQ(DrawTrace(std::vector<float>(40, -90.5F), false, std::vector<float>(40, -90.5F)).At(20, 40),
-            ColourAt(kColoursK4, ColourIndex::Signal));
 }
 
 /// A frame over the last one touches only what changed: it must look as if it had been drawn alone.

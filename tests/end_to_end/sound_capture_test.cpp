@@ -116,23 +116,17 @@ TEST(SoundCapture, RefusesWhatWouldFakeASpectrum) {
   if (HasFatalFailure()) return;
   ASSERT_TRUE(bench.Server.LoadModule(
       {"module-remap-source", "master=cable.monitor", "source_name=mono", "channels=1", "channel_map=mono"}));
-  struct Refusal {
-    std::string StableId;
-    int RateHz;
-    std::string Reason;
-  };
-  for (const Refusal& refusal :
-       std::vector<Refusal>{{"pulse:iq", 96000, "runs at 48000 Hz, not at 96000 Hz"},
-                            {"pulse:iq", 44100, "runs at 48000 Hz, not at 44100 Hz"},
-                            {"pulse:iq", 500'000'000, "cannot record at 500000000 Hz"},
-                            {"pulse:mono", 48000, "has one channel"},
-                            {"pulse:unplugged", 48000, "is not there"},
-                            {"demo", 48000, "is no input of the sound server"}}) {
+  for (const auto& [stableId, rateHz, why] : std::initializer_list<std::tuple<const char*, int, const char*>>{
+           {"pulse:iq", 96000, "runs at 48000 Hz, not at 96000 Hz"},
+           {"pulse:iq", 44100, "runs at 48000 Hz, not at 44100 Hz"},
+           {"pulse:iq", 500'000'000, "cannot record at 500000000 Hz"},
+           {"pulse:mono", 48000, "has one channel"},
+           {"pulse:unplugged", 48000, "is not there"},
+           {"demo", 48000, "is no input of the sound server"}}) {
     SoundDevice device;
-    device.Name = "Shack";
-    device.StableId = refusal.StableId;
-    EXPECT_FALSE(bench.Input.Open(device, refusal.RateHz, 2048, bench.Reason)) << refusal.Reason;
-    EXPECT_NE(bench.Reason.find(refusal.Reason), std::string::npos) << bench.Reason;
+    device.StableId = stableId;
+    EXPECT_FALSE(bench.Input.Open(device, rateHz, 2048, bench.Reason)) << why;
+    EXPECT_NE(bench.Reason.find(why), std::string::npos) << bench.Reason;
   }
   EXPECT_TRUE(bench.Input.Open(bench.Receiver(), 48000, 2048, bench.Reason)) << bench.Reason;
 }

@@ -71,28 +71,22 @@ TEST(SampleRing, NeverMixesOldAndNewWhileTheWriterLapsTheReader) {
   EXPECT_GT(skips, 0) << "the writer was never ahead: the race was not tested";
 }
 
-struct CardReport {
-  const char* Text;
-  std::optional<int> RateHz;
-};
-
 TEST(CardRate, TakesWhatTheKernelSaysAndNothingElse) {
   const PrivateSoundServer folder;  // not started: its temporary folder alone
   const std::filesystem::path stream = folder.Path("card2/pcm1c/sub0");
   std::filesystem::create_directories(stream);
-  for (const CardReport& report :
-       std::initializer_list<CardReport>{{"access: MMAP_INTERLEAVED\nformat: S16_LE\nchannels: 2\nrate: "
-                                          "96000 (96000/1)\nperiod_size: 512\n",
-                                          96000},
-                                         {"rate: 44100", 44100},
-                                         {"closed\n", {}},
-                                         {"rate: fast (1/1)\n", {}},
-                                         {"rate: 48000x\n", {}},
-                                         {"rate: -1 (0/1)\n", {}},
-                                         {"rate: 99999999999\n", {}},
-                                         {"", {}}}) {
-    std::ofstream(stream / "hw_params") << report.Text;
-    EXPECT_EQ(ReadCardRateHz(2, 1, folder.Path("")), report.RateHz) << report.Text;
+  const std::pair<const char*, std::optional<int>> reports[] = {
+      {"access: MMAP_INTERLEAVED\nformat: S16_LE\nrate: 96000 (96000/1)\nperiod_size: 512\n", 96000},
+      {"rate: 44100", 44100},
+      {"closed\n", {}},
+      {"rate: fast (1/1)\n", {}},
+      {"rate: 48000x\n", {}},
+      {"rate: -1 (0/1)\n", {}},
+      {"rate: 99999999999\n", {}},
+      {"", {}}};
+  for (const auto& [text, rateHz] : reports) {
+    std::ofstream(stream / "hw_params") << text;
+    EXPECT_EQ(ReadCardRateHz(2, 1, folder.Path("")), rateHz) << text;
   }
   EXPECT_EQ(ReadCardRateHz(3, 1, folder.Path("")), std::nullopt);
 }

@@ -13,6 +13,7 @@ class FakeRig final : public RigBackend {
  public:
   bool Open() override {
     ++Opens;
+    if (Opening) Opening();
     return Found;
   }
   void Close() override { ++Closes; }
@@ -45,6 +46,7 @@ class FakeRig final : public RigBackend {
   }
 
   bool Found = true;
+  std::function<void()> Opening;  ///< happens meanwhile
   double FreqMHz = 0;
   int Mode = mode::kUsb;
   double Offset = 0;
@@ -60,7 +62,12 @@ class FakeRig final : public RigBackend {
 
 class FakeScope final : public RadioLink, public SpectrumSource {
  public:
-  bool Open(RadioState&) override { return Accepts; }
+  bool Open() override { return Accepts; }
+  void TellBeside(RadioState& radio) const override {
+    radio.SMeterTold = true;
+    radio.SMeterDbm = BesideDbm;
+  }
+  [[nodiscard]] bool Paused() const override { return Pauses; }
   void Close() override { ++Closes; }
   [[nodiscard]] SpectrumSource& Source() override { return *this; }
   [[nodiscard]] LevelScale Scale() const override { return {-140, -40, 100, 20}; }
@@ -80,6 +87,8 @@ class FakeScope final : public RadioLink, public SpectrumSource {
   [[nodiscard]] std::string Failure() const override { return {}; }
 
   bool Accepts = true;
+  bool Pauses = false;
+  double BesideDbm = 0;
   bool Ready = false;
   int Closes = 0;
   SpectrumLine Next;

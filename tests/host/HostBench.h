@@ -44,7 +44,7 @@ struct HostBench {
   PanSettings Settings;
   ScriptedSocket Socket;
   HostRadio Radio{Socket, Store, User, Time};
-  HostBackend Backend{{Radio, Store, Settings, User, Pump, Time, {}}};
+  HostBackend Backend{{Radio, Store, Settings, User, Pump, Time, {}, [](bool) {}}};
   RadioState State;
 
   void Accept(std::string_view caps = kDump) {

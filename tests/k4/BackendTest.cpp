@@ -52,8 +52,6 @@ TEST_F(K4BackendTest, EachRequestIsItsCommand) {
       {[](B& b) { b.ShiftPassband(Vfo::B, 100); }, "IS$0070; IS$;", "IS$0070; IS$;"},
       {[](B& b) { b.StepSpan(+1); }, "#SPN55000;", "#SPN55000;"},
       {[](B& b) { b.StepSpan(-1); }, "#SPN45000;", "#SPN45000;"},
-      {[](B& b) { b.StepFrequency(+1, 0); }, "FA00014250000;", "FA00014250000;"},
-      {[](B& b) { b.StepFrequency(-1, 0); }, "FA00014150000;", "FA00014150000;"},
   };
   for (const auto& row : rows) {
     State.RxSuffix = "";

@@ -260,6 +260,11 @@ TEST(K4Status, TextsSayWhatTheRadioDoes) {
   state.K4PanChannels[kPanMiniMain].Serial = 40;
   status.Follow(state);
   EXPECT_EQ(status.Area(state).Main.History.size(), 1U) << "switched on again";
+  state.SMeterMain = 57;
+  EXPECT_EQ(status.Area(state).Main.SMeterShare, 0.5);
+  area = status.Area(state, false);
+  EXPECT_EQ(area.MainFreq + area.MainLine + area.Split, "---------") << "not heard";
+  EXPECT_EQ(area.Main.SMeterShare, 0);
 }
 
 }  // namespace

@@ -6,8 +6,6 @@
 
 #include <algorithm>
 
-#include "k4/K4Link.h"
-#include "k4/PanFrames.h"
 #include "k4/SessionBench.h"
 
 namespace spectrino {
@@ -151,25 +149,68 @@ TEST(K4Session, SilenceAsksForOtherSettingsAndOkTriesThem) {
 }
 
 TEST(K4Session, OnePortIsEnoughWhicheverAnswersFirst) {
-  struct Case {
-    bool Cat, Pan, CatFirst;
-    std::string Missing;
-  };
-  for (const Case& c : {Case{true, false, false, "The K4's panadapter port 9201 does not answer"},
-                        Case{true, false, true, "The K4's panadapter port 9201 does not answer"},
-                        Case{false, true, false, "The K4's CAT port 9200 does not answer"},
-                        Case{false, true, true, "The K4's CAT port 9200 does not answer"}}) {
-    SessionBench bench;
-    bench.Setting("K4TCP", "k4.local");
-    bench.Pump.Meanwhile = [&] {
-      if (c.CatFirst && bench.Events.size() < 4) return;  // both answers in one turn
-      if (c.CatFirst) bench.WSCat.Answer(c.Cat);
-      bench.WSPan.Answer(c.Pan);
-      bench.WSCat.Answer(c.Cat);
-    };
-    EXPECT_FALSE(bench.Session->Start().Failed);
-    EXPECT_TRUE(bench.State.K4Connected);
-    EXPECT_THAT(bench.User.Statuses, ElementsAre(HasSubstr("Connected to"), c.Missing));
+  for (const bool cat : {true, false}) {
+    for (const bool catFirst : {true, false}) {
+      SessionBench bench;
+      bench.Setting("K4TCP", "k4.local");
+      bench.Pump.Meanwhile = [&] {
+        if (catFirst && bench.Events.size() < 4) return;  // both answers in one turn
+        if (catFirst) bench.WSCat.Answer(cat);
+        bench.WSPan.Answer(!cat);
+        bench.WSCat.Answer(cat);
+      };
+      EXPECT_FALSE(bench.Session->Start().Failed);
+      EXPECT_TRUE(bench.State.K4Connected);
+      const std::string missing = cat ? "panadapter port 9201" : "CAT port 9200";
+      EXPECT_THAT(bench.User.Statuses,
+                  ElementsAre(HasSubstr("Connected to"), "The K4's " + missing + ": refused"));
+    }
+  }
+}
+
+TEST(K4Session, EachPortIsOpenedOnceWheneverItConnects) {
+  for (const bool cat : {true, false}) {
+    for (int late = 3; late <= 7; ++late) {  // the last pause of the opening is the seventh
+      SessionBench bench;
+      bench.Setting("K4TCP", "k4.local");
+      int pauses = 0;
+      bench.Pump.Meanwhile = [&] {
+        (cat ? bench.WSPan : bench.WSCat).Answer(true);
+        if (++pauses >= late) (cat ? bench.WSCat : bench.WSPan).Answer(true);
+      };
+      EXPECT_FALSE(bench.Session->Start().Failed);
+      const auto sent = [&bench](const char* what) { return std::ranges::count(bench.Events, what); };
+      EXPECT_EQ(sent("PAN PING\r\n"), 1) << late;
+      EXPECT_EQ(sent("PAN A1\r\n"), 1) << late;
+      EXPECT_EQ(sent("CAT ID;"), 1) << late;
+      EXPECT_EQ(sent("CAT AI5;"), 2) << late;
+      EXPECT_EQ(bench.User.Statuses.back(), "") << late;
+    }
+  }
+}
+
+TEST(K4Session, BothPortsLostInTheOpeningAreTriedAgainOrTold) {
+  for (const bool again : {true, false}) {
+    for (int lost = 4; lost <= 7; ++lost) {
+      SessionBench bench;
+      bench.Setting("Reconnect", again ? "1" : "0");
+      bench.Setting("K4TCP", "k4.local");
+      int pauses = 0;
+      bench.Pump.Meanwhile = [&] {
+        for (test::ScriptedSocket* socket : {&bench.WSPan, &bench.WSCat}) {
+          socket->Answer(true);
+          if (pauses + 1 == lost) socket->Closed();
+        }
+        ++pauses;
+      };
+      const K4ConnectOutcome outcome = bench.Session->Start();
+      EXPECT_EQ(outcome.Failed, !again) << lost;
+      EXPECT_EQ(outcome.Message, again ? ""
+                                       : "TCP ERROR - HOST = k4.local PORTPAN = 9201 PORTCAT = 9200: closed "
+                                         "by the radio");
+      EXPECT_EQ(bench.Session->Health().NextTry.has_value(), again);
+      EXPECT_EQ(bench.User.Statuses.back(), "") << lost;
+    }
   }
 }
 
@@ -233,6 +274,15 @@ TEST(K4Session, ALostPortComesBackByItselfWhileTheOtherWorksOn) {
     bench.WSCat.Receive("FB;");
     bench.WSPan.Receive("noise");
     EXPECT_EQ(bench.Session->Health().State, LinkState::Live);
+    for (const auto& [heard, pause] : {std::pair{0s, 15s}, {5s, 1s}}) {
+      bench.Time.Advance(heard);
+      lost.Receive("FB;");
+      lost.Closed();
+      EXPECT_EQ(bench.Session->Health().NextTry, bench.Time.Now() + pause) << "a byte alone is no recovery";
+      lost.Connected();
+      lost.Receive("FB;");
+    }
+    EXPECT_EQ(bench.User.Logged.size(), 2U);
     bench.Session->Stop();
     bench.Time.Advance(60s);
     bench.Session->tmrK4_Timer();
@@ -251,14 +301,19 @@ TEST(K4Session, ARadioThatFallsSilentIsNotLiveAndWithoutReconnectingNothingIsTri
   EXPECT_EQ(bench.Session->Health().State, LinkState::Silent);
   EXPECT_EQ(HealthText(bench.Session->Health(), "K4", bench.Time.Now()),
             "K4 silent for 3 s: is it switched on?");
+  bench.WSCat.Receive("FB;");
+  EXPECT_EQ(
+      bench.Session->Health().Why,
+      "its panadapter port 9201 sends nothing, the other one does. Press Stop, then Start to open it anew.");
   bench.WSCat.Closed();
   bench.WSPan.Closed();
   bench.Time.Advance(60s);
   bench.Session->SendK4("FA");
   bench.Session->tmrK4_Timer();
   EXPECT_THAT(bench.Events, IsEmpty());
-  EXPECT_EQ(bench.User.Statuses.back(),
-            "Connection to the K4 lost. Press Stop, then Start to connect again.");
+  EXPECT_EQ(HealthText(bench.Session->Health(), "K4", bench.Time.Now()),
+            "The K4's CAT port 9200 and panadapter port 9201: closed by the radio. Press Stop, then Start to "
+            "connect again.");
 }
 
 TEST(K4Session, CommandsLeaveTrimmedWithOneSemicolon) {
@@ -286,11 +341,12 @@ TEST(K4Session, RepliesReachTheParserAsTheyAdd) {
   bench.Replies.clear();
   bench.WSCat.Receive(std::string(65536, 'x'));
   bench.WSCat.Receive("y");
+  bench.WSCat.Receive(std::string(65537, 'x'));
   bench.WSCat.Receive("FB;");
-  ASSERT_EQ(bench.Replies.size(), 3U);
+  ASSERT_EQ(bench.Replies.size(), 4U);
   EXPECT_EQ(bench.Replies[1].size(), 65537U);
-  EXPECT_EQ(bench.Replies[2], "FB;");
-  EXPECT_THAT(bench.User.Logged.back(), HasSubstr("65537"));
+  EXPECT_EQ(bench.Replies[3], "FB;");
+  EXPECT_THAT(bench.User.Logged, ElementsAre(HasSubstr("65537"))) << "once";
 }
 
 TEST(K4Session, StopSwitchesTheMonitorOffBeforeItCloses) {
@@ -306,79 +362,6 @@ TEST(K4Session, StopSwitchesTheMonitorOffBeforeItCloses) {
   bench.BeginSession();
   bench.WSCat.Receive("FB;");
   EXPECT_EQ(bench.Replies.back(), "FB;");  // not behind the half reply of the old connection
-}
-
-struct LinkTest : ::testing::Test {
-  SessionBench Bench;
-  K4Status Status;
-  K4Link Link{Bench.State, *Bench.Session, Status, Bench.User, Bench.Time};
-  RadioState Radio;
-  SpectrumLine Line;
-
-  void Open() {
-    Bench.Setting("K4TCP", "k4.local");
-    Bench.RadioAnswers(true, true);
-    ASSERT_TRUE(Link.Open(Radio));
-    Bench.State.PanScaleDb = 70;
-    Bench.State.PanSpanMHz = 0.05;
-  }
-  void Receive(const test::Bytes& bytes) { Bench.WSPan.DataArrival(bytes); }
-};
-
-TEST_F(LinkTest, EachNewLineOfTheMainPanadapterIsTakenOnce) {
-  Open();
-  EXPECT_TRUE(Bench.State.K4Connected);
-  EXPECT_EQ(Link.Poll({}, Line), PollResult::Pending);
-  test::FrameFields fields;
-  fields.Reference = "-1355";
-  fields.Level = [](int sample) { return -1200 + (sample == 513 ? 10 : 0); };
-  const test::Bytes frame = test::PanFrame(fields);
-  Receive({frame.begin(), frame.begin() + 1000});
-  Bench.Time.Advance(7ms);
-  Receive({frame.begin() + 1000, frame.end()});
-  const auto arrived = Bench.Time.Now();
-  Bench.Time.Advance(3ms);
-
-  ASSERT_EQ(Link.Poll({}, Line), PollResult::Line);
-  EXPECT_EQ(Line.PointCount, 1024);
-  EXPECT_EQ(Line.FirstIndex, 1);
-  ASSERT_EQ(Line.Levels.size(), 1025U);
-  EXPECT_FLOAT_EQ(Line.Levels[1], -119);
-  EXPECT_FLOAT_EQ(Line.Levels[1024], -120);
-  EXPECT_DOUBLE_EQ(Line.LeftMHz, 14.049);
-  EXPECT_DOUBLE_EQ(Line.CentreMHz, 14.074);
-  EXPECT_DOUBLE_EQ(Line.RightMHz, 14.099);
-  EXPECT_EQ(Line.Arrived, arrived);
-  EXPECT_FLOAT_EQ(Line.BottomLevel, -136);  // whole dB below -135.5 and -65.5
-  EXPECT_FLOAT_EQ(Line.TopLevel, -66);
-  EXPECT_EQ(Link.Scale(), (LevelScale{-136, -66, 70, 20}));
-  EXPECT_DOUBLE_EQ(Link.GridHz()[10], 50000);
-  EXPECT_EQ(Link.Poll({}, Line), PollResult::Pending);
-
-  test::FrameFields mini;
-  mini.Letter = 'Y';
-  Receive(test::PanFrame(mini));
-  EXPECT_EQ(Link.Poll({}, Line), PollResult::Pending);
-  Receive(frame);
-  Bench.WSPan.Closed();
-  EXPECT_EQ(Link.Poll({}, Line), PollResult::Line);
-  Receive(frame);  // what a closed connection still delivers
-  EXPECT_EQ(Link.Poll({}, Line), PollResult::Pending);
-
-  // The line of one run is not the first of the next.
-  Link.Close();
-  EXPECT_FALSE(Bench.State.K4Connected);
-  Open();
-  EXPECT_EQ(Link.Poll({}, Line), PollResult::Pending);
-}
-
-TEST_F(LinkTest, AFailedOpenTellsWhyAndAnAbandonedOneSaysNothing) {
-  EXPECT_FALSE(Link.Open(Radio));
-  EXPECT_THAT(Bench.User.Messages, ElementsAre("Spectrino|TCP Port not defined"));
-  Bench.Setting("K4TCP", "k4.local");
-  Bench.GivenUp = true;
-  EXPECT_FALSE(Link.Open(Radio));
-  EXPECT_EQ(Bench.User.Messages.size(), 1U);
 }
 
 }  // namespace

@@ -65,11 +65,15 @@ struct SocketTest : ::testing::Test {
   Port Radio;
   std::unique_ptr<QtByteSocket> Socket = std::make_unique<QtByteSocket>();
   Log Events;
+  std::string Reason;
 
   void Listen() {
     Socket->Connected = [this] { Note("connected"); };
     Socket->Closed = [this] { Note("closed"); };
-    Socket->Error = [this](std::string_view) { Note("error"); };
+    Socket->Error = [this](std::string_view text) {
+      Reason = text;
+      Note("error");
+    };
     Socket->DataArrival = [this](std::span<const std::uint8_t> bytes) {
       Note("data " + std::string(bytes.begin(), bytes.end()));
     };
@@ -100,9 +104,11 @@ TEST_F(SocketTest, TellsEachEventOnceInOrder) {
   Socket->Close();
   ASSERT_TRUE(Until([&] { return Radio.PeerGone(); }));
   EXPECT_EQ(Radio.Received, "ID;#DPM0;");
+  const std::uint16_t number = Radio.Number();
   Radio.StopListening();
-  Socket->Connect("127.0.0.1", Radio.Number());
+  Socket->Connect("127.0.0.1", number);
   ASSERT_TRUE(Until([&] { return Events.size() == 6; }));
+  EXPECT_EQ(Reason, "127.0.0.1 refuses the connection: is it still on?") << "the port was right before";
   Socket->Connect("127.0.0.1", Radio.Number());
   Socket->Close();  // while connecting
   Pass(50);

@@ -182,6 +182,7 @@ TEST_F(LostInput, SilenceIsToldWhileItLasts) {
     EXPECT_EQ(Cycle.Warning(), "");
   }
   feed(0, 0, 400);
+  EXPECT_THAT(Bench.Sink.DisplayLevel, testing::Each(kEmptyLevel)) << "not what was there before";
   Input.Shared->Warning = "Muted";
   EXPECT_EQ(Cycle.Warning(), "Muted") << "the cause before the effect";
 }

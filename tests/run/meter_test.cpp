@@ -13,6 +13,7 @@ struct MeterCase {
   float LineLevel;
   double ToldDbm;
   float Shown;
+  CatControl Control = CatControl::RadioDirect;  ///< another than the radio's own tells no reading
 };
 
 class MeterShows : public testing::TestWithParam<MeterCase> {};
@@ -23,12 +24,17 @@ TEST_P(MeterShows, TheLevelOfTheSource) {
   bench.State.Settings.Source.Id.Kind = SourceKind::K4;
   bench.State.Settings.OptSM = given.OptSM;
   bench.State.Settings.SMeterCorrDb = given.Correction;
+  bench.State.Settings.Control = given.Control;
+  bench.Radio.BesideDbm = given.ToldDbm;
   RunCycle& cycle = bench.Cycle;
   ASSERT_TRUE(cycle.Start());
   RadioState& radio = bench.State.Radio;
   radio.MainFreqMHz = bench.RadioRig.FreqMHz = 14.05;
-  radio.SMeterTold = given.Tells;
-  radio.SMeterDbm = given.ToldDbm;
+  if (given.Control == CatControl::RadioDirect) {
+    radio.SMeterTold = given.Tells;
+    radio.SMeterDbm = given.ToldDbm;
+  }
+  cycle.Step();
   bench.Radio.Next =
       SpectrumLine{std::vector<float>(101, given.LineLevel), 100, 1, 14.0, 14.05, 14.1, -140, -40, 1, {}, {}};
   bench.Radio.Ready = true;
@@ -40,6 +46,7 @@ TEST_P(MeterShows, TheLevelOfTheSource) {
 INSTANTIATE_TEST_SUITE_P(Sources, MeterShows,
                          testing::Values(MeterCase{true, 1, 0, -120, -73, -73},
                                          MeterCase{true, 1, -6, -120, -73, -79},
+                                         MeterCase{true, 1, -6, -120, -73, -79, CatControl::FixedLo},
                                          MeterCase{true, 0, -6, -120, -73, -90},
                                          MeterCase{false, 1, -6, -100, 0, -70}));
 

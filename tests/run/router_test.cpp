@@ -16,6 +16,7 @@ TEST(RigRouter, LinesCommandsAndButtonsAgreeForEverySourceAndControl) {
       elecraft{BandLayout::With60m, ModeLayout::WithReverse},
       whole{BandLayout::HostWhole, ModeLayout::Designed};
   k4.Has.Deck = elecraft;
+  k4.Has.StepMHz = 0.05;
   icom.Has.Deck = with60m;
   icom.Has.ScopeThroughHost = true;
   const RigRouter router({&host, &k4, &icom});
@@ -55,6 +56,7 @@ TEST(RigRouter, LinesCommandsAndButtonsAgreeForEverySourceAndControl) {
     EXPECT_EQ(route.Source, at.Lines);
     EXPECT_EQ(route.Control, at.Commands);
     EXPECT_EQ(route.Traits.Deck, at.Deck);
+    EXPECT_EQ(route.Traits.StepMHz, at.Lines == &k4 ? 0.05 : 0) << "the source's step, whoever takes it";
   }
 }
 

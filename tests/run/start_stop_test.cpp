@@ -68,23 +68,37 @@ TEST(Start, AMissingHostIsShownForASecondAndTheRunGoesOn) {
   };
   EXPECT_TRUE(bench.Cycle.Start());
   EXPECT_TRUE(told) << "Stop is to be had while it is looked for";
-  EXPECT_EQ(bench.User.Statuses.back(), "Castelon not found");
+  EXPECT_EQ(bench.User.Statuses, (std::vector<std::string>{"", "Castelon not found", ""}));
   EXPECT_EQ(bench.Pump.Waited, std::chrono::milliseconds(1000));
   bench.Step();
   EXPECT_EQ(bench.Host.Refreshes, 0);
+  EXPECT_FALSE(bench.Cycle.HostMissing()) << "the picture is for the band";
+  bench.Cycle.Stop();
+  for (const bool found : {false, true}) {
+    bench.State.Settings.Source = {{SourceKind::K4}, "K4"};
+    bench.State.Settings.Control = CatControl::IcomViaHost;
+    bench.RadioKit.Has.ScopeThroughHost = true;
+    bench.Host.Found = found;
+    ASSERT_TRUE(bench.Cycle.Start());
+    EXPECT_EQ(bench.Cycle.HostMissing(), !found) << "a radio's news must not wipe it";
+    bench.Cycle.Stop();
+  }
 }
 
 TEST(Start, StopWhileTheHostIsLookedForEndsIt) {
-  RunBench bench;
-  bench.State.Settings.Control = CatControl::HostIf;
-  bench.Host.Found = false;
-  bench.Pump.Meanwhile = [&bench] {
+  for (const bool missing : {false, true}) {  // Stop in the search, or while its outcome is shown
+    RunBench bench;
+    bench.State.Settings.Control = CatControl::HostIf;
+    bench.Host.Found = false;
+    (missing ? bench.Pump.Meanwhile : bench.Host.Opening) = [&bench] {
+      EXPECT_FALSE(bench.Cycle.Start());
+      bench.Cycle.Stop();
+    };
     EXPECT_FALSE(bench.Cycle.Start());
-    bench.Cycle.Stop();
-  };
-  EXPECT_FALSE(bench.Cycle.Start());
-  EXPECT_FALSE(bench.Cycle.Running());
-  EXPECT_TRUE(bench.Input.Opened.empty());
+    EXPECT_FALSE(bench.Cycle.Running());
+    EXPECT_TRUE(bench.Input.Opened.empty());
+    EXPECT_EQ(bench.User.Statuses.size(), missing ? 3U : 1U) << "a search that was ended missed nothing";
+  }
 }
 
 TEST(Start, TheHostIsReleasedWhenTheInputDoesNotOpen) {

@@ -24,14 +24,11 @@ struct PanSettingsTest : test::StoreTest {
 
 TEST_F(PanSettingsTest, WhatIsRemovedFromTheFileIsBackAtItsDefault) {
   std::string text = "[Setup]\nTop=1\n";
-  for (const char* key :
-       {"24b",       "Bits",     "SRate",  "IQ",           "IQCW",     "IQUSB",    "Flip6",    "FlipFreq",
-        "FlipFreq2", "TypZoom",  "Zoom",   "Spik0",        "APO",      "integr",   "Priority", "OptFreq",
-        "Offset4",   "Center3",  "Global", "AutoSpan2",    "Step3",    "Inverted", "Design",   "subd",
-        "BandMode",  "ccolor12", "MP",     "OptSM",        "SMCorr",   "SMHold",   "QSplit1",  "ICCTRL",
-        "Ref",       "Divisor",  "db",     "Disp",         "OnTop",    "bph",      "WF",       "CWR",
-        "FSKR",      "DePhase",  "DeAmp",  "HostEndpoint", "DeviceId", "Device"})
-    text += std::string(key) + "=1\n";
+  std::istringstream keys(
+      "24b Bits SRate IQ IQCW IQUSB Flip6 FlipFreq FlipFreq2 TypZoom Zoom Spik0 APO integr Priority OptFreq "
+      "Offset4 Center3 Global AutoSpan2 Step3 Inverted Design subd BandMode ccolor12 MP OptSM SMCorr SMHold "
+      "QSplit1 ICCTRL Ref Divisor db Disp OnTop bph WF CWR FSKR DePhase DeAmp HostEndpoint DeviceId Device");
+  for (std::string key; keys >> key;) text += key + "=1\n";
   Write(text + "Fill=0\nMHZ=0\nqsy=0\nAutoREF=0\nMouse=0\n");
   const PanSettings loaded = Load();
   EXPECT_EQ(loaded.Control, CatControl::FixedLo);
@@ -43,7 +40,6 @@ TEST_F(PanSettingsTest, WhatIsRemovedFromTheFileIsBackAtItsDefault) {
 #define LOADED(field) [](const PanSettings& s) { return static_cast<int>(s.field); }
 TEST_F(PanSettingsTest, AnyValueLoadsAsAUsableOneAndStaysInTheFile) {
   const std::tuple<std::string, int (*)(const PanSettings&), int> lines[] = {
-      {"Ref=-250", LOADED(RefLevel), -60},
       {"Ref=-200", LOADED(RefLevel), -60},
       {"Ref=-199", LOADED(RefLevel), -199},
       {"Ref=99999999999", LOADED(RefLevel), -60},
@@ -57,17 +53,14 @@ TEST_F(PanSettingsTest, AnyValueLoadsAsAUsableOneAndStaysInTheFile) {
       {"Divisor=10000000", LOADED(RangeDivisor), 10000000},
       {"Divisor4=-1", LOADED(BandDivisor[4]), 1000000},
       {"Bits=9", LOADED(Bits), 8},
-      {"Bits=-1", LOADED(Bits), 0},
       {"Bits=", LOADED(Bits), 0},
-      {"APO=1e9", LOADED(WindowTypeIndex), 1},
+      {"APO=1e9", LOADED(WindowTypeIndex), 0},
       {"Disp=-7", LOADED(DisplayMode), 0},
       {"OptFreq=9", LOADED(Control), 8},
       {"ccolor4=-1", LOADED(Colours[4]), 0xFFFFFF},
       {"ccolor12=255", LOADED(Colours[12]), 255},
-      {"Fill=0", LOADED(Fill), 0},
       {"Fill=yes", LOADED(Fill), 0},
       {"subd= 1", LOADED(SubD), 1},
-      {"Step1=", LOADED(StepHz[1]), 0},
       {"Step1=40000", LOADED(StepHz[1]), 32767},
       {"Offset3=-7.9", LOADED(OffsetKHz[3]), -7},
       {"Center2=14100.5", LOADED(CenterKHz[2]), 14100},
@@ -95,9 +88,9 @@ TEST_F(PanSettingsTest, AbsurdValuesAreLimitedAndNamedInTheLogOnce) {
            {"SMHold", "-1", [](const PanSettings& s) { return s.SMeterHoldSeconds; }, 0},
            {"Offset0", "-" + huge, [](const PanSettings& s) { return s.OffsetKHz[0]; }, -1e6},
            {"Center3", huge, [](const PanSettings& s) { return s.CenterKHz[3]; }, 1e9},
-           {"Global", "inf", [](const PanSettings& s) { return s.GlobalOffsetKHz; }, 0},
+           {"Global", "1e308", [](const PanSettings& s) { return s.GlobalOffsetKHz; }, usual.GlobalOffsetKHz},
            {"FlipFreq2", huge, [](const PanSettings& s) { return s.FlipFreq2MHz; }, 1e6},
-           {"DeAmp", "1e308", [](const PanSettings& s) { return s.DeAmp; }, 1},
+           {"DeAmp", "-inf", [](const PanSettings& s) { return s.DeAmp; }, 0},
            {"SMCorr", "nan", [](const PanSettings& s) { return double(s.SMeterCorrDb); }, 0}}) {
     Write("[Setup]\n" + key + "=" + text + "\n");
     Notes.Logged.clear();
@@ -141,6 +134,9 @@ TEST_F(PanSettingsTest, AWindowComesBackAsItWas) {
   EXPECT_EQ(window.State, WindowState::Maximised);
   EXPECT_THAT((std::array{window.Top, window.Left, window.Height, window.Width}),
               ElementsAre(150, 300, 32400, 57600));
+  Write("[Setup]\nWidth=-1\n");
+  EXPECT_EQ(LoadGeometry(Keys).Width, WindowGeometry().Width);
+  EXPECT_THAT(Notes.Logged, ElementsAre(::testing::HasSubstr("Width=-1 ")));
 }
 
 }  // namespace

@@ -34,6 +34,10 @@ TEST_F(StoreTest, SeesWhatOthersWriteAndKeepsItInItsOwnWrites) {
   Write("[PAN]\nMD=2\nFW=500\n", "Bexmora");
   Store.SaveSetting("Bexmora", "PAN", "MD", "7");
   EXPECT_EQ(OnDisk("Bexmora"), "[PAN]\nMD=7\nFW=500\n");
+  Store.Publish("Bexmora", "PAN", "FW", "2700");
+  EXPECT_EQ(Store.GetSetting("Bexmora", "pan", "fw", ""), "2700") << "published beats the file";
+  Store.Withdraw("Bexmora", "PAN");
+  EXPECT_EQ(Store.GetSetting("Bexmora", "PAN", "FW", ""), "500");
 }
 
 TEST_F(StoreTest, HoldsTheLastValuesWhileAnotherProgramRewritesItsFile) {
@@ -45,15 +49,6 @@ TEST_F(StoreTest, HoldsTheLastValuesWhileAnotherProgramRewritesItsFile) {
   EXPECT_EQ(Store.GetSetting("Bexmora", "PAN", "MD", ""), "3");
   Time.Advance(std::chrono::milliseconds(1));
   EXPECT_EQ(Store.GetSetting("Bexmora", "PAN", "MD", ""), "") << "the program has ended and cleaned up";
-}
-
-TEST_F(StoreTest, PublishedValuesBeatTheFileUntilWithdrawn) {
-  Write("[PAN]\nFW=500\nMD=3\n", "Bexmora");
-  Store.Publish("Bexmora", "PAN", "FW", "2700");
-  EXPECT_EQ(Store.GetSetting("Bexmora", "pan", "fw", ""), "2700");
-  EXPECT_EQ(Store.GetSetting("Bexmora", "PAN", "MD", ""), "3");
-  Store.Withdraw("Bexmora", "PAN");
-  EXPECT_EQ(Store.GetSetting("Bexmora", "PAN", "FW", ""), "500");
 }
 
 TEST_F(StoreTest, SetsItsOwnUnusableFileAsideAndSaysWhere) {
@@ -150,20 +145,6 @@ INSTANTIATE_TEST_SUITE_P(
                  [](const std::string& folder) { fs::create_directory_symlink("/proc/self", folder); },
                  [](const std::string& folder) { fs::remove(folder); }, "create"}),
     [](const auto& given) { return given.param.name; });
-
-TEST_F(StoreTest, DoesNotWaitForeverForALock) {
-  Write("");
-  std::string reason;
-  {
-    const posix::Descriptor held =
-        posix::Lock(File.PathOf("Spectrino") + ".lock", std::chrono::milliseconds(0), reason);
-    ASSERT_TRUE(held.Open()) << reason;
-    Store.SaveSetting("Spectrino", "Setup", "A", "1");
-    EXPECT_THAT(Notes.Messages, ElementsAre(HasSubstr("Another program")));
-  }
-  Store.SaveSetting("Spectrino", "Setup", "A", "1");
-  EXPECT_EQ(OnDisk(), "[Setup]\nA=1\n");
-}
 
 TEST_F(StoreTest, SavingNeverWaitsForAProgramThatHoldsTheLock) {
   using std::chrono::steady_clock;

@@ -58,7 +58,7 @@ def has_terminals():
 
 
 @unittest.skipUnless(has_terminals(), "no pseudo-terminals here: /dev/pts is not mounted")
-class RigctlTest(unittest.TestCase):
+class IcomSimTest(unittest.TestCase):
     def test_reads_and_sets(self):
         for options in ((), ("--echo",)):
             with self.subTest(options=options), Simulator(*options) as radio:
@@ -75,8 +75,6 @@ class RigctlTest(unittest.TestCase):
             self.assertEqual((radio.status, radio.left), (0, False))
 
 
-@unittest.skipUnless(has_terminals(), "no pseudo-terminals here: /dev/pts is not mounted")
-class TerminalTest(unittest.TestCase):
     def test_next_client_starts_afresh(self):
         with Simulator() as radio:
             port = os.open(radio.link, os.O_RDWR | os.O_NOCTTY)
@@ -91,34 +89,29 @@ class TerminalTest(unittest.TestCase):
             self.assertEqual(ask(port, "1900"), "FEFEE094190094FD")
             os.close(port)
 
-    def test_silence_and_unplugging(self):
-        with Simulator("--fault", "silence=0.5", "--fault", "unplug=1.5", "--fault", "replug=2") as radio:
+    def test_faults_come_and_go_at_their_time(self):
+        identity = "FEFEE094190077FD"
+        options = ["--identity", "77"]
+        for fault in ("refuse=0.5 heal=1 off=1.5 on=2 baud=2.5 heal=3 silence=3.5 unplug=4 replug=4.5").split():
+            options += ["--fault", fault]
+        with Simulator(*options) as radio:
             started = time.monotonic()
+
+            def at(seconds):
+                time.sleep(max(0, started + seconds - time.monotonic()))
+
             port = os.open(radio.link, os.O_RDWR | os.O_NOCTTY)
-            self.assertEqual(ask(port, "1900"), "FEFEE094190094FD")
-            time.sleep(max(0, started + 0.8 - time.monotonic()))
-            self.assertEqual(ask(port, "1900", 0.3), "")
-            time.sleep(max(0, started + 1.75 - time.monotonic()))
+            for when, answer in ((0.2, identity), (0.7, "FEFEE094FAFD"), (1.2, identity), (1.7, ""), (2.2, identity),
+                                 (2.7, ""), (3.2, identity), (3.7, "")):
+                at(when)
+                self.assertEqual(ask(port, "1900", 0.2), answer, when)
+            at(4.2)
             self.assertFalse(os.path.lexists(radio.link))
             with self.assertRaises(OSError):
                 os.write(port, b"\xfe")
             os.close(port)
-            time.sleep(max(0, started + 2.3 - time.monotonic()))
+            at(4.8)
             os.close(os.open(radio.link, os.O_RDWR | os.O_NOCTTY))
-
-    def test_faults_come_and_go_at_their_time(self):
-        identity = "FEFEE094190077FD"
-        options = ["--identity", "77"]
-        for fault in ("refuse=0.5", "heal=1", "off=1.5", "on=2", "baud=2.5", "heal=3"):
-            options += ["--fault", fault]
-        with Simulator(*options) as radio:
-            started = time.monotonic()
-            port = os.open(radio.link, os.O_RDWR | os.O_NOCTTY)
-            for at, answer in ((0.2, identity), (0.7, "FEFEE094FAFD"), (1.2, identity), (1.7, ""), (2.2, identity),
-                               (2.7, ""), (3.2, identity)):
-                time.sleep(max(0, started + at - time.monotonic()))
-                self.assertEqual(ask(port, "1900", 0.2), answer, at)
-            os.close(port)
 
     def test_the_link_belongs_to_who_made_it_last(self):
         with Simulator() as first:

@@ -9,37 +9,19 @@
 #include <thread>
 
 #include "sim/ReadAhead.h"
+#include "sim/WavBytes.h"
 
 namespace spectrino {
 namespace {
 
+using test::Chunk, test::Format, test::Number, test::Riff;
+
 const std::vector<std::int16_t> kSamples{1, -2, 300, -400, 32767, -32768, 0, 7};
 const std::string kPcmGuidTail("\x00\x00\x00\x00\x10\x00\x80\x00\x00\xAA\x00\x38\x9B\x71", 14);
-
-std::string Number(std::uint32_t value, int bytes) {
-  std::string text;
-  for (int i = 0; i < bytes; ++i) text += static_cast<char>(value >> (8 * i) & 0xFF);
-  return text;
-}
-
-std::string Chunk(const std::string& id, const std::string& body, std::optional<std::uint32_t> size = {}) {
-  const auto actual = static_cast<std::uint32_t>(body.size());
-  return id + Number(size.value_or(actual), 4) + body + (body.size() % 2 != 0 ? std::string(1, '\0') : "");
-}
-
-std::string Format(std::uint32_t tag, std::uint32_t channels, std::uint32_t rate, std::uint32_t bits) {
-  const std::uint32_t frame = channels * bits / 8;
-  return Number(tag, 2) + Number(channels, 2) + Number(rate, 4) + Number(rate * frame, 4) + Number(frame, 2) +
-         Number(bits, 2);
-}
 
 std::string Extensible(std::uint32_t tag, const std::string& guidTail) {
   return Format(0xFFFE, 2, 48000, 16) + Number(22, 2) + Number(16, 2) + Number(3, 4) + Number(tag, 2) +
          guidTail;
-}
-
-std::string Riff(const std::string& chunks) {
-  return Chunk("RIFF", "WAVE" + chunks);
 }
 
 std::string Body() {
@@ -113,48 +95,16 @@ const std::string kRates = "; I/Q files need one of 11025, 22050, 44100, 48000, 
 
 TEST_F(IqFileTest, AnythingElseIsRefusedWithTheReason) {
   Expect({{"empty", "", "not a WAV file" + kNeed + " WAV"},
-          {"text", "RIFF is not all that it takes", "not a WAV file" + kNeed + " WAV"},
           {"short format", Riff(Chunk("fmt ", "1234") + kData), "the WAV file has no format chunk" + kNeed},
           {"mono", With(1, 1, 48000, 16), "mono" + kNeed},
-          {"8 bits", With(1, 2, 48000, 8), "8-bit samples" + kNeed},
           {"24 bits", With(1, 2, 48000, 24), "24-bit samples" + kNeed},
-          {"32 bits", With(1, 2, 48000, 32), "32-bit samples" + kNeed},
           {"float", With(3, 2, 48000, 32), "floating-point samples" + kNeed},
           {"compressed", With(85, 2, 48000, 16), "sample format 85 is not PCM" + kNeed},
           {"extensible float", Riff(Chunk("fmt ", Extensible(3, kPcmGuidTail)) + kData),
            "floating-point samples" + kNeed},
-          {"extensible unknown", Riff(Chunk("fmt ", Extensible(1, std::string(14, 'x'))) + kData),
-           "sample format 65534 is not PCM" + kNeed},
-          {"other rate", With(1, 2, 8000, 16), "sample rate 8000 Hz" + kRates},
           {"absurd rate", With(1, 2, 0xFFFFFFFF, 16), "sample rate 4294967295 Hz" + kRates},
           {"no data", Riff(kFmt), "there are no samples in it"},
           {"less than a frame", Riff(kFmt + Chunk("data", "abc")), "there are no samples in it"}});
-}
-
-TEST_F(IqFileTest, EveryTruncationGivesWholeFramesOrAReason) {
-  const std::string good = Riff(Chunk("LIST", "abc") + Chunk("fmt ", Extensible(1, kPcmGuidTail)) + kData);
-  const std::size_t dataAt = good.size() - Body().size();
-  for (std::size_t length = 0; length < good.size(); ++length) {
-    const auto file = Load(good.substr(0, length));
-    const std::size_t frames = length < dataAt ? 0 : (length - dataAt) / 4;
-    ASSERT_EQ(file.has_value(), frames > 0) << length;
-    ASSERT_EQ(message_.empty(), file.has_value()) << length;
-    if (!file) continue;
-    const auto whole = kSamples.begin() + static_cast<std::ptrdiff_t>(2 * frames);
-    ASSERT_EQ(SamplesOf(*file), std::vector<std::int16_t>(kSamples.begin(), whole)) << length;
-  }
-}
-
-TEST_F(IqFileTest, EveryDamagedByteGivesFramesOrAReason) {
-  for (std::size_t at = 0; at < kGood.size(); ++at) {
-    for (const int value : {0x00, 0x01, 0x7F, 0x80, 0xFF}) {
-      std::string bytes = kGood;
-      bytes[at] = static_cast<char>(value);
-      const auto file = Load(bytes);
-      ASSERT_EQ(message_.empty(), file.has_value()) << at;
-      ASSERT_THAT(file ? file->Frames : 1, testing::AllOf(testing::Ge(1U), testing::Le(4U))) << at;
-    }
-  }
 }
 
 TEST_F(IqFileTest, WhatIsNotAFileIsNamed) {

@@ -35,7 +35,7 @@ void DbusBridgePort::Open() {
   Close();
   if (!bus_.isConnected()) {
     QTimer::singleShot(0, this, [this, opened = opened_] {
-      if (opened == opened_) Leave("there is no session bus");
+      if (opened == opened_) Leave("there is no session bus.");
     });
     return;
   }
@@ -43,7 +43,7 @@ void DbusBridgePort::Open() {
   connect(service_.get(), &QDBusServiceWatcher::serviceRegistered, this, [this] { Ask(); });
   connect(service_.get(), &QDBusServiceWatcher::serviceUnregistered, this, [this] {
     ++opened_;  // what it still owed is void
-    Leave("the bridge was ended");
+    Leave("the bridge was ended.");
   });
   // Changes first, then all that stands: nothing that is told in between is lost.
   bus_.connect(kService, kPath, kProperties, "PropertiesChanged", this,
@@ -74,7 +74,7 @@ void DbusBridgePort::TakeAnswer(const QDBusPendingCallWatcher& call) {
   if (reply.isError()) {
     const QString name = reply.error().name();
     const bool nobody = name.endsWith("NameHasNoOwner") || name.endsWith("ServiceUnknown");
-    Leave(nobody ? "the bridge is not running" : reply.error().message().toStdString());
+    Leave(nobody ? "the bridge is not running." : reply.error().message().toStdString() + ".");
     return;
   }
   found_ = true;

@@ -25,13 +25,13 @@ void SetTcpOption(qintptr descriptor, int option, int value) {
 }
 
 /// What the user can do something about, in words of his; else the system's.
-std::string Reason(const QTcpSocket& socket, bool wasConnected) {
+std::string Reason(const QTcpSocket& socket, bool wasConnected, bool everReached) {
   const std::string host = socket.peerName().toStdString();
   switch (wasConnected ? QTcpSocket::UnknownSocketError : socket.error()) {
     case QTcpSocket::HostNotFoundError:
       return "the name " + host + " is not known";
     case QTcpSocket::ConnectionRefusedError:
-      return host + " refuses the connection: is the port right?";
+      return host + " refuses the connection: " + (everReached ? "is it still on?" : "is the port right?");
     case QTcpSocket::SocketTimeoutError:
       return host + " does not answer";
     case QTcpSocket::NetworkError:
@@ -59,6 +59,7 @@ void QtByteSocket::Connect(const std::string& host, std::uint16_t port) {
   QTcpSocket* socket = new QTcpSocket;
   socket_.reset(socket);
   wasConnected_ = false;
+  peer_ = {host, port};
   socket->setProxy(QNetworkProxy::NoProxy);
   QObject::connect(socket, &QTcpSocket::connected, socket, [this] { SetUp(); });
   QObject::connect(socket, &QTcpSocket::readyRead, socket, [this] { Deliver(); });
@@ -80,6 +81,7 @@ void QtByteSocket::Send(std::string_view bytes) {
 
 void QtByteSocket::SetUp() {
   wasConnected_ = true;
+  reached_ = peer_;
   socket_->setSocketOption(QTcpSocket::LowDelayOption, 1);
   socket_->setSocketOption(QTcpSocket::KeepAliveOption, 1);
   const qintptr descriptor = socket_->socketDescriptor();
@@ -104,7 +106,7 @@ void QtByteSocket::Deliver() {
 }
 
 void QtByteSocket::Fail() {
-  const std::string text = Reason(*socket_, wasConnected_);
+  const std::string text = Reason(*socket_, wasConnected_, reached_ == peer_);
   Close();
   if (const auto call = Error) call(text);
 }

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <utility>
 
 #include "platform/ByteSocket.h"
 
@@ -31,6 +33,8 @@ class QtByteSocket final : public ByteSocket {
 
   std::unique_ptr<QTcpSocket, Later> socket_;
   bool wasConnected_ = false;
+  std::pair<std::string, std::uint16_t> peer_;
+  std::pair<std::string, std::uint16_t> reached_;  ///< the peer that took a connection last
 };
 
 }  // namespace spectrino

@@ -111,7 +111,7 @@ void QtSerialPort::HandleError(QSerialPort::SerialPortError error) {
                      error == QSerialPort::ResourceError || error == QSerialPort::PermissionError;
   if (!attending_ || !fatal) return;
   attending_ = false;
-  const std::string reason = SerialPortLoss(device_.toStdString(), port_.errorString().toStdString());
+  const std::string reason = SerialPortLoss(path_, device_.toStdString(), port_.errorString().toStdString());
   // At once: an open port whose device is gone reports the same error as fast as the event loop turns.
   port_.close();
   if (Lost) Lost(reason);

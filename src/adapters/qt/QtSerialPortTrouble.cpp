@@ -33,7 +33,7 @@ SerialPortHolder HolderOf(const QString& device) {
 
 QString Trouble(const QString& path, bool refused, const QString& systemText, SerialPortHolder& holder) {
   const QFileInfo node(path);
-  if (!node.exists()) return QString("%1 is not there").arg(path);
+  if (!node.exists()) return QString("%1 is not there: is the cable in, and the radio on?").arg(path);
   if (::access(QFile::encodeName(path).constData(), R_OK | W_OK) != 0) {
     return QString("%1 belongs to the group \"%2\"; add your user to that group and log in again")
         .arg(path, node.group());
@@ -52,11 +52,10 @@ std::string SerialPortTrouble(const std::string& path, bool refused, const std::
       .toStdString();
 }
 
-std::string SerialPortLoss(const std::string& device, const std::string& systemText) {
-  const QString node = QString::fromStdString(device);
-  const QString name = node.startsWith("/dev/") ? node.mid(5) : node;
-  if (!QFileInfo::exists(node)) return (name + " was unplugged").toStdString();
-  return (name + " is gone: ").toStdString() + systemText;
+std::string SerialPortLoss(const std::string& path, const std::string& device,
+                           const std::string& systemText) {
+  if (!QFileInfo::exists(QString::fromStdString(device))) return path + " was unplugged";
+  return path + " is gone: " + systemText;
 }
 
 }  // namespace spectrino

@@ -20,7 +20,9 @@ struct SerialPortHolder {
 [[nodiscard]] std::string SerialPortTrouble(const std::string& path, bool refused,
                                             const std::string& systemText, SerialPortHolder& holder);
 
-/// What became of a device that was open: "ttyUSB0 was unplugged". device: its node, not a link to it.
-[[nodiscard]] std::string SerialPortLoss(const std::string& device, const std::string& systemText);
+/// What became of a port that was open: "/dev/radio was unplugged". path: as it was opened, and as
+/// SerialPortTrouble names it next; device: the node that it led to.
+[[nodiscard]] std::string SerialPortLoss(const std::string& path, const std::string& device,
+                                         const std::string& systemText);
 
 }  // namespace spectrino

@@ -136,8 +136,8 @@ void IcomKit::tmrIcomStatus_Timer() {
   memory_.tmrIcomStatus_Timer(parts_.Settings.AutoRef, state_.IcomActive);
   if (!carriers_.Answers()) return;
   // A radio that does not report its own knob, and one whose memories or scan move it, is asked.
-  carriers_.Sender().SendCiv("03", "", "?");
-  carriers_.Sender().SendCiv("04", "", "?");
+  for (const char* command : {"03", "04"}) carriers_.Sender().SendCiv(command, "", "?");
+  carriers_.Sender().SendCiv("1C", "00", "?");
   AskPanelState();
 }
 

@@ -14,10 +14,11 @@ class StatusLine final : public QLabel {
  public:
   /// From what matters least to what matters most.
   enum class Rank {
-    Status,   ///< what a part of the program has to say
-    Warning,  ///< the input works, and its levels are not true
-    Passing,  ///< an answer to the operator: goes by itself
-    Health,   ///< a link is not as it should be
+    Standing,  ///< what holds for the whole run, whatever else is said meanwhile
+    Status,    ///< what a part of the program has to say
+    Warning,   ///< the input works, and its levels are not true
+    Passing,   ///< an answer to the operator: goes by itself
+    Health,    ///< a link is not as it should be
   };
 
   explicit StatusLine(QWidget* parent);
@@ -33,7 +34,7 @@ class StatusLine final : public QLabel {
   void Write();
   void Fit();
 
-  std::array<QString, 4> texts_;  ///< by rank
+  std::array<QString, 5> texts_;  ///< by rank
   QTimer passingTimer_;
   QString name_;  ///< of what Health says
   QRect plot_;

@@ -20,7 +20,8 @@ HostKit::HostKit(const KitParts& parts, std::unique_ptr<ByteSocket> socket,
                 .User = parts.User,
                 .Pump = parts.Pump,
                 .Time = parts.Time,
-                .Abandoned = parts.Abandoned}),
+                .Abandoned = parts.Abandoned,
+                .Ticking = [this](bool on) { on ? tmrHost_.start(kTick) : tmrHost_.stop(); }}),
       icom_({.Radio = radio_,
              .Backend = backend_,
              .Socket = *lines_,
@@ -32,7 +33,6 @@ HostKit::HostKit(const KitParts& parts, std::unique_ptr<ByteSocket> socket,
     backend_.Tick();
     icom_.Tick();
   });
-  tmrHost_.start(kTick);
 }
 
 HostKit::~HostKit() = default;

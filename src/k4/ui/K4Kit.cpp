@@ -39,7 +39,10 @@ K4Kit::K4Kit(const KitParts& parts, std::unique_ptr<ByteSocket> cat, std::unique
   panel_->hide();
   ConnectPanel();
   tmrK4_.setInterval(K4Session::kTimerInterval);
-  QObject::connect(&tmrK4_, &QTimer::timeout, &tmrK4_, [this] { session_.tmrK4_Timer(); });
+  QObject::connect(&tmrK4_, &QTimer::timeout, &tmrK4_, [this] {
+    session_.tmrK4_Timer();
+    dial_.Pump();  // where another way tells the frequency no pass does it
+  });
   tmrK4_.start();
 }
 
@@ -49,7 +52,8 @@ const RadioTraits& K4Kit::Traits() const {
   static const RadioTraits traits{.Deck = {BandLayout::With60m, ModeLayout::WithReverse},
                                   .MacroSection = "MacrosK4",
                                   .OwnSpan = true,
-                                  .StepText = "50kHz"};
+                                  .StepText = "50kHz",
+                                  .StepMHz = 0.05};
   return traits;
 }
 
@@ -85,7 +89,7 @@ void K4Kit::ConnectPanel() {
 }
 
 StatusArea K4Kit::Status() {
-  StatusArea area = status_.Area(state_);
+  StatusArea area = status_.Area(state_, session_.CatHealth().State == LinkState::Live);
   if (area.Shown && area.NeedsDualPanOff && askAgain_.Take(time_.Now())) session_.SendK4("SB;");
   return area;
 }

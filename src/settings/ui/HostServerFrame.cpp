@@ -1,6 +1,7 @@
 #include "settings/ui/HostServerFrame.h"
 
 #include <QCompleter>
+#include <QLineEdit>
 #include <QPointer>
 
 #include "settings/Keys.h"
@@ -17,6 +18,7 @@ HostServerFrame::HostServerFrame(const SerialPorts* ports, AskRigList ask, QWidg
       MakeList("cboRigModel", {}, tr("The radio that a server started by Spectrino serves; type to search"),
                fraHostServer);
   cboRigModel_->setEditable(true);
+  cboRigModel_->lineEdit()->setAccessibleName(cboRigModel_->toolTip());
   cboRigModel_->setInsertPolicy(QComboBox::NoInsert);
   cboRigModel_->completer()->setFilterMode(Qt::MatchContains);
   cboRigModel_->completer()->setCompletionMode(QCompleter::PopupCompletion);
@@ -26,6 +28,7 @@ HostServerFrame::HostServerFrame(const SerialPorts* ports, AskRigList ask, QWidg
   cboRigPort_->setEditable(true);
   cboRigPort_->setToolTip(tr("The radio's serial device, or host:port of a radio in the network"));
   cboRigPort_->setAccessibleName(cboRigPort_->toolTip());
+  cboRigPort_->lineEdit()->setAccessibleName(cboRigPort_->toolTip());
   cboRigPort_->setInsertPolicy(QComboBox::NoInsert);
   connect(cboRigPort_, &FreshList::AboutToShow, this, &HostServerFrame::ListPorts);
   cboRigSpeed_ =
