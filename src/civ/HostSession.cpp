@@ -155,7 +155,7 @@ bool HostSession::ScopeWanted() const {
 /// What the user can do, where the health of the link does not say it; empty while all is well.
 std::string HostSession::Advice() const {
   if (std::string trouble = host_.Trouble(); !trouble.empty()) return trouble;
-  if (!setUp_ || !scope_.Missing()) return {};
+  if (!setUp_ || scope_.Tries() == 0) return {};
   return "Castelon passes no scope lines on. Start rigctld with " + host_.ScopeOptions() + ".";
 }
 

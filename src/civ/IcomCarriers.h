@@ -23,6 +23,7 @@ class IcomCarriers final : public IcomCarrier, public CivSender {
   [[nodiscard]] CivSender& Sender() override { return *this; }
   [[nodiscard]] LinkHealth Health() const override { return now_->Health(); }
   [[nodiscard]] bool Answers() const override { return now_->Answers(); }
+  [[nodiscard]] bool LinesDue() const override { return now_->LinesDue(); }
   [[nodiscard]] int SetUps() const override { return now_->SetUps(); }
   [[nodiscard]] std::chrono::steady_clock::time_point LineArrived() const override {
     return now_->LineArrived();
