@@ -154,7 +154,7 @@ TEST_P(IcomFaults, AreToldAndMended) {
     station.Start();
     SecondsUntil([&] { return station.LinesCome(); });
     fixed->click();
-    QTest::qWait(500);  // the states of the panel, 10 ms apart
+    QTest::qWait(1200);  // the states of the panel, 10 ms apart
     fault.Break(station);
   }
   const double told = SecondsUntil([&] { return station.Told().find(fault.Told) != std::string::npos; });
