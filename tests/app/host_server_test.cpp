@@ -22,9 +22,10 @@ using ::testing::IsEmpty;
 
 void Until(const char* what, const std::function<bool()>& isSo) {
   QElapsedTimer time;
-  for (time.start(); !isSo() && time.elapsed() < 20'000;)
+  bool so = false;
+  for (time.start(); !(so = isSo()) && time.elapsed() < 20'000;)
     QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
-  EXPECT_TRUE(isSo()) << what;
+  EXPECT_TRUE(so) << what;
 }
 
 class HostServerTest : public ::testing::Test {

@@ -58,6 +58,14 @@ struct SoundBench {
     Server.PointClientsHere();
   }
   void Start(int rateHz) { ASSERT_EQ(Server.Start(rateHz), ""); }
+  /// A session manager on a busy machine may need longer for its links than an operator is left waiting.
+  [[nodiscard]] std::unique_ptr<SoundStream> OpenPatiently(const SoundDevice& device, int rateHz,
+                                                           int blockFrames) {
+    std::unique_ptr<SoundStream> stream;
+    for (int tries = 0; tries < 3 && stream == nullptr; ++tries)
+      stream = Input.Open(device, rateHz, blockFrames, Reason);
+    return stream;
+  }
   [[nodiscard]] SoundDevice Receiver() const {
     SoundDevice device;
     device.Name = "Receiver";

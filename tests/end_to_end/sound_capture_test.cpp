@@ -36,7 +36,7 @@ TEST_P(SoundExact, DeliversEverySampleUnchangedAndInOrder) {
   SoundBench bench(kind);
   bench.Start(rateHz);
   if (HasFatalFailure()) return;
-  const auto stream = bench.Input.Open(bench.Receiver(), rateHz, blockFrames, bench.Reason);
+  const auto stream = bench.OpenPatiently(bench.Receiver(), rateHz, blockFrames);
   ASSERT_TRUE(stream) << bench.Reason;
   EXPECT_EQ(stream->Warning(), "");
   ExpectNoise(bench, *stream, rateHz, blockFrames, "cable");
@@ -60,7 +60,7 @@ TEST(SoundPipeWire, OpensADuplexNodeAndNoOtherInItsPlace) {
     SoundDevice card;
     card.Name = "Card";
     card.StableId = "pulse:card";
-    const auto stream = bench.Input.Open(card, rateHz, 4096, bench.Reason);
+    const auto stream = bench.OpenPatiently(card, rateHz, 4096);
     ASSERT_TRUE(stream) << bench.Reason;
     ExpectNoise(bench, *stream, rateHz, 4096, "card");
   }
