@@ -38,6 +38,7 @@ bool HostSession::Open() {
   // What an earlier radio told is not known of this one.
   state.RadioFreqMHz = 0;
   state.RadioModeIndex = state.AgcSetting = 0;
+  state.Transmitting = false;
   state.IcomModeText.clear();
   state.RadioId.clear();
   state.IcomModelName = kUnknownModel;

@@ -156,7 +156,9 @@ TEST_F(HostSessionTest, LinesGoThroughTheRadiosOwnAssembly) {
 }
 
 TEST_F(HostSessionTest, CommandsLeaveAsTheHostTakesThem) {
+  State.Transmitting = true;
   ASSERT_TRUE(Session.Open());
+  EXPECT_FALSE(State.Transmitting) << "that was another radio";
   Host.Take();
   IcomCommands commands(State, Session.Sender(), Pump, Time);
   State.RadioId = "98";

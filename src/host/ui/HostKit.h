@@ -28,12 +28,12 @@ class HostKit final : public RadioKit {
 
  private:
   RadioTraits traits_;
+  QTimer tmrHost_;  ///< outlives what stops it
   std::unique_ptr<ByteSocket> socket_;
   std::unique_ptr<DatagramSocket> lines_;
   HostRadio radio_;
   HostBackend backend_;
   HostIcomLink icom_;
-  QTimer tmrHost_;
 };
 
 }  // namespace spectrino
