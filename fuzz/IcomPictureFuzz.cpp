@@ -6,6 +6,7 @@
 #include "civ/CivDoubles.h"
 #include "civ/IcomLink.h"
 #include "civ/IcomModels.h"
+#include "civ/IcomSession.h"
 #include "fakes/FakeClock.h"
 #include "fakes/MemorySettingsFile.h"
 #include "fakes/Recorders.h"
@@ -30,8 +31,7 @@ class Radio {
     state_ = CivState{};
     panel_.Told.clear();
     port_.Written.clear();
-    RadioState radio;
-    fuzz::Require(link_.Open(radio));
+    fuzz::Require(link_.Open());
     // As a radio answers at the beginning.
     state_.RadioId = "94";
     state_.ScopeMaxLevel = 160;
