@@ -106,9 +106,10 @@ QRect DrawStopped(const OverlayPen& pen, std::chrono::system_clock::time_point l
   veil.setAlphaF(kStoppedVeil);
   pen.Painter.fillRect(0, 0, layout.Width, layout.Height, veil);
   const TextCache::Entry& text = pen.Texts.Get("Last line " + SecondText(lastLineUtc) + " UTC", font);
-  // Below the information line and the pointer's text, above the status line: each keeps its place.
+  // Below the information line and the pointer's text, and at the right: in a low plot a long status text
+  // stands as high as this, from the left.
   const QRect strip = HoverStrip(layout, text.Size.height());
-  QRect box(QPoint((layout.PlotWidth - text.Size.width()) / 2, strip.bottom() + 1), text.Size);
+  QRect box(QPoint(layout.PlotWidth * 47 / 100, strip.bottom() + 1), text.Size);
   const int room = layout.PlotBottom() - box.bottom() - 1;
   if (room > 0) box.translate(0, room / 4);
   QColor ground(ColourAt(pen.Colours, ColourIndex::Background));
