@@ -68,7 +68,20 @@ TEST_F(Bridge, ItsTextsAndItsSectionMakeTheRadio) {
   EXPECT_DOUBLE_EQ(Backend.LinkOffsetKHz(), 1.5);
   Port.Told(BridgeItem::VfoAHz, "no number");
   Refresh();
-  EXPECT_EQ(State.MainFreqMHz, 0);
+  EXPECT_DOUBLE_EQ(State.MainFreqMHz, 14.074);
+  Port.Told(BridgeItem::VfoAHz, "");
+  Refresh();
+  EXPECT_EQ(State.MainFreqMHz, 0) << "not known";
+}
+
+TEST_F(Bridge, ARadioThatItDoesNotHearIsGone) {
+  Begin(CatControl::BridgeIf);
+  EXPECT_EQ(Link.Health().State, LinkState::Live);
+  Port.Told(BridgeItem::Trouble, "the rigctld at localhost:4532 is gone: is it running?");
+  EXPECT_EQ(Link.Health().State, LinkState::Lost);
+  EXPECT_EQ(Link.Health().Why, "LP-Bridge: the rigctld at localhost:4532 is gone: is it running?");
+  Port.Told(BridgeItem::Trouble, "");
+  EXPECT_EQ(Link.Health().State, LinkState::Live);
 }
 
 TEST_F(Bridge, AFixedOscillatorTakesItAllFromTheSection) {
