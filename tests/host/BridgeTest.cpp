@@ -74,6 +74,25 @@ TEST_F(Bridge, ItsTextsAndItsSectionMakeTheRadio) {
   EXPECT_EQ(State.MainFreqMHz, 0) << "not known";
 }
 
+// No mode can be asked of the bridge: a button sets it here alone, for the wheel and the filters.
+TEST_F(Bridge, AModeThatAButtonSetHoldsUntilTheBridgeTellsAnother) {
+  for (const CatControl control : {CatControl::BridgeIf, CatControl::BridgeFixedLo}) {
+    Store.SaveSetting("LP-Bridge", "PAN", "MD", "2");
+    Begin(control);
+    Refresh();
+    State.RadioMode = mode::kAm;
+    Refresh();
+    EXPECT_EQ(State.RadioMode, mode::kAm);
+    Port.Commands.clear();
+    Backend.SetFrequency(Vfo::A, 14.0746, Aim::Dial);
+    EXPECT_THAT(Port.Commands, ElementsAre("FA00014075000;"));
+    Store.SaveSetting("LP-Bridge", "PAN", "MD", "3");
+    Refresh();
+    EXPECT_EQ(State.RadioMode, mode::kCw);
+    Link.CloseDdeLink();
+  }
+}
+
 TEST_F(Bridge, ARadioThatItDoesNotHearIsGone) {
   Begin(CatControl::BridgeIf);
   EXPECT_EQ(Link.Health().State, LinkState::Live);

@@ -113,12 +113,11 @@ TEST(HostBackend, AClickOnFskIsCorrectedAndNothingElseIs) {
 }
 
 TEST(PanKeys, EachCatControlReadsItsKeysAndNoOthers) {
-  const std::string k3 = "FB MD MD$ FI IS FW FW$ PITCH PRE ATT DT DualCW DualFSK AMSB SAM FSK CO SHIFT DIV ";
-  const std::string ketrel =
-      "FA FB MD MD2 FI IS FW FW2 PI FT SB PRE ATT DT DualCW DualFSK AMSB SAM SHIFT DIV ";
+  const std::string k3 = "FB MD MD$ FI IS FW FW$ PITCH PRE ATT FSK CO SHIFT ";
+  const std::string ketrel = "FA FB MD MD2 FI IS FW FW2 PI FT PRE ATT SHIFT ";
   // The rest comes by the bus.
-  const std::string bridge = "MD MD2 PI FT SB PRE ATT DT DualCW DualFSK AMSB SAM FSK CO SHIFT DIV ";
-  const std::string adapter = "FB IFS FW PITCH PRE ATT DT FSK CO SHIFT DIV ";
+  const std::string bridge = "MD MD2 PI FT PRE ATT FSK CO SHIFT ";
+  const std::string adapter = "FB IFS FW PITCH PRE ATT FSK CO SHIFT ";
   const std::string expected[] = {adapter, "", k3, bridge, "FA MD ", ketrel, "FA MD ", "", adapter};
   for (int number = 0; number <= 8; ++number) {
     const auto control = static_cast<CatControl>(number);
