@@ -64,6 +64,7 @@ TEST(HostRadio, OperationsAreTheseLines) {
       {"USB", icom, [](B b) { b.SendMacro("1602"); },
        "send_cmd_rx \\0xFE\\0xFE\\0x94\\0xE0\\0x16\\0x02\\0xFD 6"},
       {"USB", icom, [](B b) { b.SendMacro("1602 1"); }, nullptr},
+      {"USB", icom, [](B b) { b.SendMacro("KY CQ;"); }, nullptr},  // it knows no text
   };
   for (const auto& at : cases) {
     HostBench bench;
@@ -74,6 +75,16 @@ TEST(HostRadio, OperationsAreTheseLines) {
     if (at.Sent != nullptr) sent.push_back("+\\" + std::string(at.Sent) + "\n");
     EXPECT_EQ(bench.TakeSent(), sent);
   }
+}
+
+TEST(HostBackend, AMacroIsNotSentBeforeTheKindOfRadioIsKnown) {
+  HostBench bench;
+  bench.Backend.FollowLater();
+  bench.Socket.Connected();
+  bench.Backend.SendMacro("1602");
+  EXPECT_EQ(bench.User.Statuses.size(), 1U);
+  bench.Accept("dump_caps:\nMfg name:\tIcom\n");
+  for (const std::string& sent : bench.Socket.Sent) EXPECT_EQ(sent.find("1602"), std::string::npos) << sent;
 }
 
 TEST(HostRadio, ABandIsFoundAsItWasLeft) {
@@ -157,6 +168,9 @@ TEST(HostBackend, WhatTheRadioTellsIsPublishedAndBeatsTheFile) {
   EXPECT_TRUE(bench.State.Transmitting);
   EXPECT_EQ(bench.State.SplitOn, 1);
   EXPECT_DOUBLE_EQ(bench.Backend.LinkOffsetKHz(), 0.25);
+  const std::uint64_t serial = bench.Radio.State().Serial;
+  bench.Answer(VfoInfo("VFOA", 14074000, "CW", 1));
+  EXPECT_EQ(bench.Radio.State().Serial, serial) << "told once more, not changed";
   bench.Backend.SetFrequency(Vfo::B, 14.074, Aim::Dial);
   bench.Backend.Refresh(bench.State);
   EXPECT_EQ(bench.State.SplitOn, 0) << "equal frequencies";
