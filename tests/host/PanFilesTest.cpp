@@ -45,7 +45,7 @@ TEST(PanFiles, ReplacedTwentyTimesASecondTellWholeVersionsAlone) {
   });
   std::set<int> seen;
   int wrong = 0;
-  for (bool last = false; !last; std::this_thread::sleep_for(1ms)) {
+  for (bool last = false; !last; std::this_thread::sleep_for(100us)) {
     last = done;
     RadioState radio;
     radio.RadioMode = mode::kCw;
