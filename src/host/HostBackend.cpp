@@ -38,6 +38,7 @@ void HostBackend::Begin() {
   const HostReads reads = beside ? HostReads::Beside : mainOnly ? HostReads::MainOnly : HostReads::Everything;
   parts_.Radio.Open(HostEndpoint(parts_.Store), reads);
   read_.Reset();
+  told_ = false;
 }
 
 void HostBackend::FollowLater() {
@@ -78,8 +79,13 @@ void HostBackend::Close() {
 void HostBackend::Refresh(RadioState& radio) {
   const HostRadio& host = parts_.Radio;
   if (!host.HostFound()) return;
-  radio.MainFreqMHz = host.HostGetFrequency(Vfo::A);
-  radio.RadioMode = RadioModeOfHost(host.HostGetMode(Vfo::A));
+  const double mainMHz = host.HostGetFrequency(Vfo::A);
+  told_ = told_ || mainMHz > 0;
+  // Found again and not read yet: the plot stays where it was, and is known to be stale.
+  if (mainMHz > 0 || !told_ || host.Client().Health().State == LinkState::Live) {
+    radio.MainFreqMHz = mainMHz;
+    radio.RadioMode = RadioModeOfHost(host.HostGetMode(Vfo::A));
+  }
   radio.Transmitting = host.State().Transmitting;
   if (RowOf(control_).Offset == OffsetRule::FixedCentre) {
     radio.SplitOn = 0;

@@ -63,6 +63,7 @@ class HostBackend final : public RigBackend {
   Parts parts_;
   CatControl control_ = CatControl::HostIf;
   PanValues pan_;
+  bool told_ = false;  ///< a frequency, in this run
   Pacer read_{std::chrono::milliseconds(100)};
   std::vector<KeyValue> published_;
   std::uint64_t publishedSerial_ = 0;
