@@ -7,7 +7,6 @@
 namespace spectrino {
 namespace {
 
-constexpr double kStepMHz = 0.1;
 constexpr int kVfoB = 2;
 
 /// Index into the wheel's steps; the codes 10 and 11 are synchronous kinds of AM.
@@ -60,7 +59,7 @@ PanValues BridgeBackend::Read() const {
 void BridgeBackend::Refresh(RadioState& radio) {
   const auto now = clock_.Now();
   if (read_.Take(now)) pan_ = Read();
-  radio.MainFreqMHz = shownMHz_ = main_.Shown(pan_.MainFreqMHz, now);
+  radio.MainFreqMHz = main_.Shown(pan_.MainFreqMHz, now);
   radio.RadioMode = RoundToInt16(pan_.Mode);
   if (RowOf(control_).Offset == OffsetRule::FixedCentre) {
     radio.SplitOn = 0;
@@ -83,10 +82,6 @@ void BridgeBackend::SetFrequency(Vfo vfo, double freqMHz, Aim aim) {
   else
     sub_.Ask(freqMHz, clock_.Now());
   link_.BridgeSetFrequency(freqMHz, main ? 1 : kVfoB);
-}
-
-void BridgeBackend::StepFrequency(int direction, double /*centreMHz*/) {
-  if (shownMHz_ > 0) SetFrequency(Vfo::A, shownMHz_ + direction * kStepMHz, Aim::Dial);
 }
 
 }  // namespace spectrino

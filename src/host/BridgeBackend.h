@@ -28,8 +28,6 @@ class BridgeBackend final : public RigBackend {
   void SelectBand(int button) override { link_.BridgeSetBand(button - 1); }
   bool SelectMode(const ModeRequest& /*request*/) override { return false; }
   void SendMacro(std::string_view /*text*/) override {}
-  /// 100 kHz from where VFO A is.
-  void StepFrequency(int direction, double centreMHz) override;
 
  private:
   [[nodiscard]] PanValues Read() const;
@@ -40,7 +38,6 @@ class BridgeBackend final : public RigBackend {
   const Clock& clock_;
   CatControl control_ = CatControl::BridgeIf;
   PanValues pan_;
-  double shownMHz_ = 0;  ///< of VFO A
   Pacer read_{std::chrono::milliseconds(100)};
   AskedFrequency main_, sub_;
 };

@@ -17,7 +17,6 @@ constexpr auto kSearchTime = 1000ms;
 constexpr auto kOwnServerTime = 3000ms;
 constexpr auto kLook = 5ms;
 constexpr auto kAgain = 100ms;
-constexpr double kStepMHz = 0.1;
 constexpr std::string_view kPublisher = "Bexmora";
 
 }  // namespace
@@ -164,11 +163,6 @@ bool HostBackend::SelectMode(const ModeRequest& request) {
 void HostBackend::SendMacro(std::string_view text) {
   const bool civ = parts_.Radio.State().SpeaksCiv && !Trim(text).ends_with(';');
   parts_.Radio.HostSendCommand(civ ? HostCommandKind::CivHex : HostCommandKind::Text, text);
-}
-
-void HostBackend::StepFrequency(int direction, double /*centreMHz*/) {
-  const double freqMHz = parts_.Radio.HostGetFrequency(Vfo::A);
-  if (freqMHz > 0) parts_.Radio.HostSetFrequency(freqMHz + direction * kStepMHz, Vfo::A);
 }
 
 }  // namespace spectrino

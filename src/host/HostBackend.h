@@ -53,8 +53,6 @@ class HostBackend final : public RigBackend {
   bool SelectMode(const ModeRequest& request) override;
   /// For an Icom hexadecimal digits, unless it ends in ";".
   void SendMacro(std::string_view text) override;
-  /// 100 kHz from where VFO A is.
-  void StepFrequency(int direction, double centreMHz) override;
 
  private:
   void Begin();

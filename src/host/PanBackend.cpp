@@ -5,7 +5,6 @@
 namespace spectrino {
 namespace {
 
-constexpr double kStepMHz = 0.1;
 constexpr int kTransmit = 2;
 
 }  // namespace
@@ -24,7 +23,7 @@ void PanBackend::Refresh(RadioState& radio) {
   const bool fresh = read_.Take(now);
   const double modeBefore = pan_.Mode;
   if (fresh) pan_ = ReadPan(store_, control_);
-  radio.MainFreqMHz = shownMHz_ = main_.Shown(pan_.MainFreqMHz, now);
+  radio.MainFreqMHz = main_.Shown(pan_.MainFreqMHz, now);
   // A mode button sets the mode here alone: it holds until the program tells another one.
   if (pan_.Mode != modeBefore) radio.RadioMode = RoundToInt16(pan_.Mode);
   if (RowOf(control_).Offset == OffsetRule::FixedCentre) {
@@ -50,10 +49,6 @@ void PanBackend::SetFrequency(Vfo vfo, double freqMHz, Aim /*aim*/) {
 // The value is a command: asked for twice, it is written twice.
 void PanBackend::SetKetrelFrequency(double freqMHz, int which) {
   store_.SendSetting("Ketrel", kPanSection, which == kTransmit ? "TXFreq" : "RXFreq", NumberText(freqMHz));
-}
-
-void PanBackend::StepFrequency(int direction, double /*centreMHz*/) {
-  if (shownMHz_ > 0) SetFrequency(Vfo::A, shownMHz_ + direction * kStepMHz, Aim::Dial);
 }
 
 }  // namespace spectrino

@@ -26,8 +26,6 @@ class PanBackend final : public RigBackend {
   void SelectBand(int /*button*/) override {}
   bool SelectMode(const ModeRequest& /*request*/) override { return false; }
   void SendMacro(std::string_view /*text*/) override {}
-  /// 100 kHz from where VFO A is.
-  void StepFrequency(int direction, double centreMHz) override;
 
  private:
   /// Writes the requested frequency for Ketrel: "TXFreq" with which 2, else "RXFreq". MHz.
@@ -39,7 +37,6 @@ class PanBackend final : public RigBackend {
   CatControl control_ = CatControl::KetrelIf;
   PanValues pan_;
   Pacer read_{std::chrono::milliseconds(100)};
-  double shownMHz_ = 0;  ///< of VFO A
   AskedFrequency main_, sub_;
 };
 

@@ -193,7 +193,7 @@ void RigctldClient::Answered(const RigctldReply& reply) {
   if (std::ranges::none_of(out_, sameKind)) (done.IsRead ? readOut_ : setOut_) = false;
   if (rprt::RadioIsSilent(reply.Code)) {
     silentWhy_ = kRadioSilent;
-  } else if (ready_ && reply.Code == rprt::kDone) {
+  } else if (ready_ && rprt::RadioAnswered(reply.Code)) {
     heard_ = true;
     heardAt_ = clock_.Now();
     silentWhy_.clear();

@@ -83,9 +83,14 @@ TEST_F(HostIcomLinkTest, ARadioThatWasOffOrIsAnotherOneIsFoundAnew) {
   Tell("get_vfo_info: VFOA\nRPRT -5\n");
   EXPECT_EQ(Icom.Health().State, LinkState::Silent);
   EXPECT_EQ(Icom.Findings(), 1);
+  Icom.SwitchScope(false);
+  Socket.Receive("set_func: VFOA SPECTRUM 0\nRPRT -9\n");
+  Icom.Tick();
+  EXPECT_EQ(Icom.Findings(), 2) << "who refuses is there";
+  Tell("get_vfo_info: VFOA\nRPRT -8\n");
   Tell(VfoInfo("VFOA", 14074000, "USB"));
   EXPECT_EQ(Icom.Health().State, LinkState::Live);
-  EXPECT_EQ(Icom.Findings(), 2);
+  EXPECT_EQ(Icom.Findings(), 3);
   Wait(2600ms);
   EXPECT_TRUE(Radio.Client().IsReady());
   EXPECT_EQ(Icom.Health().State, LinkState::Silent) << "neither an answer nor a line";
@@ -96,10 +101,10 @@ TEST_F(HostIcomLinkTest, ARadioThatWasOffOrIsAnotherOneIsFoundAnew) {
   EXPECT_EQ(Icom.Health().State, LinkState::Connecting);
   Accept("dump_caps:\nModel name: IC-705\nMfg name: Icom\n");
   Icom.Tick();
-  EXPECT_EQ(Icom.Findings(), 2) << "its own dial was not told";
+  EXPECT_EQ(Icom.Findings(), 3) << "its own dial was not told";
   EXPECT_EQ(Icom.HostIcomFrequency(), 0);
   Tell(VfoInfo("VFOA", 7000000, "LSB"));
-  EXPECT_EQ(Icom.Findings(), 3);
+  EXPECT_EQ(Icom.Findings(), 4);
 }
 
 TEST_F(HostIcomLinkTest, ABusyLineCostsNoConnectionAndTheLastClickStillLeaves) {

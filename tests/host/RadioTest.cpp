@@ -55,7 +55,6 @@ TEST(HostRadio, OperationsAreTheseLines) {
          b.SelectMode({9, false});
        },
        nullptr},
-      {"USB", kDump, [](B b) { b.StepFrequency(-1, 0); }, "set_freq VFOA 13974000"},
       {"USB", kDump, [](B b) { b.SelectBand(5); }, nullptr},  // is there
       {"USB", kDump, [](B b) { b.SelectBand(3); }, "set_freq VFOA 7150000"},
       {"USB", kDump, [](B b) { b.SendMacro("FB00007050000;"); }, "set_freq VFOB 7050000"},
