@@ -160,7 +160,7 @@ bool HostSession::ScopeWanted() const {
 /// What the user can do, where the health of the link does not say it; empty while all is well.
 std::string HostSession::Advice() const {
   if (std::string trouble = host_.Trouble(); !trouble.empty()) return trouble;
-  if (!Answers() || scope_.Tries() == 0 || parts_.Time.Now() - host_.Health().Since > kHeardLately) return {};
+  if (scope_.Tries() == 0 || parts_.Time.Now() - host_.Health().Since > kHeardLately) return {};
   if (const std::string options = host_.ScopeOptions(); !options.empty())
     return "Castelon passes no scope lines on. Start rigctld with " + options + ".";
   return "No scope lines come from a Castelon on another machine. Let Spectrino run rigctld here, in Setup, "

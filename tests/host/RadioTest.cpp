@@ -184,6 +184,7 @@ TEST(HostBackend, WhatTheRadioTellsIsPublishedAndBeatsTheFile) {
   bench.Backend.SetFrequency(Vfo::B, 14.074, Aim::Dial);
   bench.Backend.Refresh(bench.State);
   EXPECT_EQ(bench.State.SplitOn, 0) << "equal frequencies";
+  bench.Socket.Receive("set_freq:\nRPRT 0\n");
   bench.Socket.Closed();
   bench.Pass(1s);
   bench.Accept(caps);
