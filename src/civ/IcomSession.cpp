@@ -57,7 +57,7 @@ bool IcomSession::Open() {
   if (!ReadAddresses()) return false;
   // Events flow below, and a pass of the panel's timer with them.
   const BusyGuard busy{healBusy_};
-  WaitUntilClosed();
+  FinishClosing();
   reconnect_ = SetupSection(parts_.Store).Read(key::kReconnect);
   watch_.TryAgain(reconnect_);
   watch_.Begin();
@@ -89,7 +89,7 @@ bool IcomSession::ReadAddresses() {
 }
 
 // An earlier run still says its last words, with a tenth of a second for them.
-void IcomSession::WaitUntilClosed() {
+void IcomSession::FinishClosing() {
   for (int i = 0; i < kCloseWaits && link_.Closing(); ++i) {
     parts_.Pump.Wait(kCloseWait);
     link_.Pump();

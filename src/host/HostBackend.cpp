@@ -17,7 +17,6 @@ constexpr auto kSearchTime = 1000ms;
 constexpr auto kOwnServerTime = 3000ms;
 constexpr auto kLook = 5ms;
 constexpr auto kAgain = 100ms;
-constexpr double kStepMHz = 0.1;
 constexpr std::string_view kPublisher = "Bexmora";
 
 }  // namespace
@@ -38,6 +37,7 @@ void HostBackend::Begin() {
   const HostReads reads = beside ? HostReads::Beside : mainOnly ? HostReads::MainOnly : HostReads::Everything;
   parts_.Radio.Open(HostEndpoint(parts_.Store), reads);
   read_.Reset();
+  told_ = false;
 }
 
 void HostBackend::FollowLater() {
@@ -78,8 +78,13 @@ void HostBackend::Close() {
 void HostBackend::Refresh(RadioState& radio) {
   const HostRadio& host = parts_.Radio;
   if (!host.HostFound()) return;
-  radio.MainFreqMHz = host.HostGetFrequency(Vfo::A);
-  radio.RadioMode = RadioModeOfHost(host.HostGetMode(Vfo::A));
+  const double mainMHz = host.HostGetFrequency(Vfo::A);
+  told_ = told_ || mainMHz > 0;
+  // Found again and not read yet: the plot stays where it was, and is known to be stale.
+  if (mainMHz > 0 || !told_ || host.Client().Health().State == LinkState::Live) {
+    radio.MainFreqMHz = mainMHz;
+    radio.RadioMode = RadioModeOfHost(host.HostGetMode(Vfo::A));
+  }
   radio.Transmitting = host.State().Transmitting;
   if (RowOf(control_).Offset == OffsetRule::FixedCentre) {
     radio.SplitOn = 0;
@@ -161,11 +166,6 @@ void HostBackend::SendMacro(std::string_view text) {
   if (radio.HostFound() && !radio.Client().IsReady())
     return parts_.User.ShowStatus("Not sent: Castelon has not told yet which radio it has.");
   radio.HostSendCommand(radio.State().SpeaksCiv ? HostCommandKind::CivHex : HostCommandKind::Text, text);
-}
-
-void HostBackend::StepFrequency(int direction, double /*centreMHz*/) {
-  const double freqMHz = parts_.Radio.HostGetFrequency(Vfo::A);
-  if (freqMHz > 0) parts_.Radio.HostSetFrequency(freqMHz + direction * kStepMHz, Vfo::A);
 }
 
 }  // namespace spectrino

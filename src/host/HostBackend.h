@@ -53,8 +53,6 @@ class HostBackend final : public RigBackend {
   bool SelectMode(const ModeRequest& request) override;
   /// For an Icom hexadecimal digits, for others text; "FA" or "FB" with 11 digits for any.
   void SendMacro(std::string_view text) override;
-  /// 100 kHz from where VFO A is.
-  void StepFrequency(int direction, double centreMHz) override;
 
  private:
   void Begin();
@@ -63,6 +61,7 @@ class HostBackend final : public RigBackend {
   Parts parts_;
   CatControl control_ = CatControl::HostIf;
   PanValues pan_;
+  bool told_ = false;  ///< a frequency, in this run
   Pacer read_{std::chrono::milliseconds(100)};
   std::vector<KeyValue> published_;
   std::uint64_t publishedSerial_ = 0;

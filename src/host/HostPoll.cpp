@@ -91,8 +91,10 @@ void HostPoll::Begin(HostReads reads, const RigctldReply& caps) {
   sentAt_ = {};
   next_ = clock_.Now();
   last_ = kSub;
-  state_.Transmitting = false;
-  state_.PreampDb = state_.AttenuatorDb = state_.PitchHz = state_.IfShiftHz = std::nullopt;
+  // It may be another radio, or have been tuned by others meanwhile.
+  const std::uint64_t serial = state_.Serial;
+  state_ = {};
+  state_.Serial = serial;
   for (std::size_t item = 0; item < kItems; ++item) {
     const ReadRow& row = kReads[item];
     asked_[item] = item == kMain ||
@@ -145,8 +147,7 @@ void HostPoll::Send(std::size_t item) {
                 .Arguments = std::string(row.Argument),
                 .Of = row.TakesVfo ? std::optional(Vfo::A) : std::nullopt,
                 .Done = [this, item, read](const RigctldReply* reply) { Answered(item, read, reply); },
-                .Slot = {},
-                .Deadline = reads_ == HostReads::Beside ? kBesideDeadline : RigctldRequest{}.Deadline});
+                .Slot = {}});
 }
 
 void HostPoll::Answered(std::size_t item, std::uint64_t read, const RigctldReply* reply) {

@@ -27,8 +27,6 @@ class PanFollower : public RigBackend {
   void SelectBand(int /*button*/) override {}
   bool SelectMode(const ModeRequest& /*request*/) override { return false; }
   void SendMacro(std::string_view /*text*/) override {}
-  /// 100 kHz from where VFO A is.
-  void StepFrequency(int direction, double centreMHz) override;
 
  protected:
   /// What the program tells now; fixedCentre: as under control, the section alone tells it.
@@ -50,7 +48,6 @@ class PanFollower : public RigBackend {
   CatControl control_ = CatControl::KetrelIf;
   PanValues pan_;
   Pacer read_{std::chrono::milliseconds(100)};
-  double shownMHz_ = 0;             ///< of VFO A
   int shownMode_ = mode::kUnknown;  ///< of VFO A: the radio's, or a button's
   AskedFrequency main_, sub_;
 };

@@ -48,7 +48,8 @@ Route RigRouter::RouteOf(const SourceId& source, CatControl control) const {
   if (own != nullptr && (ControlsItself(own->Traits(), control) || own->GoesThrough(way)))
     return {own, own, own->Traits()};
   Route route{own, KitFor(way), TraitsOf(way)};
-  if (own != nullptr) {
+  // A step that only its back-end knows stays with that one.
+  if (own != nullptr && own->Traits().StepMHz != 0) {
     route.Traits.StepText = own->Traits().StepText;
     route.Traits.StepMHz = own->Traits().StepMHz;
   }

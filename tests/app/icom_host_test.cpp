@@ -24,8 +24,8 @@ class IcomHost : public Window {
     QDir(folder_.path()).mkpath("spectrino");
     QFile settings(folder_.filePath("spectrino/Spectrino.ini"));
     settings.open(QIODevice::WriteOnly);
-    settings.write(
-        "[Setup]\nOptFreq=8\nICOM=1\nICCTRL=1\nHostEndpoint=127.0.0.1:" + QByteArray::number(port_) + "\n");
+    settings.write("[Setup]\nOptFreq=8\nICOM=1\nICCTRL=1\nICADDR=70\nHostEndpoint=127.0.0.1:" +
+                   QByteArray::number(port_) + "\n");
     settings.close();
     Reload();
   }
@@ -119,6 +119,29 @@ TEST_F(IcomHost, ItsScopeAndCommandsShareTheRadioWithAnotherProgram) {
   Click("StopButton");
   EXPECT_TRUE(QTest::qWaitFor([&] { return !ScopeDataOn(); }, 5000));
   EXPECT_NE(Ask({"f"}), "");
+}
+
+TEST_F(IcomHost, ARadioThatIsSwitchedOffIsAskedAboutAndComesBackWithItsScope) {
+  ASSERT_NO_FATAL_FAILURE(StartServer());
+  Click("StartButton");
+  ASSERT_TRUE(LinesCome(3));
+  auto* status = Find<QLabel>("lblStatus");
+  QString told;
+  radio_.Radio().SwitchPower(false);
+  EXPECT_TRUE(QTest::qWaitFor(
+      [&] {
+        told += status->text() + '\n';
+        return told.contains("silent for 6 s");
+      },
+      15000))
+      << told.toStdString();
+  EXPECT_TRUE(told.contains("is it switched on?", Qt::CaseInsensitive)) << told.toStdString();
+  EXPECT_FALSE(told.contains("rigctld")) << told.toStdString();
+  radio_.Radio().SwitchPower(true);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return ScopeDataOn(); }, 20000)) << "its scope stays off";
+  EXPECT_TRUE(LinesCome(3));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return status->text().isEmpty(); }, 8000))
+      << status->text().toStdString();
 }
 
 TEST_F(IcomHost, LinesThatStayAwayAreFetchedAndAServerThatEndsIsFollowed) {

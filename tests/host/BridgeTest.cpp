@@ -119,7 +119,7 @@ TEST_F(Bridge, TuningIsRoundedToTheStepAndCorrectedOnClicksAlone) {
   Backend.SetFrequency(Vfo::A, 14.02551, Aim::Signal);
   Backend.SetFrequency(Vfo::B, 14.08, Aim::Signal);
   Backend.SetFrequency(Vfo::B, 14.08, Aim::Dial);
-  Backend.StepFrequency(+1, 0);
+  Backend.SetFrequency(Vfo::A, 14.174, Aim::Dial);
   Backend.SelectBand(5);
   Backend.SelectBand(0);
   EXPECT_THAT(Port.Commands,

@@ -66,6 +66,7 @@ TEST_F(Tuning, ClicksTuneTheirVfoAndUndoGoesBack) {
   Tune.EnterFrequency(Vfo::B, 7.1);
   Tune.EnterFrequency(Vfo::A, 0);
   EXPECT_THAT(Asked(), ElementsAre("remember", "B 7.100000"));
+  Traits.StepMHz = 0;
   Tune.cmdUpDn_Click(0, 14.2);
   Tune.cmdUpDn_Click(1, 14.2);
   EXPECT_THAT(Asked(), ElementsAre("step 1 from 14.200000", "step -1 from 14.200000"));
