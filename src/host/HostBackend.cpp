@@ -160,9 +160,12 @@ bool HostBackend::SelectMode(const ModeRequest& request) {
   return true;
 }
 
+// The radio says which kind it takes, not the text. Before the host told of its radio nobody knows.
 void HostBackend::SendMacro(std::string_view text) {
-  const bool civ = parts_.Radio.State().SpeaksCiv && !Trim(text).ends_with(';');
-  parts_.Radio.HostSendCommand(civ ? HostCommandKind::CivHex : HostCommandKind::Text, text);
+  HostRadio& radio = parts_.Radio;
+  if (radio.HostFound() && !radio.Client().IsReady())
+    return parts_.User.ShowStatus("Not sent: Castelon has not told yet which radio it has.");
+  radio.HostSendCommand(radio.State().SpeaksCiv ? HostCommandKind::CivHex : HostCommandKind::Text, text);
 }
 
 }  // namespace spectrino

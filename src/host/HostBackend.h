@@ -51,7 +51,7 @@ class HostBackend final : public RigBackend {
   void RememberBand() override { parts_.Radio.RememberBand(); }
   void SelectBand(int button) override { parts_.Radio.HostSetBand(button); }
   bool SelectMode(const ModeRequest& request) override;
-  /// For an Icom hexadecimal digits, unless it ends in ";".
+  /// For an Icom hexadecimal digits, for others text; "FA" or "FB" with 11 digits for any.
   void SendMacro(std::string_view text) override;
 
  private:

@@ -156,10 +156,11 @@ void HostPoll::Answered(std::size_t item, std::uint64_t read, const RigctldReply
   const auto took = std::chrono::ceil<std::chrono::milliseconds>(now - sentAt_[item]);
   next_ = now + std::clamp(took, reads_ == HostReads::Beside ? kBesidePause : kLeastPause, kMostPause);
   if (reply->Code == rprt::kDone) {
+    const HostState before = state_;
     kReads[item].Store(*reply, state_);
+    if (state_ != before) ++state_.Serial;
     if (item == kMain) state_.Of(Vfo::A).Read = read;
     if (item == kSub) state_.Of(Vfo::B).Read = read;
-    ++state_.Serial;
   } else if (rprt::RadioIsSilent(reply->Code)) {
     next_ = now + kSilentPause;
   } else if (item != kMain && rprt::NeverWorks(reply->Code)) {

@@ -193,9 +193,11 @@ void HostRadio::HostSetBand(int band) {
 
 void HostRadio::HostSendCommand(HostCommandKind kind, std::string_view text) {
   if (!hostFound_ || Trim(text).empty()) return;
-  if (kind == HostCommandKind::CivHex) return SendCiv(text);
+  // 13 characters are no pairs of digits: no command of an Icom is taken for a frequency.
   if (const auto frequency = FrequencyIn(text))
     HostSetFrequency(frequency->second / 1e6, frequency->first);
+  else if (kind == HostCommandKind::CivHex)
+    SendCiv(text);
   else
     SendRaw("send_cmd", std::string(Trim(text)));
 }

@@ -63,6 +63,7 @@ TEST(HostRadio, OperationsAreTheseLines) {
       {"USB", icom, [](B b) { b.SendMacro("1602"); },
        "send_cmd_rx \\0xFE\\0xFE\\0x94\\0xE1\\0x16\\0x02\\0xFD 6"},
       {"USB", icom, [](B b) { b.SendMacro("1602 1"); }, nullptr},
+      {"USB", icom, [](B b) { b.SendMacro("KY CQ;"); }, nullptr},  // it knows no text
   };
   for (const auto& at : cases) {
     HostBench bench;
@@ -97,6 +98,16 @@ TEST(HostRadio, AnIcomIsAddressedAsItsModelIsAndBySetupWhereNobodyKnowsThat) {
     bench.Accept(model + name + "\n");
     EXPECT_THAT(sent(), testing::HasSubstr(std::string("\\0xFE\\0x") + address)) << name;
   }
+}
+
+TEST(HostBackend, AMacroIsNotSentBeforeTheKindOfRadioIsKnown) {
+  HostBench bench;
+  bench.Backend.FollowLater();
+  bench.Socket.Connected();
+  bench.Backend.SendMacro("1602");
+  EXPECT_EQ(bench.User.Statuses.size(), 1U);
+  bench.Accept("dump_caps:\nMfg name:\tIcom\n");
+  for (const std::string& sent : bench.Socket.Sent) EXPECT_EQ(sent.find("1602"), std::string::npos) << sent;
 }
 
 TEST(HostRadio, ABandIsFoundAsItWasLeft) {
@@ -136,12 +147,11 @@ TEST(HostBackend, AClickOnFskIsCorrectedAndNothingElseIs) {
 }
 
 TEST(PanKeys, EachCatControlReadsItsKeysAndNoOthers) {
-  const std::string k3 = "FB MD MD$ FI IS FW FW$ PITCH PRE ATT DT DualCW DualFSK AMSB SAM FSK CO SHIFT DIV ";
-  const std::string ketrel =
-      "FA FB MD MD2 FI IS FW FW2 PI FT SB PRE ATT DT DualCW DualFSK AMSB SAM SHIFT DIV ";
+  const std::string k3 = "FB MD MD$ FI IS FW FW$ PITCH PRE ATT FSK CO SHIFT ";
+  const std::string ketrel = "FA FB MD MD2 FI IS FW FW2 PI FT PRE ATT SHIFT ";
   // The rest comes by the bus.
-  const std::string bridge = "MD MD2 PI FT SB PRE ATT DT DualCW DualFSK AMSB SAM FSK CO SHIFT DIV ";
-  const std::string adapter = "FB IFS FW PITCH PRE ATT DT FSK CO SHIFT DIV ";
+  const std::string bridge = "MD MD2 PI FT PRE ATT FSK CO SHIFT ";
+  const std::string adapter = "FB IFS FW PITCH PRE ATT FSK CO SHIFT ";
   const std::string expected[] = {adapter, "", k3, bridge, "FA MD ", ketrel, "FA MD ", "", adapter};
   for (int number = 0; number <= 8; ++number) {
     const auto control = static_cast<CatControl>(number);
@@ -181,6 +191,9 @@ TEST(HostBackend, WhatTheRadioTellsIsPublishedAndBeatsTheFile) {
   EXPECT_TRUE(bench.State.Transmitting);
   EXPECT_EQ(bench.State.SplitOn, 1);
   EXPECT_DOUBLE_EQ(bench.Backend.LinkOffsetKHz(), 0.25);
+  const std::uint64_t serial = bench.Radio.State().Serial;
+  bench.Answer(VfoInfo("VFOA", 14074000, "CW", 1));
+  EXPECT_EQ(bench.Radio.State().Serial, serial) << "told once more, not changed";
   bench.Backend.SetFrequency(Vfo::B, 14.074, Aim::Dial);
   bench.Backend.Refresh(bench.State);
   EXPECT_EQ(bench.State.SplitOn, 0) << "equal frequencies";
