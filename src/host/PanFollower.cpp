@@ -3,7 +3,6 @@
 #include "state/Val.h"
 
 namespace spectrino {
-
 bool PanFollower::Open() {
   control_ = settings_.Control;
   pan_ = {};

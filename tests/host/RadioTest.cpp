@@ -77,16 +77,6 @@ TEST(HostRadio, OperationsAreTheseLines) {
   }
 }
 
-TEST(HostBackend, AMacroIsNotSentBeforeTheKindOfRadioIsKnown) {
-  HostBench bench;
-  bench.Backend.FollowLater();
-  bench.Socket.Connected();
-  bench.Backend.SendMacro("1602");
-  EXPECT_EQ(bench.User.Statuses.size(), 1U);
-  bench.Accept("dump_caps:\nMfg name:\tIcom\n");
-  for (const std::string& sent : bench.Socket.Sent) EXPECT_EQ(sent.find("1602"), std::string::npos) << sent;
-}
-
 TEST(HostRadio, AnIcomIsAddressedAsItsModelIsAndBySetupWhereNobodyKnowsThat) {
   const std::string model = "dump_caps:\nMfg name:\tIcom\nModel name: ";
   HostBench bench;
@@ -108,6 +98,16 @@ TEST(HostRadio, AnIcomIsAddressedAsItsModelIsAndBySetupWhereNobodyKnowsThat) {
     bench.Accept(model + name + "\n");
     EXPECT_THAT(sent(), testing::HasSubstr(std::string("\\0xFE\\0x") + address)) << name;
   }
+}
+
+TEST(HostBackend, AMacroIsNotSentBeforeTheKindOfRadioIsKnown) {
+  HostBench bench;
+  bench.Backend.FollowLater();
+  bench.Socket.Connected();
+  bench.Backend.SendMacro("1602");
+  EXPECT_EQ(bench.User.Statuses.size(), 1U);
+  bench.Accept("dump_caps:\nMfg name:\tIcom\n");
+  for (const std::string& sent : bench.Socket.Sent) EXPECT_EQ(sent.find("1602"), std::string::npos) << sent;
 }
 
 TEST(HostRadio, ABandIsFoundAsItWasLeft) {
