@@ -135,6 +135,14 @@ TEST_F(Ways, ASourceFromTheWindowsListBringsItsServer) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return !AServerAnswers(); }, 10000));
 }
 
+TEST_F(Ways, TheLastWordsOfItsServerOutliveStart) {
+  Begin(0, "RigModel=999999\nHostEndpoint=127.0.0.1:" + QByteArray::number(port_) + "\n");
+  EXPECT_TRUE(Shows("lblStatus", "rigctld ended: Unknown rig num 999999"));
+  Click("StartButton");
+  ASSERT_TRUE(LinesCome(3));
+  EXPECT_TRUE(Shows("lblStatus", "rigctld ended: Unknown rig num 999999"));
+}
+
 TEST_F(Ways, ACancelledSetupLeavesTheBridgeToTheNextStart) {
   StartBridge();
   Write("LP-Bridge", "[PAN]\nMD=2\nFT=1\n");
