@@ -21,8 +21,11 @@ VfoReadings ReadingsOf(const RadioState& radio) {
                     .Mode = ModeText(radio.RadioMode)};
   if (radio.SubFreqMHz > 0) shown.SubFrequency = QString::fromStdString(FrequencyText(radio.SubFreqMHz));
   const double offsetKHz = (radio.SubFreqMHz - radio.MainFreqMHz) * 1000;
-  if (radio.SplitOn != 0)
+  const bool bothTold = radio.MainFreqMHz > 0 && radio.SubFreqMHz > 0;
+  if (radio.SplitOn != 0 && bothTold)
     shown.Split = QString("SPLIT %1%2k").arg(offsetKHz > 0 ? "+" : "").arg(offsetKHz, 0, 'f', 2);
+  else if (radio.SplitOn != 0)
+    shown.Split = QString("SPLIT ") + kNoReading;
   return shown;
 }
 

@@ -46,6 +46,8 @@ class PanView {
   void ShowAll();
   /// Reference, range or zoom changed. A run shows it with its next frame; a stopped window has none.
   void ShowScaleChange();
+  /// How the links do; without a run too.
+  void ShowLinks();
 
  private:
   void ShowHeader();
@@ -54,7 +56,6 @@ class PanView {
   void ShowOverlays();
   void ShowInset();
   void ShowPanel();
-  void ShowLinks();
 
   Parts parts_;
   std::pair<int, int> shownRange_;  ///< reference and divisor that the strip tells

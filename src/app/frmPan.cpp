@@ -7,11 +7,10 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "app/HostServer.h"
 #include "app/Manual.h"
+#include "app/SetupVisit.h"
 #include "app/WindowPlace.h"
 #include "settings/SetupSection.h"
-#include "settings/ui/frmSetupPan.h"
 
 namespace spectrino {
 
@@ -21,7 +20,8 @@ constexpr int kFirstRunWaterfall = 3;  // half the picture
 
 frmPan::frmPan(const Parts& parts)
     : parts_(parts),
-      links_(parts.Cycle, parts.State, parts.Time),
+      kits_(parts.Router),
+      links_(parts.Cycle, parts.State, parts.Time, [&server = parts.Server] { return server.Trouble(); }),
       range_(parts.State, parts.Store),
       sources_(parts.State, parts.Devices, parts.Store) {
   setObjectName("frmPan");
@@ -58,14 +58,14 @@ frmPan::frmPan(const Parts& parts)
   connect(&passTimer_, &QTimer::timeout, this, &frmPan::RunPass);
   parts_.Cycle.RunningChanged = [this] { RunningChanged(); };
   parts_.User.SetWindow(this);
-  for (RadioKit* kit : parts_.Router.Kits()) kit->SetWindow(this);
+  kits_.WindowIs(this);
   connect(&parts_.User, &QtNotifier::StatusChanged, scope_,
           [this](const QString& text) { scope_->Status().Show(StatusLine::Rank::Status, text); });
 }
 
 frmPan::~frmPan() {
   parts_.Cycle.RunningChanged = nullptr;
-  for (RadioKit* kit : parts_.Router.Kits()) kit->SetWindow(nullptr);
+  kits_.WindowIs(nullptr);
   view_.reset();
   tuning_.reset();
 }
@@ -103,12 +103,12 @@ void frmPan::Compose() {
   rows->addWidget(deck_);
   setCentralWidget(body);
 
-  connect(cmdFold_, &QToolButton::clicked, this, [this] { FoldStrip(!stripFolded_); });
+  connect(cmdFold_, &QToolButton::clicked, this, [this] { stance_->FoldStrip(!stance_->StripFolded()); });
   connect(scope_, &ScopeWidget::ResizeBegun, this, [this] {
-    if (!std::exchange(parts_.State.ResizeInProgress, true)) PauseLines(true);
+    if (!std::exchange(parts_.State.ResizeInProgress, true)) kits_.PauseLines(true, isMinimized());
   });
   connect(scope_, &ScopeWidget::Resized, this, [this] {
-    if (std::exchange(parts_.State.ResizeInProgress, false)) PauseLines(false);
+    if (std::exchange(parts_.State.ResizeInProgress, false)) kits_.PauseLines(false, isMinimized());
     parts_.Cycle.UpdateScale();
   });
   auto* escape = new QShortcut(Qt::Key_Escape, this);
@@ -119,7 +119,7 @@ void frmPan::Compose() {
     else
       ToggleFullScreen();
   });
-  FoldStrip(false);
+  stance_ = std::make_unique<WindowStance>(*this, *header_, *strip_, *cmdFold_);
 }
 
 void frmPan::ConnectHeader() {
@@ -174,7 +174,7 @@ void frmPan::LoadWindow() {
   if (parts_.State.FirstRun) parts_.State.Settings.WaterfallSel = kFirstRunWaterfall;
   RestorePlace(*this, parts_.Store);
   LoadSettings();
-  WayChosen(RowOf(parts_.State.Settings.Control).Way);
+  TakeChosenWay();
   deck_->LoadCalibration();
   const PanSettings& settings = parts_.State.Settings;
   header_->ShowOnTop(settings.OnTop);
@@ -186,46 +186,36 @@ void frmPan::LoadSettings() {
   PanSettings& settings = parts_.State.Settings;
   spectrino::LoadSettings(SetupSection(parts_.Store), settings, parts_.Devices.Sources().Radios());
   sources_.Loaded();
-  if (SettingsLoaded) SettingsLoaded(settings);
+  ShowSettings();
+}
+
+void frmPan::ShowSettings() {
+  if (SettingsChosen) SettingsChosen(parts_.State.Settings);
   ShowDevices();
   view_->ApplyOptions();
   parts_.Cycle.UpdateScale();
   view_->ShowAll();
 }
 
-void frmPan::WayChosen(CatWay way) {
-  for (RadioKit* kit : parts_.Router.Kits()) kit->WayChosen(way);
+// The links that live beside runs are those that the settings name.
+void frmPan::TakeChosenWay() {
+  kits_.WayChosen(RowOf(parts_.State.Settings.Control).Way);
 }
 
 void frmPan::cmdSetup_Click() {
   range_.StoreWaiting();
-  SetupWorld world{.Store = parts_.Store,
-                   .Ports = &parts_.Ports,
-                   .Running = parts_.Cycle.Running() || parts_.Cycle.Starting()};
-  world.ListSources = [this] {
-    parts_.Devices.InitDevices();
-    return parts_.Devices.Sources();
-  };
-  world.OpenManual = OpenManual;
-  world.AskRigs = AskRigctlList;
-  if (parts_.User.Unattended()) {
-    world.ShowMessage = [this](const QString& text) {
-      parts_.User.ShowMessage("Spectrino", text.toStdString(), Severity::Information);
-    };
-    world.AskOkCancel = [show = world.ShowMessage](const QString& text) {
-      show(text);
-      return false;
-    };
-  }
-  auto* dialog = new frmSetupPan(std::move(world), this);
-  dialog->setAttribute(Qt::WA_DeleteOnClose);
-  connect(dialog, &frmSetupPan::WayChosen, this, &frmPan::WayChosen);
+  frmSetupPan* dialog = OpenSetup({.Store = parts_.Store,
+                                   .Devices = parts_.Devices,
+                                   .Ports = parts_.Ports,
+                                   .User = parts_.User,
+                                   .Server = parts_.Server},
+                                  parts_.Cycle.Running() || parts_.Cycle.Starting(), this);
+  connect(dialog, &frmSetupPan::WayChosen, this, [this](CatWay way) { kits_.WayChosen(way); });
   // The input of a demo or a recording stays for this run unless another source was chosen.
   connect(dialog, &QDialog::finished, this, [this, dialog](int result) {
     if (result == QDialog::Accepted && dialog->SourceChanged()) sources_.Stored();
     LoadSettings();
   });
-  // Not exec: the run goes on behind it, and closing the window closes it.
   dialog->open();
 }
 
@@ -239,12 +229,13 @@ void frmPan::ShowDevices() {
 
 void frmPan::DevicesBox_Click(int index) {
   if (parts_.Cycle.Running() || parts_.Cycle.Starting() || !sources_.Choose(index)) return;
-  ShowDevices();
-  parts_.Cycle.UpdateScale();
-  view_->ShowAll();
+  ShowSettings();
+  TakeChosenWay();
 }
 
 void frmPan::StartButton_Click() {
+  // A dialog that was cancelled left that of a choice which was not stored.
+  TakeChosenWay();
   header_->ShowRunning(false, true);
   parts_.Cycle.Start();
 }
@@ -264,20 +255,10 @@ void frmPan::RunPass() {
 
 void frmPan::RunningChanged() {
   const bool running = parts_.Cycle.Running();
-  const RadioKit* source = parts_.Cycle.View().Way.Source;
-  for (RadioKit* kit : parts_.Router.Kits()) kit->RunChanged(running && kit == source);
+  kits_.RunChanged(running, parts_.Cycle.View().Way.Source);
   tuning_->RunChanged(running);
   if (running && !passTimer_.isActive()) passTimer_.start(0);
   view_->ShowRunState();
-}
-
-// While nobody can look at them lines stay off the radio's bus.
-void frmPan::PauseLines(bool pause) {
-  for (RadioKit* kit : parts_.Router.Kits()) {
-    RadioLink* link = kit->Link();
-    if (link != nullptr && pause) link->BeforeLayout();
-    if (link != nullptr && !pause) link->AfterLayout(isMinimized());
-  }
 }
 
 void frmPan::closeEvent(QCloseEvent* event) {
@@ -293,10 +274,10 @@ void frmPan::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   if (event->type() != QEvent::WindowStateChange) return;
   if (std::exchange(parts_.State.WindowMinimized, isMinimized()) != isMinimized()) {
-    PauseLines(true);
-    PauseLines(false);
+    kits_.PauseLines(true, isMinimized());
+    kits_.PauseLines(false, isMinimized());
   }
-  ShowFullScreen();
+  stance_->ShowFullScreen();
 }
 
 // What no control wanted.
@@ -304,40 +285,14 @@ void frmPan::keyPressEvent(QKeyEvent* event) {
   if (!tuning_->KeyPressed(*event)) QMainWindow::keyPressEvent(event);
 }
 
-void frmPan::ToggleFullScreen() {
-  if (isFullScreen())
-    setWindowState(windowState() & ~Qt::WindowFullScreen);
-  else
-    showFullScreen();
-  ShowFullScreen();
-}
-
-// Full screen may be left by the window manager as well.
-void frmPan::ShowFullScreen() {
-  const bool full = isFullScreen();
-  strip_->setVisible(!full && !stripFolded_);
-  cmdFold_->setVisible(!full);
-  header_->ShowFullScreen(full);
-}
-
 void frmPan::AllowOnTop(bool allow) {
   const bool on = allow && parts_.State.Settings.OnTop;
-  if (windowFlags().testFlag(Qt::WindowStaysOnTopHint) == on) return;
-  setWindowFlag(Qt::WindowStaysOnTopHint, on);
-  show();
+  if (stance_->IsOnTop() != on) stance_->KeepOnTop(on);
 }
 
 void frmPan::AlwaysOnTop(bool on) {
   parts_.State.Settings.OnTop = on;
-  const bool shown = isVisible();
-  setWindowFlag(Qt::WindowStaysOnTopHint, on);
-  if (shown) show();
-}
-
-void frmPan::FoldStrip(bool folded) {
-  stripFolded_ = folded;
-  strip_->setVisible(!folded);
-  cmdFold_->setText(QString::fromUtf8(folded ? "\u25C2" : "\u25B8"));
+  stance_->KeepOnTop(on);
 }
 
 }  // namespace spectrino

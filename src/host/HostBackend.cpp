@@ -22,7 +22,11 @@ constexpr std::string_view kPublisher = "Bexmora";
 }  // namespace
 
 RigctldEndpoint HostEndpoint(SettingsStore& store) {
-  if (const auto own = ParseEndpoint(SetupSection(store).Read(key::kHostEndpoint))) return *own;
+  return HostEndpoint(store, SetupSection(store).Read(key::kHostEndpoint));
+}
+
+RigctldEndpoint HostEndpoint(SettingsStore& store, std::string_view text) {
+  if (const auto own = ParseEndpoint(text)) return *own;
   return ParseEndpoint(store.GetSetting(kPublisher, kSetupSection, "AppPath", ""))
       .value_or(RigctldEndpoint{});
 }

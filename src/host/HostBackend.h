@@ -20,6 +20,8 @@ namespace spectrino {
 /// Where the host is: key "HostEndpoint", else an endpoint in ("Bexmora", "Setup", "AppPath"), else port 4532
 /// of this machine.
 [[nodiscard]] RigctldEndpoint HostEndpoint(SettingsStore& store);
+/// The same with this text in place of what the key holds.
+[[nodiscard]] RigctldEndpoint HostEndpoint(SettingsStore& store, std::string_view text);
 
 class HostBackend final : public RigBackend {
  public:

@@ -160,5 +160,30 @@ TEST_F(IcomHost, LinesThatStayAwayAreFetchedAndAServerThatEndsIsFollowed) {
       << Find<QLabel>("lblStatus")->text().toStdString();
 }
 
+TEST_F(IcomHost, ItsLinesComeBackAfterTheWindowWasAwayAndAfterStop) {
+  ASSERT_NO_FATAL_FAILURE(StartServer());
+  frmPan& window = program_->Window();
+  Click("StartButton");
+  ASSERT_TRUE(LinesCome(3));
+  window.showMinimized();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !ScopeDataOn(); }, 8000)) << "lines that nobody sees";
+  Ask({"F", "14100000"});
+  EXPECT_TRUE(Shows("lblFreqA", "14.100.000")) << "the dial is followed all the same";
+  window.showNormal();
+  EXPECT_TRUE(LinesCome(5)) << "minimised";
+  for (const int width : {900, 1100, 800}) {
+    window.resize(width, 600);
+    QTest::qWait(30);
+  }
+  EXPECT_TRUE(LinesCome(5)) << "resized";
+  for (int round = 0; round < 3; ++round) {
+    Click("StopButton");
+    Click("StartButton");
+    ASSERT_TRUE(LinesCome(3)) << "start " << round << ": " << Find<QLabel>("lblStatus")->text().toStdString();
+  }
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Find<QLabel>("lblStatus")->text().isEmpty(); }, 8000))
+      << Find<QLabel>("lblStatus")->text().toStdString();
+}
+
 }  // namespace
 }  // namespace spectrino

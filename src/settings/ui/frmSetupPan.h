@@ -27,6 +27,7 @@ struct SetupWorld {
   /// Opens a chapter of the manual; empty: its first page. What went wrong, empty when nothing did.
   std::function<std::string(const std::string& chapter)> OpenManual{};
   setup::AskRigList AskRigs{};                             ///< null: the list of radios stays empty
+  setup::LookForServer LookForServer{};                    ///< null: nothing is told of a server
   std::function<void(const QString& text)> ShowMessage{};  ///< titled "Spectrino"
   std::function<bool(const QString& text)> AskOkCancel{};
 };
@@ -58,6 +59,7 @@ class frmSetupPan final : public QDialog {
   void ConnectRules();
   void LoadControls();
   void LockForRun();
+  void cmdOK_Click();
   void SaveControls();
   void ShowSources();
   [[nodiscard]] ChosenSource Chosen() const;
