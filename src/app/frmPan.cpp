@@ -148,6 +148,11 @@ void frmPan::ConnectStrip() {
       view_->ShowScaleChange();
     });
   };
+  connect(strip_, &RangePanel::chkAutoLevel_Click, this, [this](bool on) {
+    parts_.Cycle.Scale().SetAutoLevel(on);
+    range_.Changed();
+    view_->ShowScaleChange();
+  });
   change(&RangePanel::Command1_Click, &PlotScale::ReferenceUp);
   change(&RangePanel::Command18_Click, &PlotScale::ReferenceDown);
   change(&RangePanel::Command3_Click, &PlotScale::RangeUp);

@@ -95,11 +95,12 @@ void PanDisplay::ShowFrame(const Frame& frame) {
   SetGeometry(frame.Geometry);
   const FrameGeometry& geometry = basis_.Scale.Geometry;
   traces_.Show(frame, geometry, basis_.Options.WFLive);
+  const LevelRange colours = frame.Colours.value_or(LevelRange{frame.Line.BottomLevel, frame.Line.TopLevel});
   waterfall_.AddLine(traces_.Waterfall(), {.LeftMHz = geometry.LeftMHz,
                                            .RightMHz = geometry.RightMHz,
                                            .TakenUtc = frame.Line.TakenUtc,
-                                           .BottomLevel = frame.Line.BottomLevel,
-                                           .TopLevel = frame.Line.TopLevel,
+                                           .BottomLevel = colours.Bottom,
+                                           .TopLevel = colours.Top,
                                            .Dimmed = transmitting_});
   traceDirty_ = lineAdded_ = true;
 }

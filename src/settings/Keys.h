@@ -117,6 +117,8 @@ inline constexpr std::size_t kRefBandCount = 13;
   return {KeyName("Divisor").WithIndex(band), currentDivisor, {1, INT32_MAX, kUsualDivisor}};
 }
 inline constexpr NumberKey kLevelCorrection{{"db"}, 0, 0, {-200, 200}};
+/// Bottom and top of the plot and the waterfall's colours follow the noise; reference and range take over.
+inline constexpr FlagKey kAutoLevel{{"AutoLevel"}, true};
 inline constexpr IntKey kDisplayMode{{"Disp"}, 0, {0, 3}};
 inline constexpr FlagKey kOnTop{{"OnTop"}};
 inline constexpr FlagKey kBackgroundPeakHold{{"bph"}};

@@ -57,6 +57,7 @@ void LoadDisplay(const SetupSection& setup, PanSettings& settings) {
 }
 
 void LoadRange(const SetupSection& setup, PanSettings& settings) {
+  settings.AutoLevel = setup.Read(key::kAutoLevel);
   settings.AutoRef = setup.Read(key::kAutoRef);
   settings.RefLevel = setup.Read(key::kRef);
   settings.RangeDivisor = setup.Read(key::kDivisor);
@@ -69,7 +70,10 @@ void LoadRange(const SetupSection& setup, PanSettings& settings) {
 void PutRange(SetupBatch& batch, const PanSettings& settings, std::optional<int> refBand) {
   const int ref = settings.RefLevel;
   const int divisor = settings.RangeDivisor;
-  batch.Put(key::kLevelCorrection, settings.BandLevelDb).Put(key::kRef, ref).Put(key::kDivisor, divisor);
+  batch.Put(key::kAutoLevel, settings.AutoLevel)
+      .Put(key::kLevelCorrection, settings.BandLevelDb)
+      .Put(key::kRef, ref)
+      .Put(key::kDivisor, divisor);
   if (!settings.AutoRef || !refBand || *refBand < 0) return;
   const auto band = static_cast<std::size_t>(*refBand);
   if (band < key::kRefBandCount)

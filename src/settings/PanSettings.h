@@ -65,8 +65,9 @@ struct PanSettings {
   bool OnTop = key::kOnTop.Default, BackgroundPeakHold = key::kBackgroundPeakHold.Default;
 
   // Range.
-  bool AutoRef = key::kAutoRef.Default;  ///< remember reference and range for each band
-  int RefLevel = key::kRef.Default;      ///< dB
+  bool AutoLevel = key::kAutoLevel.Default;  ///< by the noise, not by reference and range
+  bool AutoRef = key::kAutoRef.Default;      ///< remember reference and range for each band
+  int RefLevel = key::kRef.Default;          ///< dB
   int RangeDivisor = key::kDivisor.Default;
   std::array<int, key::kRefBandCount> BandRef = ForEachBand(key::kRef.Default);
   std::array<int, key::kRefBandCount> BandDivisor = ForEachBand(key::kDivisor.Default);

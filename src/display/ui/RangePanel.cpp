@@ -20,6 +20,7 @@ struct Control {
 
 constexpr Control kReference[] = {{"Command18", "\u22123", "Reference DOWN -3dB"},
                                   {"Command1", "+3", "Reference UP +3dB"}};
+constexpr Control kAutoLevel[] = {{"chkAutoLevel", "AUTO", "Levels follow the noise by themselves (v)"}};
 constexpr Control kRange[] = {{"Command2", "\u221220", "Range DOWN -20dB"},
                               {"Command3", "+20", "Range UP +20dB"}};
 constexpr Control kDisplay[] = {{"optDisp0", "MAX", "Maximum values (for AVG/MAX Samples)"},
@@ -83,8 +84,11 @@ RangePanel::RangePanel(QWidget* parent) : QWidget(parent) {
   const auto reference = AddBlock(kReference, 2, this, nullptr);
   FraRange_ = AddCaption({}, "FraRange");
   const auto range = AddBlock(kRange, 2, this, nullptr);
+  chkAutoLevel_ = AddBlock(kAutoLevel, 1, this, nullptr).front();
+  chkAutoLevel_->setCheckable(true);
   for (QPushButton* button : reference + range) scaleButtons_.append(button);
   connect(reference[0], &QPushButton::clicked, this, &RangePanel::Command18_Click);
+  connect(chkAutoLevel_, &QPushButton::clicked, this, &RangePanel::chkAutoLevel_Click);
   connect(reference[1], &QPushButton::clicked, this, &RangePanel::Command1_Click);
   connect(range[0], &QPushButton::clicked, this, &RangePanel::Command2_Click);
   connect(range[1], &QPushButton::clicked, this, &RangePanel::Command3_Click);
@@ -142,7 +146,8 @@ QLabel* RangePanel::AddCaption(const QString& text, const QString& name) {
 }
 
 void RangePanel::Show(const RangePanelState& state) {
-  lblRef_->setText(QString("Ref %1 dB").arg(state.RefLevel));
+  lblRef_->setText(state.AutoLevel ? tr("Ref auto") : QString("Ref %1 dB").arg(state.RefLevel));
+  chkAutoLevel_->setChecked(state.AutoLevel);
   FraRange_->setText(QString("Range %1dB").arg(state.RangeDb));
   const auto check = [](QButtonGroup* group, int index) {
     if (QAbstractButton* button = group->button(index)) button->setChecked(true);

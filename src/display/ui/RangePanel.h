@@ -13,6 +13,7 @@ namespace spectrino {
 
 /// What the strip shows.
 struct RangePanelState {
+  bool AutoLevel = false;
   int RefLevel = -60;
   int RangeDb = 140;
   int DisplayMode = 0;
@@ -28,10 +29,13 @@ class RangePanel final : public QWidget {
   explicit RangePanel(QWidget* parent = nullptr);
   /// Moves the controls without sending anything.
   void Show(const RangePanelState& state);
+  /// As a press of AUTO.
+  void ToggleAutoLevel() { chkAutoLevel_->click(); }
   /// How far the cmdUpDn buttons move, for their tool tips: "100kHz".
   void SetUpDnStep(const QString& step);
 
  signals:
+  void chkAutoLevel_Click(bool on);
   void Command1_Click();   ///< reference up
   void Command18_Click();  ///< reference down
   void Command3_Click();   ///< range up
@@ -62,6 +66,7 @@ class RangePanel final : public QWidget {
   QButtonGroup* optZoom_ = nullptr;
   QList<QAbstractButton*> scaleButtons_;  ///< those that act on sound inputs alone
   QStringList scaleToolTips_;             ///< what they do
+  QPushButton* chkAutoLevel_ = nullptr;
   QAbstractButton* chkBPH_ = nullptr;
   QAbstractButton* cmdIQ_ = nullptr;
   QList<QPushButton*> cmdUpDn_;
