@@ -51,6 +51,7 @@ void PanView::ApplyOptions() {
   options.WaterfallSel = settings.WaterfallSel;
   options.WFFollow = settings.WFFollow;
   options.WFLive = settings.WFLive;
+  options.Waterfall = {settings.WFPalette, settings.WFFloorDb, settings.WFContrast};
   parts_.Display.SetOptions(options);
   const std::uint32_t meter = settings.Colours[static_cast<std::size_t>(ColourIndex::SMeter)];
   const std::uint32_t frequency = settings.Colours[static_cast<std::size_t>(ColourIndex::Frequency)];
@@ -148,6 +149,8 @@ void PanView::ShowStrip() {
   state.AutoLevel = settings.AutoLevel;
   state.RefLevel = settings.RefLevel;
   state.RangeDb = shownRange_.second;
+  state.WFFloorDb = settings.WFFloorDb;
+  state.WFContrast = settings.WFContrast;
   state.DisplayMode = settings.DisplayMode;
   state.WaterfallSel = settings.WaterfallSel;
   state.Zoom = settings.Zoom;

@@ -57,6 +57,10 @@ inline constexpr FlagKey kBandMode{{"BandMode"}};
 }
 /// The waterfall takes the newest levels, whatever the display mode makes of them.
 inline constexpr FlagKey kWFLive{{"WFLive"}, true};
+/// Its colours: the palette by number, what is darkest in dB above where it would be, how steep in percent.
+inline constexpr IntKey kWFPalette{{"WFPalette"}, 0, {0, 3, 0}};
+inline constexpr IntKey kWFFloor{{"WFFloor"}, 0, {-40, 40}};
+inline constexpr IntKey kWFContrast{{"WFContrast"}, 100, {25, 400, 100}};
 /// Older waterfall lines stay at their frequencies.
 inline constexpr FlagKey kWFFollow{{"WFFollow"}, true};
 inline constexpr FlagKey kAutoRef{{"AutoREF"}, true};

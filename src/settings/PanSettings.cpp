@@ -50,6 +50,9 @@ void LoadDisplay(const SetupSection& setup, PanSettings& settings) {
   settings.Qsy = setup.Read(key::kQsy);
   settings.WFFollow = setup.Read(key::kWFFollow);
   settings.WFLive = setup.Read(key::kWFLive);
+  settings.WFPalette = setup.Read(key::kWFPalette);
+  settings.WFFloorDb = setup.Read(key::kWFFloor);
+  settings.WFContrast = setup.Read(key::kWFContrast);
   settings.MinipanOption = setup.Read(key::kMinipan);
   settings.OptSM = setup.Read(key::kOptSM);
   settings.SMeterCorrDb = setup.Read(key::kSMeterCorr);
@@ -71,6 +74,8 @@ void PutRange(SetupBatch& batch, const PanSettings& settings, std::optional<int>
   const int ref = settings.RefLevel;
   const int divisor = settings.RangeDivisor;
   batch.Put(key::kAutoLevel, settings.AutoLevel)
+      .Put(key::kWFFloor, settings.WFFloorDb)
+      .Put(key::kWFContrast, settings.WFContrast)
       .Put(key::kLevelCorrection, settings.BandLevelDb)
       .Put(key::kRef, ref)
       .Put(key::kDivisor, divisor);

@@ -1,13 +1,16 @@
 #include "display/ui/RangePanel.h"
 
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QResizeEvent>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QVBoxLayout>
+#include <cmath>
 #include <utility>
 
 #include "controls/Controls.h"
+#include "settings/Keys.h"
 
 namespace spectrino {
 namespace {
@@ -38,9 +41,19 @@ constexpr Control kSpotUndo[] = {{"cmdSpot", "Spot", "Center signal"},
                                  {"cmdUndo", "Undo", "Back to the frequency before the last click"}};
 constexpr Control kUpDn[] = {{"cmdUpDn1", "<<", ""}, {"cmdUpDn0", ">>", ""}};
 constexpr int kCaptionsHeight = 372;  // from here on there is room for what is written over the blocks
-constexpr int kRowsHeight = 272;      // below, the rows move closer
+constexpr int kSliderHeight = 15;
+constexpr int kRowsHeight = 272;  // below, the rows move closer
 constexpr Control kPeakHold = {"chkBPH", "BPH", "Background Peak Hold"};
 constexpr Control kCalibration = {"cmdIQ", "I/Q", "Calibration (I/Q Rejection, CAL Level)"};
+
+/// Contrast doubles with each ten steps of its slider.
+int PercentOf(int steps) {
+  return qRound(100 * std::exp2(steps / 10.0));
+}
+
+int StepsOf(int percent) {
+  return qRound(10 * std::log2(percent / 100.0));
+}
 
 QPushButton* MakeNarrow(const Control& control, QWidget* parent) {
   QPushButton* button = MakeButton(control.name, control.caption, control.toolTip, parent);
@@ -99,6 +112,7 @@ RangePanel::RangePanel(QWidget* parent) : QWidget(parent) {
   AddCaption("Waterfall Hgt", "fraWaterfall");
   optWaterfall_ = new QButtonGroup(this);
   AddBlock(kWaterfall, 4, this, optWaterfall_);
+  AddColours();
   AddCaption("Zoom", "fraZoom");
   optZoom_ = new QButtonGroup(this);
   AddBlock(kZoom, 3, this, optZoom_);
@@ -119,6 +133,30 @@ RangePanel::RangePanel(QWidget* parent) : QWidget(parent) {
   scaleButtons_.append(cmdIQ_);
   for (const QAbstractButton* button : scaleButtons_) scaleToolTips_.append(button->toolTip());
   column->addStretch(1);
+}
+
+void RangePanel::AddColours() {
+  sldWFFloor_ = MakeSlider("sldWFFloor", key::kWFFloor.Limits.Low, key::kWFFloor.Limits.High, {}, this);
+  sldWFContrast_ = MakeSlider("sldWFContrast", StepsOf(key::kWFContrast.Limits.Low),
+                              StepsOf(key::kWFContrast.Limits.High), {}, this);
+  auto* row = new QHBoxLayout;
+  row->setSpacing(3);
+  for (QSlider* slider : {sldWFFloor_, sldWFContrast_}) {
+    slider->setMinimumWidth(kNarrowest);
+    slider->setMaximumHeight(kSliderHeight);
+    row->addWidget(slider);
+    connect(slider, &QSlider::valueChanged, this, [this] {
+      DescribeColours();
+      emit WaterfallColours_Change(sldWFFloor_->value(), PercentOf(sldWFContrast_->value()));
+    });
+  }
+  static_cast<QVBoxLayout*>(layout())->addLayout(row);
+  DescribeColours();
+}
+
+void RangePanel::DescribeColours() {
+  Describe(*sldWFFloor_, tr("Waterfall: darkest level %1 dB higher").arg(sldWFFloor_->value()));
+  Describe(*sldWFContrast_, tr("Waterfall: contrast %1 %").arg(PercentOf(sldWFContrast_->value())));
 }
 
 void RangePanel::AddTuning() {
@@ -156,6 +194,11 @@ void RangePanel::Show(const RangePanelState& state) {
   check(optWaterfall_, state.WaterfallSel);
   check(optZoom_, state.Zoom);
   AllowScale(state.OwnScale);
+  const QSignalBlocker silentFloor(sldWFFloor_);
+  const QSignalBlocker silentContrast(sldWFContrast_);
+  sldWFFloor_->setValue(state.WFFloorDb);
+  sldWFContrast_->setValue(StepsOf(state.WFContrast));
+  DescribeColours();
   const QSignalBlocker silent(chkBPH_);
   chkBPH_->setChecked(state.BackgroundPeakHold);
 }

@@ -7,6 +7,7 @@
 #include <QButtonGroup>
 #include <QLabel>
 #include <QPushButton>
+#include <QSlider>
 #include <QWidget>
 
 namespace spectrino {
@@ -16,6 +17,8 @@ struct RangePanelState {
   bool AutoLevel = false;
   int RefLevel = -60;
   int RangeDb = 140;
+  int WFFloorDb = 0;
+  int WFContrast = 100;  ///< percent
   int DisplayMode = 0;
   int WaterfallSel = 0;
   int Zoom = 0;
@@ -40,6 +43,7 @@ class RangePanel final : public QWidget {
   void Command18_Click();  ///< reference down
   void Command3_Click();   ///< range up
   void Command2_Click();   ///< range down
+  void WaterfallColours_Change(int floorDb, int contrastPercent);
   void optDisp_Click(int index);
   void optWaterfall_Click(int index);
   void optZoom_Click(int index);
@@ -54,6 +58,8 @@ class RangePanel final : public QWidget {
 
  private:
   QLabel* AddCaption(const QString& text, const QString& name);
+  void AddColours();
+  void DescribeColours();
   void AddTuning();
   void AllowScale(bool allow);
   void SetDense(bool dense);
@@ -67,6 +73,8 @@ class RangePanel final : public QWidget {
   QList<QAbstractButton*> scaleButtons_;  ///< those that act on sound inputs alone
   QStringList scaleToolTips_;             ///< what they do
   QPushButton* chkAutoLevel_ = nullptr;
+  QSlider* sldWFFloor_ = nullptr;
+  QSlider* sldWFContrast_ = nullptr;
   QAbstractButton* chkBPH_ = nullptr;
   QAbstractButton* cmdIQ_ = nullptr;
   QList<QPushButton*> cmdUpDn_;
