@@ -21,7 +21,7 @@ struct DisplayOptions {
   bool WFFollow = false;  ///< older waterfall lines stay at their frequencies
   bool WFLive = true;     ///< the waterfall takes the newest levels instead of the trace's
 
-  WaterfallLook Waterfall;
+  WaterfallLook Waterfall{};
 
   bool operator==(const DisplayOptions&) const = default;
 };
