@@ -55,6 +55,7 @@ class TuningInput final : public QObject, private TuningWindow {
   void ToggleFullScreen() override { parts_.Window.ToggleFullScreen(); }
   void StepZoom(int direction, bool wraps) override;
   void ZoomOff() override;
+  void ToggleAutoLevel() override { parts_.Strip->ToggleAutoLevel(); }
   void RestartTraces() override { parts_.Cycle.Frames().RestartTraces(); }
   void RequestSpot() override;
 

@@ -10,13 +10,10 @@
 #include "app/Manual.h"
 #include "app/SetupVisit.h"
 #include "app/WindowPlace.h"
+#include "settings/FirstRun.h"
 #include "settings/SetupSection.h"
 
 namespace spectrino {
-
-namespace {
-constexpr int kFirstRunWaterfall = 3;  // half the picture
-}
 
 frmPan::frmPan(const Parts& parts)
     : parts_(parts),
@@ -148,6 +145,11 @@ void frmPan::ConnectStrip() {
       view_->ShowScaleChange();
     });
   };
+  connect(strip_, &RangePanel::chkAutoLevel_Click, this, [this](bool on) {
+    parts_.Cycle.Scale().SetAutoLevel(on);
+    range_.Changed();
+    view_->ShowScaleChange();
+  });
   change(&RangePanel::Command1_Click, &PlotScale::ReferenceUp);
   change(&RangePanel::Command18_Click, &PlotScale::ReferenceDown);
   change(&RangePanel::Command3_Click, &PlotScale::RangeUp);
@@ -164,14 +166,22 @@ void frmPan::ConnectStrip() {
     parts_.Cycle.UpdateScale();
     scope_->update();
   });
+  connect(strip_, &RangePanel::WaterfallColours_Change, this, [this](int floorDb, int contrastPercent) {
+    parts_.State.Settings.WFFloorDb = floorDb;
+    parts_.State.Settings.WFContrast = contrastPercent;
+    view_->ApplyOptions();
+    range_.Changed();
+    scope_->update();
+  });
   connect(strip_, &RangePanel::chkBPH_Click, this,
           [this](bool on) { parts_.State.Settings.BackgroundPeakHold = on; });
   connect(strip_, &RangePanel::cmdIQ_Click, deck_, &Deck::ShowCalibration);
 }
 
 void frmPan::LoadWindow() {
-  LoadStartup(SetupSection(parts_.Store), parts_.State.Settings);
-  if (parts_.State.FirstRun) parts_.State.Settings.WaterfallSel = kFirstRunWaterfall;
+  SetupSection setup(parts_.Store);
+  if (parts_.State.FirstRun) WriteFirstRun(setup);
+  LoadStartup(setup, parts_.State.Settings);
   RestorePlace(*this, parts_.Store);
   LoadSettings();
   TakeChosenWay();

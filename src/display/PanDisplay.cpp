@@ -49,6 +49,7 @@ void PanDisplay::LayOut() {
   basis_.Scale.Geometry.PlotWidth = layout.PlotWidth;
   waterfall_.SetEmptyColour(ColourAt(options.Colours, ColourIndex::Background));
   waterfall_.SetFollow(options.WFFollow);
+  waterfall_.SetLook(options.Waterfall);
   waterfall_.Resize(layout.PlotWidth, layout.WaterfallHeight);
   inset_.BasisMoved();
   scaleDirty_ = allChanged_ = true;
@@ -95,12 +96,15 @@ void PanDisplay::ShowFrame(const Frame& frame) {
   SetGeometry(frame.Geometry);
   const FrameGeometry& geometry = basis_.Scale.Geometry;
   traces_.Show(frame, geometry, basis_.Options.WFLive);
-  waterfall_.AddLine(traces_.Waterfall(), {.LeftMHz = geometry.LeftMHz,
-                                           .RightMHz = geometry.RightMHz,
-                                           .TakenUtc = frame.Line.TakenUtc,
-                                           .BottomLevel = frame.Line.BottomLevel,
-                                           .TopLevel = frame.Line.TopLevel,
-                                           .Dimmed = transmitting_});
+  const LevelRange colours = frame.Colours.value_or(LevelRange{frame.Line.BottomLevel, frame.Line.TopLevel});
+  waterfall_.AddLine(traces_.Waterfall(),
+                     {.LeftMHz = geometry.LeftMHz,
+                      .RightMHz = geometry.RightMHz,
+                      .TakenUtc = frame.Line.TakenUtc,
+                      .BottomLevel = colours.Bottom,
+                      .TopLevel = colours.Top,
+                      .UnitsPerDb = basis_.Scale.Levels.InDb ? 1 : LevelScale::kHeightsPerDb,
+                      .Dimmed = transmitting_});
   traceDirty_ = lineAdded_ = true;
 }
 
@@ -193,7 +197,10 @@ void PanDisplay::PaintOverlays(QPainter& painter) {
   DrawMarkers(pen, basis_.Scale.Geometry, markers_, basis_.FlagFont, taken);
   if (basis_.Layout.WaterfallHeight > 0) {
     const int apart = static_cast<int>(1.3 * basis_.LabelFont.pixelSize());
-    DrawTimes(pen, TimeMarks(waterfall_, apart), basis_.LabelFont);
+    const std::vector<TimeMark> times = TimeMarks(waterfall_, apart);
+    DrawTimes(pen, times, basis_.LabelFont);
+    if (const auto newest = waterfall_.RowAt(0))
+      legend_.Draw(pen, waterfall_.ColourRange(*newest), times, basis_.LabelFont);
   }
   if (stoppedAt_) {
     DrawStopped(pen, *stoppedAt_, basis_.FlagFont);

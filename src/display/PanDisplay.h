@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "display/FrameTraces.h"
+#include "display/Legend.h"
 #include "display/MarkerPainter.h"
 #include "display/PlotBasis.h"
 #include "display/PlotPointer.h"
@@ -90,6 +91,7 @@ class PanDisplay : public FrameSink {
   TracePainter tracePainter_;
   WaterfallImage waterfall_;
   StatusInset inset_;
+  Legend legend_;
   QImage background_;  ///< the scale with the passbands
 
   bool allChanged_ = true;  ///< since the last Prepare, with all that lies over the trace

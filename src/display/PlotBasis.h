@@ -6,6 +6,7 @@
 
 #include "display/PlotLayout.h"
 #include "display/TextCache.h"
+#include "display/WaterfallImage.h"
 #include "settings/ColourTable.h"
 #include "state/ScaleState.h"
 
@@ -20,6 +21,8 @@ struct DisplayOptions {
   bool WFFollow = false;  ///< older waterfall lines stay at their frequencies
   bool WFLive = true;     ///< the waterfall takes the newest levels instead of the trace's
 
+  WaterfallLook Waterfall{};
+
   bool operator==(const DisplayOptions&) const = default;
 };
 
@@ -33,7 +36,9 @@ struct PlotBasis {
   int TextHeight = 0;  ///< of TextFont, device pixels
   TextCache Texts;
 
-  [[nodiscard]] OverlayPen PenOf(QPainter& painter) { return {painter, Layout, Options.Colours, Texts}; }
+  [[nodiscard]] OverlayPen PenOf(QPainter& painter) {
+    return {painter, Layout, Options.Colours, Texts, Options.Waterfall.Palette};
+  }
 };
 
 }  // namespace spectrino

@@ -4,11 +4,14 @@
 
 namespace spectrino {
 
+/// Of the palette beside the waterfall, with the room around it; logical pixels.
+inline constexpr int kLegendWidth = 9;
+
 /// Room that the texts need, in device pixels.
 struct PlotMargins {
   int Top = 4;     ///< TopMargin
   int Gap = 16;    ///< between plot and waterfall: the frequency labels
-  int Label = 36;  ///< LabelMargin: dB labels, and the times beside the waterfall
+  int Label = 36;  ///< LabelMargin: dB labels; times and palette beside the waterfall
 };
 
 struct PlotLayout {

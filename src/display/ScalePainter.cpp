@@ -59,7 +59,7 @@ PlotMargins MarginsFor(const QFont& font, double scale) {
   const QFontMetrics metrics(font);
   const auto px = [scale](double logical) { return static_cast<int>(std::lround(logical * scale)); };
   const int widest = std::max(metrics.horizontalAdvance("-160"), metrics.horizontalAdvance("00:00Z"));
-  return {.Top = px(4), .Gap = metrics.height() + px(3), .Label = widest + px(6)};
+  return {.Top = px(4), .Gap = metrics.height() + px(3), .Label = widest + px(6 + kLegendWidth)};
 }
 
 LabelMetrics MetricsOf(const QFont& font) {

@@ -22,6 +22,8 @@ class TuningWindow {
   /// optZoom one further (+1) or back (-1). wraps: from the last to the first; otherwise the ends hold.
   virtual void StepZoom(int direction, bool wraps) = 0;
   virtual void ZoomOff() = 0;  ///< 1X
+  /// Button AUTO.
+  virtual void ToggleAutoLevel() = 0;
   /// PEAK begins anew.
   virtual void RestartTraces() = 0;
   /// The next frame is searched for the signal to centre.

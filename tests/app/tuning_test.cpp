@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QSlider>
+#include <QToolButton>
 #include <QWheelEvent>
 
 #include "app/WindowBench.h"
@@ -212,6 +213,34 @@ TEST_F(Dial, AnIcomIsTunedByClick) {
   const PlotPointer pointer = Display().At(PlotAt(14.15));
   EXPECT_GE(pointer.Level(), 0) << "the scope tells heights";
   EXPECT_EQ(pointer.Text().find("dBm"), std::string::npos) << pointer.Text();
+}
+
+TEST_F(Dial, ANewcomersDemoIsTunedByAllThatTunes) {
+  ASSERT_NO_FATAL_FAILURE(Begin("--demo=iq"));
+  EXPECT_TRUE(Find("optDisp1")->isChecked() && Find("optWaterfall3")->isChecked() &&
+              Find("chkAutoLevel")->isChecked());
+  EXPECT_EQ(Display().Waterfall().RowAt(0)->TopLevel - Display().Waterfall().RowAt(0)->BottomLevel, 45);
+  const auto centreBecomes = [&](double mhz, double tolerance = 1e-4) {
+    return QTest::qWaitFor(
+        [&] {
+          return std::abs(Display().Geometry().FrequencyAt(Display().Layout().PlotWidth / 2.0) - mhz) <
+                 tolerance;
+        },
+        3000);
+  };
+  EXPECT_TRUE(centreBecomes(14.074));
+  QTest::mouseClick(scope_, Qt::LeftButton, Qt::NoModifier, PlotAt(14.084));
+  EXPECT_TRUE(centreBecomes(14.084));
+  Turn(PlotAt(14.08), 120);
+  EXPECT_TRUE(centreBecomes(14.084, 3e-4));
+  Click("cmdUndo");
+  EXPECT_TRUE(centreBecomes(14.074));
+  QTest::mouseClick(Find<QToolButton>("cmdFoldDeck"), Qt::LeftButton);
+  Click("cmdBand3");
+  EXPECT_TRUE(centreBecomes(7.1));
+  EXPECT_EQ(Find<QLabel>("lblMode")->text(), "LSB");
+  Click("cmdBand5");
+  EXPECT_TRUE(centreBecomes(14.074)) << "where it was";
 }
 
 TEST_F(Dial, WithCtrlTheWheelZoomsAtThePointerAndADragPans) {

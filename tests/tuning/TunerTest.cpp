@@ -29,6 +29,7 @@ class Tuning : public testing::Test, public TuningWindow {
     Note("zoom " + std::to_string(direction) + (wraps ? " wraps" : ""));
   }
   void ZoomOff() override { Note("1X"); }
+  void ToggleAutoLevel() override { Note("auto level"); }
   void RestartTraces() override { ++Restarts; }
   void RequestSpot() override { Note("spot"); }
   void Note(std::string what) { Rig.Requests.push_back(std::move(what)); }
@@ -259,8 +260,8 @@ TEST_F(Tuning, KeysDoWhatTheTableSays) {
   EXPECT_THAT(Asked(), ElementsAre("span 1", "span -1", "full screen", "spot", "spot"));
   Traits.OwnSpan = false;
   Radio.OwnSpectrum = false;
-  for (const char key : {'+', '-', 'z'}) EXPECT_TRUE(Tune.KeyPress(key)) << key;
-  EXPECT_THAT(Asked(), ElementsAre("zoom 1", "zoom -1", "1X"));
+  for (const char key : {'+', '-', 'z', 'v'}) EXPECT_TRUE(Tune.KeyPress(key)) << key;
+  EXPECT_THAT(Asked(), ElementsAre("zoom 1", "zoom -1", "1X", "auto level"));
   Tune.KeyPress('B');
   Tune.KeyPress('F');
   EXPECT_EQ(Tune.WheelVfo(), Vfo::B);

@@ -41,7 +41,12 @@ QGroupBox* DisplayPage::MakeSpectrum() {
   grid->addWidget(chkPriority, 1, 2);
   grid->addWidget(chkWFFollow, 1, 3);
   grid->addWidget(chkWFLive, 2, 3);
+  QComboBox* cboPalette = MakeList(
+      "cboPalette", {tr("Hues"), tr("Inferno (most legible)"), tr("Cividis (colour-blind eyes)"), tr("Grey")},
+      tr("Colours of the waterfall"), fraSpectrum);
+  AddRow(grid, 1, tr("Waterfall &colours"), cboPalette);
   grid->setColumnStretch(3, 1);
+  free_.push_back(ListField(cboPalette, key::kWFPalette));
   free_.push_back(FlagField(chkQSY, key::kQsy));
   free_.push_back(FlagField(chkWFFollow, key::kWFFollow));
   free_.push_back(FlagField(chkWFLive, key::kWFLive));
