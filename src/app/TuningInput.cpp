@@ -70,6 +70,10 @@ TuningInput::TuningInput(const Parts& parts)
   connect(&parts.Header->Vfos(), &VfoPanel::FrequencyTyped, this, [this](int vfo, const QString& text) {
     tuner_.EnterFrequency(vfo == 0 ? Vfo::A : Vfo::B, TypedMHz(text.toStdString()));
   });
+  connect(&parts.Header->Vfos(), &VfoPanel::DigitClicked, this, [this](int vfo, double hertz, int direction) {
+    tuner_.TurnDigit(vfo == 0 ? Vfo::A : Vfo::B, direction * hertz);
+  });
+  connect(&parts.Header->Vfos(), &VfoPanel::DigitTurned, this, &TuningInput::DigitWheel);
   parts_.Cycle.Frames().SpotFrame = [this](const SpectrumLine& line) {
     const RadioState& radio = parts_.State.Radio;
     if (const auto dial = SpotFrequency(line, MainPassband(radio), radio.MainFreqMHz, radio.RadioMode))
@@ -175,6 +179,15 @@ void TuningInput::Wheel(QPointF at, int delta, Qt::KeyboardModifiers modifiers) 
   if (!wheelAllowed_) return;
   Hover(at);
   tuner_.WheelMoved(delta, modifiers.testFlag(Qt::ShiftModifier));
+}
+
+void TuningInput::DigitWheel(int vfo, double hertz, int delta) {
+  if (!wheelAllowed_) return;
+  // What was left of a notch belongs to the digit that it was turned on.
+  if (const std::pair digit(vfo, hertz); std::exchange(turnedDigit_, digit) != digit) digitNotches_.Clear();
+  const int notches = digitNotches_.Add(delta, parts_.Time.Now());
+  const int up = parts_.State.Settings.WheelInverted ? -notches : notches;
+  if (up != 0) tuner_.TurnDigit(vfo == 0 ? Vfo::A : Vfo::B, up * hertz);
 }
 
 void TuningInput::ZoomWheel(QPointF at, int delta) {

@@ -7,6 +7,7 @@
 #include <QPointF>
 #include <functional>
 #include <optional>
+#include <utility>
 
 #include "app/LinkView.h"
 #include "app/PeakKeys.h"
@@ -66,6 +67,7 @@ class TuningInput final : public QObject, private TuningWindow {
   void Pan(QPointF at);
   void Wheel(QPointF at, int delta, Qt::KeyboardModifiers modifiers);
   void ZoomWheel(QPointF at, int delta);
+  void DigitWheel(int vfo, double hertz, int delta);
   bool ScopeKey(const QKeyEvent& event);
   [[nodiscard]] double PlotShare(double logicalX) const;
 
@@ -80,6 +82,8 @@ class TuningInput final : public QObject, private TuningWindow {
   };
   std::optional<HeldPassband> held_;  ///< while a button is down on it
   NotchCounter zoomNotches_;
+  NotchCounter digitNotches_;
+  std::pair<int, double> turnedDigit_{};  ///< VFO and hertz
   PeakKeys peaks_;
 };
 

@@ -78,6 +78,61 @@ TEST_F(Dial, AK4IsTunedByClickWheelAndKeys) {
   EXPECT_TRUE(HearsWithin("FA", tenfold + 50000, 250));
 }
 
+TEST_F(Dial, DigitsOfBothVfosTurnByWheelAndClick) {
+  ASSERT_NO_FATAL_FAILURE(Begin("--demo=k4d"));
+  auto* a = Find<QLabel>("lblFreqA");
+  auto* b = Find<QLabel>("lblFreqB");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return b->accessibleDescription() == "14.080.000"; }, 3000));
+  // The middle of each character, from the light line under it; nothing may be lit under a dot alone.
+  const auto digits = [](QLabel* label) {
+    std::vector<int> middles;
+    int begin = -1;
+    QTest::mouseMove(label, QPoint(1, 1));
+    for (int x = 0; x < label->width(); ++x) {
+      QMouseEvent move(QEvent::MouseMove, QPointF(x, 5), label->mapToGlobal(QPointF(x, 5)), Qt::NoButton,
+                       Qt::NoButton, {});
+      QApplication::sendEvent(label, &move);
+      const QImage image = label->grab().toImage();
+      int first = -1, last = -1;
+      for (int at = 0; at < image.width(); ++at) {
+        if (image.pixel(at, image.height() - 1) != 0xFF7CC4EE) continue;
+        if (first < 0) first = at;
+        last = at;
+      }
+      if (first >= 0 && std::exchange(begin, first) != first) middles.push_back((first + last) / 2);
+    }
+    return middles;
+  };
+  const auto turn = [](QLabel* label, int x, int delta) {
+    QWheelEvent event(QPointF(x, 8), label->mapToGlobal(QPointF(x, 8)), QPoint(), QPoint(0, delta),
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(label, &event);
+  };
+  const std::vector<int> ofA = digits(a), ofB = digits(b);
+  ASSERT_EQ(ofA.size(), 8U);
+  ASSERT_EQ(ofB.size(), 8U);
+  for (int notch = 0; notch < 3; ++notch) turn(a, ofA[4], 120);
+  EXPECT_EQ(a->cursor().shape(), Qt::SizeVerCursor);
+  EXPECT_TRUE(HearsWithin("FA", 14.077e6)) << Heard("FA");
+  turn(b, ofB[0], -60);
+  turn(b, ofB[0], -60);
+  EXPECT_TRUE(HearsWithin("FB", 4.08e6)) << Heard("FB");
+  turn(b, ofB[0], -120);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return b->accessibleDescription() == "4.080.000"; }, 1000));
+  EXPECT_EQ(Heard("FB"), 4.08e6) << "never below zero";
+  QTest::mouseClick(a, Qt::LeftButton, {}, {ofA[7], 3});
+  EXPECT_TRUE(HearsWithin("FA", 14.077001e6)) << Heard("FA");
+  QTest::qWait(QApplication::doubleClickInterval() + 50);
+  QTest::mouseClick(a, Qt::LeftButton, {}, {ofA[3], a->height() - 3});
+  EXPECT_TRUE(HearsWithin("FA", 14.067001e6)) << Heard("FA");
+  QTest::qWait(QApplication::doubleClickInterval() + 50);
+  // A double click takes its first click back and opens the entry.
+  QTest::mouseClick(a, Qt::LeftButton, {}, {ofA[3], 3});
+  QTest::mouseDClick(a, Qt::LeftButton, {}, {ofA[3], 3});
+  EXPECT_TRUE(Find<QLineEdit>("txtFrequency")->isVisible());
+  EXPECT_TRUE(HearsWithin("FA", 14.067001e6)) << Heard("FA");
+}
+
 TEST_F(Dial, AK4IsWorkedByBandModeMacroAndTypedFrequency) {
   ASSERT_NO_FATAL_FAILURE(Begin("--demo=k4"));
   const auto value = [this](const char* key) { return program_->Demo().K4()->Radio().Value(key); };

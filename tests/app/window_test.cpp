@@ -161,7 +161,7 @@ TEST_F(Window, ADemoIcomIsShownWithItsFrequencyAndAReadingThatCanBe) {
   auto* header = Find<HeaderPanel>("HeaderPanel");
   header->Vfos().BeginEntry(1, "7");
   EXPECT_FALSE(Find<QLineEdit>("txtFrequency")->isVisible());
-  QTest::mouseClick(Find<QLabel>("lblFreqA"), Qt::LeftButton);
+  QTest::mouseDClick(Find<QLabel>("lblFreqA"), Qt::LeftButton);
   EXPECT_TRUE(Find<QLineEdit>("txtFrequency")->isVisible());
   for (const char* name : {"Command1", "Command3", "cmdIQ"}) {
     EXPECT_FALSE(Find(name)->isEnabled()) << name;
