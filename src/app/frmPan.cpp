@@ -40,7 +40,13 @@ frmPan::frmPan(const Parts& parts)
                                                        .Scope = scope_,
                                                        .Strip = strip_,
                                                        .Header = header_,
-                                                       .ZoomChanged = [this] { view_->ShowScaleChange(); }});
+                                                       .ZoomChanged = [this] { view_->ShowScaleChange(); },
+                                                       .LevelsChanged =
+                                                           [this] {
+                                                             range_.Changed();
+                                                             view_->ShowScaleChange();
+                                                           },
+                                                       .AutoLevel = {}});
   view_ = std::make_unique<PanView>(PanView::Parts{.State = parts_.State,
                                                    .Cycle = parts_.Cycle,
                                                    .Links = links_,

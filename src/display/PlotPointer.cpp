@@ -75,6 +75,14 @@ double PlotPointer::TuneFreqMHz() const {
   return basis_.Scale.Geometry.PixelToFrequency(at_.x(), at_.y(), layout.PlotBottom());
 }
 
+PlotAxis PlotPointer::Axis() const {
+  const PlotLayout& layout = basis_.Layout;
+  if (at_.x() < 0 || at_.x() >= layout.Width || at_.y() < 0) return PlotAxis::None;
+  const bool beside = at_.x() >= layout.PlotWidth;
+  if (at_.y() < layout.PlotBottom()) return beside ? PlotAxis::Level : PlotAxis::None;
+  return beside || at_.y() >= layout.WaterfallTop ? PlotAxis::None : PlotAxis::Frequency;
+}
+
 bool PlotPointer::InRightStrip() const {
   const PlotLayout& layout = basis_.Layout;
   return at_.x() >= layout.Width - kRightStrip * layout.Scale && at_.x() < layout.Width;

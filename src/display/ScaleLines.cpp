@@ -46,7 +46,8 @@ void PlaceLevels(const PlotLayout& layout, const LevelScale& levels, bool subDiv
   }
 }
 
-constexpr double kLabelRoom = 12;  // logical pixels
+constexpr double kLabelRoom = 12;      // logical pixels
+constexpr double kLowestNamedHz = 10;  // below it there is no frequency to name
 
 bool Touches(const ScaleLabel& a, const ScaleLabel& b, int room) {
   return a.Left < b.Left + b.Width + room && b.Left < a.Left + a.Width + room;
@@ -129,6 +130,7 @@ void PlaceZoomed(const PlotLayout& layout, const ScaleState& scale, bool withMHz
     const double x = std::clamp(geometry.FrequencyToPixel(hz / 1e6), 0.0, geometry.PlotWidth);
     lines.Frequencies.push_back({LinePixel(x, layout.PlotWidth, layout.LineWidth()), false});
     if (n == 0 && !scale.FrequencyKnown && !scale.Running) continue;
+    if (scale.FrequencyKnown && hz < kLowestNamedHz) continue;
     AddFrequencyLabel(layout, metrics, LabelText(scale, hz - centreHz, stepHz, withMHz), x,
                       lines.FrequencyLabels);
   }

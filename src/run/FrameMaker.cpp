@@ -35,6 +35,10 @@ void FrameMaker::Show(SMeter::TimePoint now) {
   if (run_.Link == nullptr) {
     run_.Line.BottomLevel = scale_.State().Levels.BottomLevel;
     run_.Line.TopLevel = scale_.State().Levels.TopLevel;
+  } else {
+    const auto shiftDb = static_cast<float>(scale_.RadioShiftDb());
+    run_.Line.BottomLevel += shiftDb;
+    run_.Line.TopLevel += shiftDb;
   }
   const PanSettings& settings = session_.Settings;
   {
@@ -57,7 +61,7 @@ void FrameMaker::FollowScale() {
   const bool moved = !(scale_.GeometryOf(line) == scale.Geometry) || line.CentreMHz != scale.LabelCentreMHz ||
                      scale.FrequencyKnown != (session_.Radio.MainFreqMHz != 0);
   const bool otherMode = std::exchange(lastRadioMode_, session_.Radio.RadioMode) != session_.Radio.RadioMode;
-  const bool otherLevels = run_.Link != nullptr && !(run_.Link->Scale() == scale.Levels);
+  const bool otherLevels = run_.Link != nullptr && !(scale_.LevelsOf(*run_.Link) == scale.Levels);
   if (moved || otherMode || otherLevels) scale_.Update();
 }
 

@@ -11,6 +11,11 @@ namespace {
 
 constexpr double kMostPan = 4.0 * 65536;  // points; the longest line, over and over
 
+// Where the buttons' steps of 3 dB end, from the usual reference.
+constexpr int kHighestRef = 81;
+constexpr int kLowestRef = -102;
+constexpr int kMostShiftDb = 200;
+
 double PointHzOf(const ZoomPlan& plan) {
   return static_cast<double>(plan.SampleRate) / (1 << plan.FftBits);
 }
@@ -133,7 +138,7 @@ double PlotScale::PanBy(double widths) {
 
 void PlotScale::RebuildLevels() {
   if (const RadioLink* link = ShownLink()) {
-    scale_.Levels = link->Scale();
+    scale_.Levels = LevelsOf(*link);
     return;
   }
   const ZoomPlan& plan = run_.HasLine() ? run_.LinePlan : run_.Plan;
@@ -164,6 +169,26 @@ void PlotScale::ChangeReference(int stepDb) {
   if (allowed) reference += stepDb;
   RememberBandLevels();
   Update();
+}
+
+int PlotScale::MoveReference(int db) {
+  int& moved = ShownLink() != nullptr ? radioShiftDb_ : session_.Settings.RefLevel;
+  const int before = moved;
+  const int most = ShownLink() != nullptr ? kMostShiftDb : kHighestRef;
+  const int least = ShownLink() != nullptr ? -kMostShiftDb : kLowestRef;
+  // A stored reference may lie beyond: it is not thrown back, and goes no farther.
+  moved = std::clamp(before + db, std::min(least, before), std::max(most, before));
+  if (moved == before) return 0;
+  if (ShownLink() == nullptr) RememberBandLevels();
+  Update();
+  return moved - before;
+}
+
+LevelScale PlotScale::LevelsOf(const RadioLink& link) const {
+  LevelScale levels = link.Scale();
+  levels.BottomLevel += static_cast<float>(radioShiftDb_);
+  levels.TopLevel += static_cast<float>(radioShiftDb_);
+  return levels;
 }
 
 void PlotScale::RangeUp() {

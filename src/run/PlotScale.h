@@ -29,12 +29,21 @@ class PlotScale {
   /// Moves it so that the frequency stands at x, 0..1 of the plot's width.
   void PanTo(double freqMHz, double x);
   void ResetPan() { panHz_ = 0; }
+  /// A run begins: a radio's levels are where the radio has them.
+  void ResetShift() { radioShiftDb_ = 0; }
 
   /// Command1 and Command18, Command3 and Command2. No effect on radios with a scale of their own.
   void ReferenceUp() { ChangeReference(+3); }
   void ReferenceDown() { ChangeReference(-3); }
   void RangeUp();
   void RangeDown();
+
+  /// Moves both ends of the level axis by so many dB, as far as the reference goes; of a radio with a scale
+  /// of its own in the display alone, for this run. Returns by how many they moved.
+  int MoveReference(int db);
+  /// A radio's own scale, moved by hand.
+  [[nodiscard]] LevelScale LevelsOf(const RadioLink& link) const;
+  [[nodiscard]] int RadioShiftDb() const { return radioShiftDb_; }
 
  private:
   void ChangeReference(int stepDb);
@@ -61,6 +70,7 @@ class PlotScale {
   const RunView& run_;
   std::function<double()> offsetKHz_;
   ScaleState scale_;
+  int radioShiftDb_ = 0;
   double panHz_ = 0;  ///< how far the zoomed window was dragged off its centre: at any rate the same
 };
 

@@ -36,6 +36,7 @@ bool RunCycle::Start() {
   start_.OpenHost();
   run_.Plan = start_.PlanFor(session_.Settings);
   scale_.ResetPan();
+  scale_.ResetShift();
   scale_.Update();
   const bool opened = !stopRequested_ && start_.Open();
   if (opened)

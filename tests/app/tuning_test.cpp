@@ -298,6 +298,86 @@ TEST_F(Dial, WithCtrlTheWheelZoomsAtThePointerAndADragPans) {
   EXPECT_TRUE(Find("optZoom0")->isChecked());
 }
 
+TEST_F(Dial, TheAxesAreDraggedAndTurned) {
+  const auto drag = [&](QPoint from, QPoint by) {
+    QTest::mousePress(scope_, Qt::LeftButton, {}, from);
+    for (int step = 1; step <= 10; ++step) {
+      const QPointF to = from + QPointF(by) * step / 10;
+      QMouseEvent move(QEvent::MouseMove, to, scope_->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
+      QApplication::sendEvent(scope_, &move);
+    }
+    QTest::mouseRelease(scope_, Qt::LeftButton, {}, from + by);
+  };
+  // Stopped, with settings that stay.
+  scope_ = Find<QWidget>("Scope");
+  Turn({Display().Layout().PlotWidth + 6, 20}, 120);
+  drag({Display().Layout().PlotWidth + 6, 20}, {0, -4000});
+  EXPECT_TRUE(QTest::qWaitFor(
+      [&] { return SettingsText().contains("Ref=-102\n") && SettingsText().contains("Divisor=100000\n"); },
+      3000));
+  for (const char* demo : {"--demo=iq", "--demo=k4"}) {
+    SCOPED_TRACE(demo);
+    ASSERT_NO_FATAL_FAILURE(Begin(demo));
+    const bool card = QByteArray(demo) == "--demo=iq";
+    const PlotLayout& layout = Display().Layout();
+    const QPoint levels(layout.PlotWidth + 6, layout.PlotHeight / 2);
+    const QPoint strip(layout.Width - 5, layout.PlotHeight / 2);
+    const QPoint frequencies(layout.PlotWidth / 2, layout.WaterfallTop - 4);
+    const std::string ownReference = card ? "" : program_->Demo().K4()->Radio().Value("#REF");
+    const auto shape = [&](QPoint at) {
+      QMouseEvent move(QEvent::MouseMove, at, scope_->mapToGlobal(at), Qt::NoButton, Qt::NoButton, {});
+      QApplication::sendEvent(scope_, &move);
+      return scope_->cursor().shape();
+    };
+    // The level that stood there, by its label.
+    const auto yOf = [&](const std::string& text) {
+      scope_->grab();
+      for (const ScaleLabel& label : Display().Scale().LevelLabels)
+        if (label.Text == text) return label.Top;
+      return -1000;
+    };
+    scope_->grab();
+    ASSERT_GE(Display().Scale().LevelLabels.size(), 3U);
+    const std::string middle = Display().Scale().LevelLabels[2].Text;
+    const int labelled = yOf(middle);
+    EXPECT_EQ(shape(levels), Qt::SizeVerCursor);
+    EXPECT_EQ(shape(strip), Qt::PointingHandCursor);
+    for (const auto& [from, by] : {std::pair{levels, 40}, {strip, -60}, {levels, 20}}) {
+      const int before = yOf(middle);
+      drag(from, {0, by});
+      EXPECT_NEAR(yOf(middle), before + by, 4);
+    }
+    EXPECT_NEAR(yOf(middle), labelled, 6) << "there and back";
+    EXPECT_TRUE(Find("optZoom0")->isChecked()) << "a drag in the strip is no click";
+    const std::size_t labels = Display().Scale().LevelLabels.size();
+    Turn(levels, 120);
+    scope_->grab();
+    EXPECT_EQ(Display().Scale().LevelLabels.size() != labels, card);
+    if (card) {
+      drag(levels, {0, -4000});
+      EXPECT_EQ(Find<QLabel>("lblRef")->text(), "Ref -102 dB");
+    } else {
+      EXPECT_EQ(program_->Demo().K4()->Radio().Value("#REF"), ownReference);
+    }
+
+    const double leftMHz = Display().Geometry().LeftMHz;
+    EXPECT_EQ(shape(frequencies), Qt::ArrowCursor) << "nothing moves at 1X";
+    drag(frequencies, {-50, 0});
+    EXPECT_EQ(Display().Geometry().LeftMHz, leftMHz);
+    QTest::mouseClick(scope_, Qt::LeftButton, {}, strip);
+    EXPECT_TRUE(Find("optZoom1")->isChecked());
+    const double underMHz = Display().Geometry().FrequencyAt(frequencies.x());
+    Turn(frequencies, 120);
+    EXPECT_TRUE(Find("optZoom2")->isChecked());
+    ASSERT_TRUE(LinesCome(2));
+    const double tolerance = Display().Geometry().ShownSpanHz() / 1e6 / 200;
+    EXPECT_NEAR(Display().Geometry().FrequencyAt(frequencies.x()), underMHz, tolerance);
+    EXPECT_EQ(shape(frequencies), Qt::OpenHandCursor);
+    drag(frequencies, {-100, 0});
+    EXPECT_NEAR(Display().Geometry().FrequencyAt(frequencies.x() - 100), underMHz, tolerance);
+  }
+}
+
 TEST_F(Dial, LettersTypedInAListOrASliderAreNotForTheDial) {
   ASSERT_NO_FATAL_FAILURE(Begin("--demo=k4"));
   Find<QWidget>("sldVol1")->setFocus();
