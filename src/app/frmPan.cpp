@@ -23,7 +23,8 @@ frmPan::frmPan(const Parts& parts)
     : parts_(parts),
       links_(parts.Cycle, parts.State, parts.Time),
       range_(parts.State, parts.Store),
-      sources_(parts.State, parts.Devices, parts.Store) {
+      sources_(parts.State, parts.Devices, parts.Store),
+      bandPlan_(parts.User) {
   setObjectName("frmPan");
   setWindowTitle(QString("Spectrino V%1").arg(QCoreApplication::applicationVersion()));
   setMinimumSize(727, 345);
@@ -194,6 +195,7 @@ void frmPan::LoadSettings() {
   sources_.Loaded();
   if (SettingsLoaded) SettingsLoaded(settings);
   ShowDevices();
+  parts_.Display.SetBandPlan(bandPlan_.Load(settings.BandPlanRegion));
   view_->ApplyOptions();
   parts_.Cycle.UpdateScale();
   view_->ShowAll();

@@ -48,7 +48,8 @@ std::string PlotPointer::Text() const {
                    .FrequencyKnown = scale.FrequencyKnown,
                    .Level = Level(),
                    .InDb = scale.Levels.InDb,
-                   .TakenUtc = {}};
+                   .TakenUtc = {},
+                   .Segment = {}};
   const MiniPanHit hit = MiniPan();
   if (hit.Part != MiniPanPart::None) {
     place.FreqMHz = hit.FreqMHz;
@@ -61,6 +62,7 @@ std::string PlotPointer::Text() const {
     place.FreqMHz = waterfall_.FrequencyAt(at_.x(), row);
     place.TakenUtc = line->TakenUtc;
   }
+  if (place.FrequencyKnown && row < 0) place.Segment = basis_.Plan.NameAt(place.FreqMHz);
   if (!place.FrequencyKnown) place.FreqMHz -= scale.LabelCentreMHz;
   return HoverText(place);
 }

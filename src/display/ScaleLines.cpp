@@ -60,7 +60,8 @@ void AddFrequencyLabel(const PlotLayout& layout, const LabelMetrics& metrics, st
   label.Width = metrics.TextWidth(label.Text);
   label.Height = metrics.TextHeight;
   label.Left = static_cast<int>(std::lround(x - label.Width / 2.0));
-  label.Top = layout.PlotBottom() + (layout.BottomMargin - layout.WaterfallHeight - label.Height) / 2;
+  const int row = layout.BottomMargin - layout.WaterfallHeight - layout.StripHeight;
+  label.Top = layout.PlotBottom() + layout.StripHeight + (row - label.Height) / 2;
   if (label.Left < 0 || label.Left + label.Width > layout.Width) return;
   const int room = layout.Px(kLabelRoom);
   for (const ScaleLabel& other : labels) {
