@@ -44,7 +44,7 @@ QGroupBox* DisplayPage::MakeSpectrum() {
   grid->addWidget(chkPriority, 1, 2);
   grid->addWidget(chkWFFollow, 1, 3);
   grid->addWidget(chkWFLive, 2, 3);
-  AddRow(grid, 1, tr("Ban&d plan"), cboBandPlan);
+  AddRow(grid, 1, tr("Band plan re&gion"), cboBandPlan);
   grid->setColumnStretch(3, 1);
   free_.push_back(FlagField(chkQSY, key::kQsy));
   free_.push_back(FlagField(chkWFFollow, key::kWFFollow));
