@@ -20,7 +20,8 @@ frmPan::frmPan(const Parts& parts)
       kits_(parts.Router),
       links_(parts.Cycle, parts.State, parts.Time, [&server = parts.Server] { return server.Trouble(); }),
       range_(parts.State, parts.Store),
-      sources_(parts.State, parts.Devices, parts.Store) {
+      sources_(parts.State, parts.Devices, parts.Store),
+      bandPlan_(parts.User) {
   setObjectName("frmPan");
   setWindowTitle(QString("Spectrino V%1").arg(QCoreApplication::applicationVersion()));
   setMinimumSize(727, 345);
@@ -37,7 +38,17 @@ frmPan::frmPan(const Parts& parts)
                                                        .Scope = scope_,
                                                        .Strip = strip_,
                                                        .Header = header_,
-                                                       .ZoomChanged = [this] { view_->ShowScaleChange(); }});
+                                                       .ZoomChanged = [this] { view_->ShowScaleChange(); },
+                                                       .LevelsChanged =
+                                                           [this] {
+                                                             range_.Changed();
+                                                             view_->ShowScaleChange();
+                                                           },
+                                                       .AutoLevel =
+                                                           [this] {
+                                                             if (!parts_.State.Settings.AutoLevel)
+                                                               strip_->ToggleAutoLevel();
+                                                           }});
   view_ = std::make_unique<PanView>(PanView::Parts{.State = parts_.State,
                                                    .Cycle = parts_.Cycle,
                                                    .Links = links_,
@@ -202,6 +213,7 @@ void frmPan::LoadSettings() {
 void frmPan::ShowSettings() {
   if (SettingsChosen) SettingsChosen(parts_.State.Settings);
   ShowDevices();
+  parts_.Display.SetBandPlan(bandPlan_.Load(parts_.State.Settings.BandPlanRegion));
   view_->ApplyOptions();
   parts_.Cycle.UpdateScale();
   view_->ShowAll();

@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "adapters/qt/QtNotifier.h"
+#include "app/BandPlanFile.h"
 #include "app/Deck.h"
 #include "app/HostServer.h"
 #include "app/KitNews.h"
@@ -90,6 +91,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
   std::unique_ptr<PanView> view_;
   RangeKeeper range_;
   SourceBox sources_;
+  BandPlanFile bandPlan_;
   HeaderPanel* header_;
   ScopeWidget* scope_;
   RangePanel* strip_;

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <utility>
 
+#include "display/BandStrip.h"
 #include "display/Blit.h"
 #include "display/Colours.h"
 #include "display/Overlays.h"
@@ -44,7 +45,9 @@ void PanDisplay::LayOut() {
   const double ratio = layout.Scale;
   const int width = static_cast<int>(std::lround(logicalSize_.width() * ratio));
   const int height = static_cast<int>(std::lround(logicalSize_.height() * ratio));
-  layout = LayoutPlot(width, height, ratio, options.WaterfallSel, MarginsFor(basis_.LabelFont, ratio));
+  PlotMargins margins = MarginsFor(basis_.LabelFont, ratio);
+  if (!basis_.Plan.Empty()) margins.Strip = BandStripHeight(logicalSize_.height(), ratio);
+  layout = LayoutPlot(width, height, ratio, options.WaterfallSel, margins);
   traces_.Fit(layout.PlotWidth);
   basis_.Scale.Geometry.PlotWidth = layout.PlotWidth;
   waterfall_.SetEmptyColour(ColourAt(options.Colours, ColourIndex::Background));
@@ -59,6 +62,12 @@ void PanDisplay::SetMarkers(std::span<const PlotMarker> markers) {
   if (std::ranges::equal(markers, markers_)) return;
   markers_.assign(markers.begin(), markers.end());
   backgroundDirty_ = allChanged_ = true;
+}
+
+void PanDisplay::SetBandPlan(BandPlan plan) {
+  if (plan == basis_.Plan) return;
+  basis_.Plan = std::move(plan);
+  LayOut();
 }
 
 void PanDisplay::SetInfoText(std::string text) {
@@ -157,7 +166,8 @@ void PanDisplay::UpdatePlot() {
   const PlotLayout& layout = basis_.Layout;
   const ScaleState& scale = basis_.Scale;
   if (scaleDirty_) {
-    scalePainter_.Render(layout, scale, {options.Colours, options.SubD, options.MHz}, basis_.LabelFont);
+    scalePainter_.Render(layout, scale, {options.Colours, options.SubD, options.MHz}, basis_.Plan,
+                         basis_.LabelFont);
     backgroundDirty_ = true;
   }
   if (backgroundDirty_) {

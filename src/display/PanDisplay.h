@@ -35,6 +35,8 @@ class PanDisplay : public FrameSink {
   void Resize(QSize logical, double devicePixelRatio);
   void SetOptions(const DisplayOptions& options);
   void SetMarkers(std::span<const PlotMarker> markers);
+  /// The strip on the frequency axis; an empty plan has none.
+  void SetBandPlan(BandPlan plan);
   void SetInfoText(std::string text);
   /// The inset; one that is not Shown draws nothing. lowMHz, highMHz: the tuned signal, which it must not
   /// hide.

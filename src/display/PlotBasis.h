@@ -4,6 +4,7 @@
 
 #include <QFont>
 
+#include "bandplan/BandPlan.h"
 #include "display/PlotLayout.h"
 #include "display/TextCache.h"
 #include "display/WaterfallImage.h"
@@ -30,6 +31,7 @@ struct PlotBasis {
   DisplayOptions Options;
   PlotLayout Layout;
   ScaleState Scale;  ///< its geometry is that of the newest frame or scale, whichever came last
+  BandPlan Plan;     ///< empty: no strip
   QFont LabelFont;
   QFont TextFont;
   QFont FlagFont;

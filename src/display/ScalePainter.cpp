@@ -8,6 +8,7 @@
 #include <cmath>
 #include <vector>
 
+#include "display/BandStrip.h"
 #include "display/Colours.h"
 #include "display/RowKernels.h"
 
@@ -72,7 +73,7 @@ LabelMetrics MetricsOf(const QFont& font) {
 }
 
 void ScalePainter::Render(const PlotLayout& layout, const ScaleState& scale, const ScaleLook& look,
-                          const QFont& font) {
+                          const BandPlan& plan, const QFont& font) {
   const QSize size(layout.Width, layout.WaterfallTop);
   if (picture_.size() != size) picture_ = MakePixels(size);
   lines_ = PlaceScale(layout, scale, look.SubD, look.MHz, MetricsOf(font));
@@ -80,6 +81,7 @@ void ScalePainter::Render(const PlotLayout& layout, const ScaleState& scale, con
   picture_.fill(ColourAt(look.Colours, ColourIndex::Background));
   QPainter painter(&picture_);
   DrawLines(painter, layout, lines_, look);
+  DrawBandStrip(painter, layout, scale, plan, ColourAt(look.Colours, ColourIndex::Background));
   painter.setFont(font);
   painter.setPen(Faded(ColourAt(look.Colours, ColourIndex::Frequency), kLabelOpacity));
   DrawLabels(painter, lines_.LevelLabels);

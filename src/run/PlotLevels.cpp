@@ -7,6 +7,14 @@
 #include "dsp/LevelScale.h"
 
 namespace spectrino {
+namespace {
+
+// Where the buttons' steps of 3 dB end, from the usual reference.
+constexpr int kHighestRef = 81;
+constexpr int kLowestRef = -102;
+constexpr int kMostShiftDb = 200;
+
+}  // namespace
 
 void PlotLevels::Follow(const FrameGeometry& shown, AutoLevel::Time now) {
   // What is heard of one's own transmitter is not the band's noise.
@@ -20,7 +28,12 @@ int PlotLevels::BinWidth() const {
 }
 
 LevelScale PlotLevels::Plain() {
-  if (const RadioLink* link = ShownLink()) return link->Scale();
+  if (const RadioLink* link = ShownLink()) {
+    LevelScale levels = link->Scale();
+    levels.BottomLevel += static_cast<float>(radioShiftDb_);
+    levels.TopLevel += static_cast<float>(radioShiftDb_);
+    return levels;
+  }
   UpdateLevelScale(byHand_, session_.Settings.RefLevel, session_.Settings.RangeDivisor, BinWidth());
   return byHand_;
 }
@@ -32,7 +45,10 @@ LevelScale PlotLevels::Current() {
 
 LevelRange PlotLevels::Colours() {
   if (AutoShown(run_.Link == nullptr || run_.Link->Scale().InDb)) return auto_.Colours();
-  if (run_.Link != nullptr) return {run_.Line.BottomLevel, run_.Line.TopLevel};
+  if (run_.Link != nullptr) {
+    const auto shiftDb = static_cast<float>(radioShiftDb_);
+    return {run_.Line.BottomLevel + shiftDb, run_.Line.TopLevel + shiftDb};
+  }
   const LevelScale plain = Plain();
   return {plain.BottomLevel, plain.TopLevel};
 }
@@ -59,7 +75,11 @@ void PlotLevels::RememberBand() {
 
 void PlotLevels::TakeOver() {
   if (!session_.Settings.AutoLevel) return;
-  if (auto_.Known(true)) {
+  if (const RadioLink* link = ShownLink()) {
+    const LevelScale own = link->Scale();
+    if (auto_.Known(own.InDb))
+      radioShiftDb_ = static_cast<int>(std::lround(auto_.Scale().BottomLevel - own.BottomLevel));
+  } else if (auto_.Known(true)) {
     const LevelScale shown = auto_.Scale();
     session_.Settings.RefLevel = ReferenceOf(shown.BottomLevel, BinWidth());
     session_.Settings.RangeDivisor = NearestDivisor(shown.TopLevel - shown.BottomLevel);
@@ -90,6 +110,19 @@ void PlotLevels::RangeDown() {
   // A stored divisor may be no power of ten; below one there is no range.
   if (session_.Settings.RangeDivisor >= 10) session_.Settings.RangeDivisor /= 10;
   RememberBand();
+}
+
+int PlotLevels::MoveReference(int db) {
+  TakeOver();
+  const bool radio = ShownLink() != nullptr;
+  int& moved = radio ? radioShiftDb_ : session_.Settings.RefLevel;
+  const int before = moved;
+  const int most = radio ? kMostShiftDb : kHighestRef;
+  const int least = radio ? -kMostShiftDb : kLowestRef;
+  // A stored reference may lie beyond: it is not thrown back, and goes no farther.
+  moved = std::clamp(before + db, std::min(least, before), std::max(most, before));
+  if (!radio && moved != before) RememberBand();
+  return moved - before;
 }
 
 }  // namespace spectrino

@@ -14,7 +14,10 @@ class PlotLevels {
   PlotLevels(Session& session, const RunView& run) : session_(session), run_(run) {}
 
   /// A run begins: the levels of its first line stand at once.
-  void Restart() { auto_.Restart(); }
+  void Restart() {
+    auto_.Restart();
+    radioShiftDb_ = 0;
+  }
   /// With each new line of the run, before it is shown.
   void Follow(const FrameGeometry& shown, AutoLevel::Time now);
   /// The axis as it is now.
@@ -31,6 +34,9 @@ class PlotLevels {
   void ChangeReference(int stepDb);
   void RangeUp();
   void RangeDown();
+  /// Both ends by so many dB, as far as the reference goes; of a radio with a scale of its own in the display
+  /// alone, for this run. Returns by how many they moved. Ends the levels by themselves.
+  int MoveReference(int db);
 
  private:
   [[nodiscard]] LevelScale Plain();
@@ -45,6 +51,7 @@ class PlotLevels {
   const RunView& run_;
   LevelScale byHand_;  ///< of reference and range
   AutoLevel auto_;
+  int radioShiftDb_ = 0;  ///< of a radio's own scale, moved by hand
 };
 
 }  // namespace spectrino

@@ -140,6 +140,12 @@ void PlotScale::ChangeReference(int stepDb) {
   Update();
 }
 
+int PlotScale::MoveReference(int db) {
+  const int moved = levels_.MoveReference(db);
+  if (moved != 0) Update();
+  return moved;
+}
+
 void PlotScale::RangeUp() {
   levels_.RangeUp();
   Update();

@@ -42,6 +42,9 @@ class PlotScale {
   void RangeUp();
   void RangeDown();
 
+  /// By so many dB; returns by how many both ends of the level axis moved.
+  int MoveReference(int db);
+
  private:
   void ChangeReference(int stepDb);
   [[nodiscard]] PointWindow WindowOf(const SpectrumLine& line) const;

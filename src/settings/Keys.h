@@ -63,6 +63,8 @@ inline constexpr IntKey kWFFloor{{"WFFloor"}, 0, {-40, 40}};
 inline constexpr IntKey kWFContrast{{"WFContrast"}, 100, {25, 400, 100}};
 /// Older waterfall lines stay at their frequencies.
 inline constexpr FlagKey kWFFollow{{"WFFollow"}, true};
+/// The strip on the frequency axis: 0 none, else the IARU region.
+inline constexpr IntKey kBandPlanRegion{{"BandPlanRegion"}, 1, {0, 3}};
 inline constexpr FlagKey kAutoRef{{"AutoREF"}, true};
 inline constexpr FlagKey kQsy{{"qsy"}, true};
 inline constexpr FlagKey kMinipan{{"MP"}};

@@ -53,6 +53,7 @@ void LoadDisplay(const SetupSection& setup, PanSettings& settings) {
   settings.WFPalette = setup.Read(key::kWFPalette);
   settings.WFFloorDb = setup.Read(key::kWFFloor);
   settings.WFContrast = setup.Read(key::kWFContrast);
+  settings.BandPlanRegion = setup.Read(key::kBandPlanRegion);
   settings.MinipanOption = setup.Read(key::kMinipan);
   settings.OptSM = setup.Read(key::kOptSM);
   settings.SMeterCorrDb = setup.Read(key::kSMeterCorr);

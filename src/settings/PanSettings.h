@@ -56,9 +56,10 @@ struct PanSettings {
   ColourTable Colours = kColoursK4;
   bool Qsy = key::kQsy.Default;
   bool WFFollow = key::kWFFollow.Default, WFLive = key::kWFLive.Default;
-  int WFPalette = key::kWFPalette.Default;    ///< 0..3
-  int WFFloorDb = key::kWFFloor.Default;      ///< -40..40
-  int WFContrast = key::kWFContrast.Default;  ///< percent, 25..400
+  int WFPalette = key::kWFPalette.Default;            ///< 0..3
+  int WFFloorDb = key::kWFFloor.Default;              ///< -40..40
+  int WFContrast = key::kWFContrast.Default;          ///< percent, 25..400
+  int BandPlanRegion = key::kBandPlanRegion.Default;  ///< 0 no strip, 1..3
   bool MinipanOption = key::kMinipan.Default;
   int OptSM = key::kOptSM.Default;  ///< S-meter source: 0 scope, 1 mini-pan
   int SMeterCorrDb = key::kSMeterCorr.Default;

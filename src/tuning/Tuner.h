@@ -63,6 +63,8 @@ class Tuner {
   void WheelStep(int direction, bool tenfold);
   /// The same by key: tunes wherever the pointer rests.
   void KeyStep(int direction, bool tenfold);
+  /// A digit of this VFO's frequency was turned, by so many hertz. tenfold and step do not matter.
+  void TurnDigit(Vfo vfo, double hertz) { wheel_.MoveBy(vfo, hertz); }
   /// A character typed in the window; false when it means nothing here.
   bool KeyPress(char character);
   void cmdSpot_Click() { parts_.Window.RequestSpot(); }

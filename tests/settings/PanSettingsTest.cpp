@@ -28,7 +28,7 @@ TEST_F(PanSettingsTest, WhatIsRemovedFromTheFileIsBackAtItsDefault) {
       "24b Bits SRate IQ IQCW IQUSB Flip6 FlipFreq FlipFreq2 TypZoom Zoom Spik0 APO integr Priority OptFreq "
       "Offset4 Center3 Global AutoSpan2 Step3 Inverted Design subd BandMode ccolor12 MP OptSM SMCorr SMHold "
       "QSplit1 ICCTRL Ref Divisor db Disp OnTop bph WF CWR FSKR DePhase DeAmp HostEndpoint DeviceId Device "
-      "WFPalette WFFloor WFContrast");
+      "WFPalette WFFloor WFContrast BandPlanRegion");
   for (std::string key; keys >> key;) text += key + "=1\n";
   Write(text + "Fill=0\nMHZ=0\nqsy=0\nAutoREF=0\nMouse=0\nAutoLevel=0\n");
   const PanSettings loaded = Load();
@@ -57,6 +57,7 @@ TEST_F(PanSettingsTest, AnyValueLoadsAsAUsableOneAndStaysInTheFile) {
       {"Bits=", LOADED(Bits), 0},
       {"APO=1e9", LOADED(WindowTypeIndex), 0},
       {"Disp=-7", LOADED(DisplayMode), 0},
+      {"BandPlanRegion=4", LOADED(BandPlanRegion), 3},
       {"OptFreq=9", LOADED(Control), 8},
       {"ccolor4=-1", LOADED(Colours[4]), 0xFFFFFF},
       {"ccolor12=255", LOADED(Colours[12]), 255},

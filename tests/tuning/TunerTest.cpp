@@ -161,6 +161,28 @@ TEST_F(Tuning, ANotchStepsByTheModeAndSnaps) {
   }
 }
 
+TEST_F(Tuning, ATurnedDigitIsPacedAsTheWheelAndStaysAboveZero) {
+  Traits.HasVfoB = true;
+  Settings.WheelInverted = true;
+  Radio.MainFreqMHz = 9.9995;
+  for (int step = 0; step < 9; ++step) Tune.TurnDigit(Vfo::A, 1000);
+  EXPECT_NEAR(Radio.MainFreqMHz, 10.0085, 1e-9) << "shown at once";
+  EXPECT_THAT(Asked(), ElementsAre("A 10.000500", "A 10.008500")) << "the last one always goes out";
+  Tune.TurnDigit(Vfo::A, -1e7);
+  Tune.TurnDigit(Vfo::A, 1);
+  Tune.TurnDigit(Vfo::B, -1e7);
+  EXPECT_THAT(Asked(), ElementsAre("A 0.008501", "B 4.300000")) << "and what waited for A left before B";
+  Time.Advance(1s);
+  Radio.MainFreqMHz = 0.9;
+  Tune.TurnDigit(Vfo::A, -1e6);
+  Traits.HasVfoB = false;
+  Tune.TurnDigit(Vfo::B, 1e6);
+  HasRig = false;
+  Tune.TurnDigit(Vfo::A, 1);
+  EXPECT_THAT(Asked(), IsEmpty());
+  EXPECT_EQ(Radio.MainFreqMHz, 0.9);
+}
+
 TEST_F(Tuning, NothingMovesWithoutARunARadioOrAStep) {
   const auto everything = [this] {
     Tune.Scope_MouseDown(ClickButton::Left, 14.25, false);
