@@ -7,7 +7,10 @@
 #include <QPointF>
 #include <functional>
 #include <optional>
+#include <span>
 
+#include "app/FilterHands.h"
+#include "app/InsetGrip.h"
 #include "app/LinkView.h"
 #include "app/PeakKeys.h"
 #include "display/PanDisplay.h"
@@ -34,7 +37,8 @@ class TuningInput final : public QObject, private TuningWindow {
     ScopeWidget* Scope;
     RangePanel* Strip;
     HeaderPanel* Header;
-    std::function<void()> ZoomChanged;  ///< by the tuner, not by the strip
+    std::function<void()> ZoomChanged;            ///< by the tuner, not by the strip
+    std::function<void(InsetPlace)> InsetPlaced;  ///< by the inset's grip
   };
   explicit TuningInput(const Parts& parts);
   ~TuningInput() override;
@@ -50,6 +54,8 @@ class TuningInput final : public QObject, private TuningWindow {
   void AllowWheel(bool allow) { wheelAllowed_ = allow; }
   /// "M.Wheel VFO-A Normal"
   [[nodiscard]] QString WheelText() const;
+  /// A filter that is being dragged shows before the radio tells.
+  void ShowHeldFilter(std::span<PlotMarker> markers) const { filters_.ShowHeld(markers); }
 
  private:
   void ToggleFullScreen() override { parts_.Window.ToggleFullScreen(); }
@@ -59,8 +65,7 @@ class TuningInput final : public QObject, private TuningWindow {
   void RequestSpot() override;
 
   void MouseDown(QPointF at, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
-  void Hover(QPointF at);
-  void DragPassband(QPointF from, QPointF at);
+  void Hover(QPointF at, Qt::KeyboardModifiers modifiers);
   void ReleaseButton();
   void TellNoSpot();
   void Pan(QPointF at);
@@ -73,12 +78,10 @@ class TuningInput final : public QObject, private TuningWindow {
   Tuner tuner_;
   bool wheelAllowed_ = true;
   std::optional<double> panFromX_;  ///< logical; while the plot is being dragged
-  struct HeldPassband {
-    MiniPanHit Hit;
-    ClickButton Button = ClickButton::Left;
-    bool Moved = false;  ///< far enough to be no click
-  };
-  std::optional<HeldPassband> held_;  ///< while a button is down on it
+  FilterHands filters_;
+  InsetGrip insetGrip_;
+  QPointF hoveredAt_{-1, -1};  ///< logical
+  bool shiftHeld_ = false;     ///< when it was looked at last
   NotchCounter zoomNotches_;
   PeakKeys peaks_;
 };

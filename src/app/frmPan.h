@@ -76,6 +76,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void RunPass();
   void RunningChanged();
   void PauseLines(bool pause);
+  void PlaceInset(InsetPlace place);
   void ShowFullScreen();
   void FoldStrip(bool folded);
 

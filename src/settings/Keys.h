@@ -59,6 +59,9 @@ inline constexpr FlagKey kBandMode{{"BandMode"}};
 inline constexpr FlagKey kWFLive{{"WFLive"}, true};
 /// Older waterfall lines stay at their frequencies.
 inline constexpr FlagKey kWFFollow{{"WFFollow"}, true};
+/// Where the radio's status inset stands: 0 by the room there is, 1 over the plot, 2 beside it, 3 above it,
+/// 4 over the waterfall.
+inline constexpr IntKey kInsetPlace{{"InsetPlace"}, 0, {0, 4, 0}};
 inline constexpr FlagKey kAutoRef{{"AutoREF"}, true};
 inline constexpr FlagKey kQsy{{"qsy"}, true};
 inline constexpr FlagKey kMinipan{{"MP"}};

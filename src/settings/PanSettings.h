@@ -56,6 +56,7 @@ struct PanSettings {
   ColourTable Colours = kColoursK4;
   bool Qsy = key::kQsy.Default;
   bool WFFollow = key::kWFFollow.Default, WFLive = key::kWFLive.Default;
+  int InsetPlace = key::kInsetPlace.Default;  ///< 0..4
   bool MinipanOption = key::kMinipan.Default;
   int OptSM = key::kOptSM.Default;  ///< S-meter source: 0 scope, 1 mini-pan
   int SMeterCorrDb = key::kSMeterCorr.Default;

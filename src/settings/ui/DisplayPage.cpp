@@ -34,6 +34,10 @@ QGroupBox* DisplayPage::MakeSpectrum() {
   QCheckBox* chkWFLive =
       MakeCheck("chkWFLive", tr("Waterfall of the newest le&vels"),
                 tr("MAX, AVG and PEAK act on the trace only, not on the waterfall"), fraSpectrum);
+  QComboBox* cboInset = MakeList("cboInset",
+                                 {tr("by the room there is"), tr("over the plot"), tr("beside the plot"),
+                                  tr("above the plot"), tr("over the waterfall")},
+                                 tr("Where a K4's status and mini-pans stand"), fraSpectrum);
   QGridLayout* grid = GridOf(fraSpectrum);
   AddRow(grid, 0, tr("MAX/AVG Samp&les"), cboSoft_);
   grid->addWidget(chkQSY, 0, 2);
@@ -41,10 +45,12 @@ QGroupBox* DisplayPage::MakeSpectrum() {
   grid->addWidget(chkPriority, 1, 2);
   grid->addWidget(chkWFFollow, 1, 3);
   grid->addWidget(chkWFLive, 2, 3);
+  AddRow(grid, 2, tr("Status and m&ini-pans"), cboInset);
   grid->setColumnStretch(3, 1);
   free_.push_back(FlagField(chkQSY, key::kQsy));
   free_.push_back(FlagField(chkWFFollow, key::kWFFollow));
   free_.push_back(FlagField(chkWFLive, key::kWFLive));
+  free_.push_back(ListField(cboInset, key::kInsetPlace));
   return fraSpectrum;
 }
 
