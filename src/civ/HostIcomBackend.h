@@ -25,6 +25,11 @@ class HostIcomBackend final : public RigBackend {
   void SelectBand(int button) override { own_.SelectBand(button); }
   bool SelectMode(const ModeRequest& request) override { return own_.SelectMode(request); }
   void SendMacro(std::string_view text) override { own_.SendMacro(text); }
+  [[nodiscard]] FilterReach FilterReachOf(Vfo receiver) const override {
+    return receiver == Vfo::A ? host_.FilterReachOf(receiver) : FilterReach{};
+  }
+  void ChangeBandwidth(Vfo receiver, int deltaHz) override { host_.ChangeBandwidth(receiver, deltaHz); }
+  void ShiftPassband(Vfo receiver, int deltaHz) override { host_.ShiftPassband(receiver, deltaHz); }
   void StepFrequency(int direction, double centreMHz) override { own_.StepFrequency(direction, centreMHz); }
 
  private:

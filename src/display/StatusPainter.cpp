@@ -141,7 +141,7 @@ void DrawStatus(const OverlayPen& pen, const StatusPlaces& places, const StatusA
                 const QFont& font) {
   pen.Painter.setFont(font);
   QColor veil(ColourAt(pen.Colours, ColourIndex::Background));
-  veil.setAlphaF(0.72F);
+  veil.setAlphaF(pen.Layout.Inset == InsetPlace::OverWaterfall ? 0.86F : 0.72F);
   for (const QRect& rect : QRegion(places.Texts).united(places.Main.Box).united(places.Sub.Box))
     pen.Painter.fillRect(rect, veil);
   const int rowHeight = pen.Texts.Get("A", font).Size.height();

@@ -89,7 +89,8 @@ FilterReach K4Backend::FilterReachOf(Vfo receiver) const {
   const int radioMode = sub ? state_.SubRadioMode : state_.RadioMode;
   return {.Width = (sub ? state_.FilterBwSubHz : state_.FilterBwMainHz) > 0,
           .Shift = (sub ? state_.IfShiftSubHz : state_.IfShiftMainHz) > 0 && radioMode != mode::kAm &&
-                   radioMode != mode::kFm};
+                   radioMode != mode::kFm,
+          .MiddleStays = true};
 }
 
 // "BW" | "$" | bandwidth in tens of hertz, no leading zeros; then the question

@@ -27,6 +27,7 @@ struct ModeRequest {
 struct FilterReach {
   bool Width = false;
   bool Shift = false;
+  bool MiddleStays = false;  ///< when the width changes, beside the dial too; else the edge at the dial stays
 };
 
 class RigBackend {

@@ -63,10 +63,11 @@ GrippedFilter Tuner::FilterOf(Vfo receiver, FilterPlace place) const {
   const RadioState& radio = parts_.Radio;
   const bool main = receiver == Vfo::A;
   GrippedFilter filter{.Receiver = receiver, .RadioMode = main ? radio.RadioMode : radio.SubRadioMode};
+  const RigBackend* backend = FiltersAt(place);
+  filter.MiddleStays = LiesAroundDial(filter.RadioMode) ||
+                       (backend != nullptr && backend->FilterReachOf(receiver).MiddleStays);
   // A mini-pan's radio may be another one than that which tells the frequency; its width is its own.
-  if (place == FilterPlace::MiniPan && FiltersAt(place) != Backend()) return filter;
-  filter.WidthHz = main ? radio.MainBandwidthHz : radio.SubBandwidthHz;
-  filter.MiddleStays = LiesAroundDial(filter.RadioMode) || (main ? radio.MainShiftHz : radio.SubShiftHz) != 0;
+  if (backend == Backend()) filter.WidthHz = main ? radio.MainBandwidthHz : radio.SubBandwidthHz;
   return filter;
 }
 

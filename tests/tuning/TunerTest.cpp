@@ -105,17 +105,18 @@ TEST_F(Tuning, ADraggedPassbandFollowsThePointerAtThePaceOfTheRadio) {
     PassbandGrip Grip;
     Vfo Receiver;
     int Mode;
-    double ShiftHz, WidthHz;
+    bool MiddleStays;
+    double WidthHz;
     std::vector<std::string> Asked;
     double LowHz, HighHz;  ///< how far the edges went
   } drags[] = {
-      {PassbandGrip::Middle, Vfo::A, mode::kUsb, 0, 0, {"shift A 20", "shift A 100"}, 120, 120},
-      {PassbandGrip::Middle, Vfo::B, mode::kLsb, 0, 0, {"shift B -20", "shift B -100"}, 120, 120},
-      {PassbandGrip::Middle, Vfo::A, mode::kCwReverse, 0, 0, {"shift A -20", "shift A -100"}, 120, 120},
+      {PassbandGrip::Middle, Vfo::A, mode::kUsb, false, 0, {"shift A 20", "shift A 100"}, 120, 120},
+      {PassbandGrip::Middle, Vfo::B, mode::kLsb, false, 0, {"shift B -20", "shift B -100"}, 120, 120},
+      {PassbandGrip::Middle, Vfo::A, mode::kCwReverse, false, 0, {"shift A -20", "shift A -100"}, 120, 120},
       {PassbandGrip::LowEdge,
        Vfo::A,
        mode::kLsb,
-       1500,
+       true,
        2700,
        {"bandwidth A -10", "bandwidth A -30", "bandwidth A -210"},
        125,
@@ -123,18 +124,25 @@ TEST_F(Tuning, ADraggedPassbandFollowsThePointerAtThePaceOfTheRadio) {
       {PassbandGrip::HighEdge,
        Vfo::B,
        mode::kUsb,
-       1500,
+       true,
        0,
        {"bandwidth B 10", "bandwidth B 30", "bandwidth B 210"},
        -125,
        125},
       // A filter that begins at the dial: its other edge alone moves, and no narrower than 50 Hz.
-      {PassbandGrip::HighEdge, Vfo::A, mode::kUsb, 0, 2700, {"bandwidth A 20", "bandwidth A 100"}, 0, 120},
-      {PassbandGrip::LowEdge, Vfo::A, mode::kLsb, 0, 100, {"bandwidth A -20", "bandwidth A -30"}, 50, 0},
+      {PassbandGrip::HighEdge,
+       Vfo::A,
+       mode::kUsb,
+       false,
+       2700,
+       {"bandwidth A 20", "bandwidth A 100"},
+       0,
+       120},
+      {PassbandGrip::LowEdge, Vfo::A, mode::kLsb, false, 100, {"bandwidth A -20", "bandwidth A -30"}, 50, 0},
   };
   for (const auto& drag : drags) {
     Radio.RadioMode = Radio.SubRadioMode = drag.Mode;
-    Radio.MainShiftHz = Radio.SubShiftHz = drag.ShiftHz;
+    Rig.Reach.MiddleStays = drag.MiddleStays;
     Radio.MainBandwidthHz = Radio.SubBandwidthHz = drag.WidthHz;
     const Passband begun{100, 3000};
     Tune.GripPassband(drag.Grip, drag.Receiver, FilterPlace::Plot);
@@ -162,13 +170,13 @@ TEST_F(Tuning, OnlyWhatTheRadioSetsIsGripped) {
   };
   Radio.MainBandwidthHz = 2700;
   EXPECT_EQ(grips(FilterPlace::Plot), "mh") << "the low edge is the dial";
-  Radio.MainShiftHz = 1500;
+  Rig.Reach.MiddleStays = true;
   EXPECT_EQ(grips(FilterPlace::Plot), "lmh");
   Rig.Reach.Shift = false;
   EXPECT_EQ(grips(FilterPlace::Plot), "lh");
   Rig.Reach.Width = false;
   EXPECT_EQ(grips(FilterPlace::Plot), "");
-  Rig.Reach = {true, true};
+  Rig.Reach = {true, true, true};
   HasRig = false;
   EXPECT_EQ(grips(FilterPlace::Plot), "") << "not heard";
   EXPECT_EQ(grips(FilterPlace::MiniPan), "lmh") << "its own radio is";
