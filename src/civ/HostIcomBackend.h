@@ -15,8 +15,10 @@ class HostIcomBackend final : public RigBackend {
   void Refresh(RadioState& radio) override {
     host_.Refresh(radio);
     const bool transmitting = radio.Transmitting;  // the host alone is asked for it
+    const double widthHz = radio.MainBandwidthHz;  // and sets it
     own_.Refresh(radio);
     radio.Transmitting = transmitting;
+    radio.MainBandwidthHz = widthHz;
   }
   void SetFrequency(Vfo /*vfo*/, double freqMHz, Aim aim) override {
     host_.SetFrequency(Vfo::A, freqMHz, aim);

@@ -291,6 +291,27 @@ TEST_F(Dial, AnIcomIsTunedByClick) {
   const PlotPointer pointer = Display().At(PlotAt(14.15));
   EXPECT_GE(pointer.Level(), 0) << "the scope tells heights";
   EXPECT_EQ(pointer.Text().find("dBm"), std::string::npos) << pointer.Text();
+
+  // Its filter has widths in steps of 100 Hz: the radio has the nearest one.
+  const auto width = [this] { return program_->Demo().Icom()->Radio().Settings().Value({0x1A, 0x03}); };
+  ASSERT_EQ(width(), 28) << "2400 Hz";
+  const auto edge = [&] { return PlotAt((heard() + 2400) / 1e6); };
+  ASSERT_TRUE(LinesCome(3)) << "the scope is centred on the dial again";
+  for (int step = 0; step < 4; ++step) QTest::keyClick(&program_->Window(), '+');
+  ASSERT_TRUE(LinesCome(2));
+  ASSERT_TRUE(QTest::qWaitFor(
+      [&] {
+        Point(edge());
+        return scope_->cursor().shape() == Qt::SizeHorCursor;
+      },
+      8000))
+      << edge().x() << " of " << Display().Layout().PlotWidth << ", "
+      << Display().At(edge()).Filter().HzPerPixel;
+  const double hertz = 20 * Display().Geometry().ShownSpanHz() / Display().Layout().PlotWidth;
+  DragBy(edge(), {20, 0});
+  const int wanted = 28 + qRound(hertz / 100);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return std::abs(width() - wanted) <= 1 && width() > 28; }, 2000))
+      << width() << " for " << wanted;
 }
 
 TEST_F(Dial, WithCtrlTheWheelZoomsAtThePointerAndADragPans) {
