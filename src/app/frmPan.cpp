@@ -28,27 +28,27 @@ frmPan::frmPan(const Parts& parts)
   Compose();
   ConnectHeader();
   ConnectStrip();
-  tuning_ =
-      std::make_unique<TuningInput>(TuningInput::Parts{.State = parts_.State,
-                                                       .Cycle = parts_.Cycle,
-                                                       .Links = links_,
-                                                       .Display = parts_.Display,
-                                                       .Time = parts_.Time,
-                                                       .Window = *this,
-                                                       .Scope = scope_,
-                                                       .Strip = strip_,
-                                                       .Header = header_,
-                                                       .ZoomChanged = [this] { view_->ShowScaleChange(); },
-                                                       .LevelsChanged =
-                                                           [this] {
-                                                             range_.Changed();
-                                                             view_->ShowScaleChange();
-                                                           },
-                                                       .AutoLevel =
-                                                           [this] {
-                                                             if (!parts_.State.Settings.AutoLevel)
-                                                               strip_->ToggleAutoLevel();
-                                                           }});
+  tuning_ = std::make_unique<TuningInput>(
+      TuningInput::Parts{.State = parts_.State,
+                         .Cycle = parts_.Cycle,
+                         .Links = links_,
+                         .Display = parts_.Display,
+                         .Time = parts_.Time,
+                         .Window = *this,
+                         .Scope = scope_,
+                         .Strip = strip_,
+                         .Header = header_,
+                         .ZoomChanged = [this] { view_->ShowScaleChange(); },
+                         .LevelsChanged =
+                             [this] {
+                               range_.Changed();
+                               view_->ShowScaleChange();
+                             },
+                         .AutoLevel =
+                             [this] {
+                               if (!parts_.State.Settings.AutoLevel) strip_->ToggleAutoLevel();
+                             },
+                         .InsetPlaced = [this](InsetPlace place) { PlaceInset(place); }});
   view_ = std::make_unique<PanView>(PanView::Parts{.State = parts_.State,
                                                    .Cycle = parts_.Cycle,
                                                    .Links = links_,
@@ -217,6 +217,14 @@ void frmPan::ShowSettings() {
   view_->ApplyOptions();
   parts_.Cycle.UpdateScale();
   view_->ShowAll();
+}
+
+void frmPan::PlaceInset(InsetPlace place) {
+  parts_.State.Settings.InsetPlace = static_cast<int>(place);
+  SetupSection(parts_.Store).Write(key::kInsetPlace, static_cast<int>(place));
+  view_->ApplyOptions();
+  parts_.Cycle.UpdateScale();
+  scope_->update();
 }
 
 // The links that live beside runs are those that the settings name.

@@ -83,6 +83,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void RunningChanged();
   void ShowSettings();
   void TakeChosenWay();
+  void PlaceInset(InsetPlace place);
 
   Parts parts_;
   KitNews kits_;

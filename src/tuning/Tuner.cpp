@@ -20,7 +20,7 @@ Tuner::Tuner(const Parts& parts)
       wheel_(
           parts.Radio, parts.Settings, parts.Time, [this] { return Backend(); },
           [this] { return parts_.Traits().HasVfoB; }),
-      drag_(parts.Time, [this] { return Filters(); }) {}
+      drag_(parts.Time, [this] { return FiltersAt(gripped_); }) {}
 
 void Tuner::Scope_MouseDown(ClickButton button, double freqMHz, bool inRightStrip) {
   const bool right = button == ClickButton::Right;
@@ -59,9 +59,29 @@ void Tuner::EnterFrequency(Vfo vfo, double freqMHz) {
   Tune(vfo, freqMHz, Aim::Dial);
 }
 
-void Tuner::GripPassband(PassbandGrip grip, Vfo receiver) {
+GrippedFilter Tuner::FilterOf(Vfo receiver, FilterPlace place) const {
   const RadioState& radio = parts_.Radio;
-  drag_.Begin(grip, receiver, receiver == Vfo::A ? radio.RadioMode : radio.SubRadioMode);
+  const bool main = receiver == Vfo::A;
+  GrippedFilter filter{.Receiver = receiver, .RadioMode = main ? radio.RadioMode : radio.SubRadioMode};
+  const RigBackend* backend = FiltersAt(place);
+  filter.MiddleStays = LiesAroundDial(filter.RadioMode) ||
+                       (backend != nullptr && backend->FilterReachOf(receiver).MiddleStays);
+  // A mini-pan's radio may be another one than that which tells the frequency; its width is its own.
+  if (backend == Backend()) filter.WidthHz = main ? radio.MainBandwidthHz : radio.SubBandwidthHz;
+  return filter;
+}
+
+bool Tuner::MayGrip(PassbandGrip grip, Vfo receiver, FilterPlace place) const {
+  const RigBackend* backend = FiltersAt(place);
+  if (backend == nullptr || grip == PassbandGrip::None) return false;
+  const FilterReach reach = backend->FilterReachOf(receiver);
+  if (grip == PassbandGrip::Middle) return reach.Shift;
+  return reach.Width && GripGain(grip, FilterOf(receiver, place)) != 0;
+}
+
+void Tuner::GripPassband(PassbandGrip grip, Vfo receiver, FilterPlace place) {
+  gripped_ = place;
+  drag_.Begin(grip, FilterOf(receiver, place));
 }
 
 void Tuner::WheelMoved(int eighthsOfDegree, bool tenfold) {

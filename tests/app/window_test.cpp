@@ -294,7 +294,7 @@ TEST_F(Window, TheSmallestWindowSaysWhatTheMiniPansNeed) {
   const auto amber = [this] {
     const QImage picture = Find<QWidget>("Scope")->grab().toImage();
     int pixels = 0;
-    for (int y = 0; y < picture.height() / 2; ++y)
+    for (int y = 0; y < picture.height(); ++y)
       for (int x = 0; x < picture.width(); ++x) {
         const QColor is = picture.pixelColor(x, y);
         const QColor amberIs(status_colour::kAmber);
