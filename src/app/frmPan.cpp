@@ -1,12 +1,12 @@
 #include "app/frmPan.h"
 
-#include <QApplication>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QHBoxLayout>
-#include <QShortcut>
 #include <QVBoxLayout>
 #include <utility>
 
+#include "app/KeyTips.h"
 #include "app/Manual.h"
 #include "app/SetupVisit.h"
 #include "app/WindowPlace.h"
@@ -23,7 +23,11 @@ frmPan::frmPan(const Parts& parts)
       kits_(parts.Router),
       links_(parts.Cycle, parts.State, parts.Time, [&server = parts.Server] { return server.Trouble(); }),
       range_(parts.State, parts.Store),
-      sources_(parts.State, parts.Devices, parts.Store) {
+      sources_(parts.State, parts.Devices, parts.Store),
+      change_({.Cycle = parts.Cycle,
+               .Sources = sources_,
+               .Chosen = [this] { ShowSettings(), TakeChosenWay(); },
+               .Start = [this] { StartButton_Click(); }}) {
   setObjectName("frmPan");
   setWindowTitle(QString("Spectrino V%1").arg(QCoreApplication::applicationVersion()));
   setMinimumSize(727, 345);
@@ -111,15 +115,8 @@ void frmPan::Compose() {
     if (std::exchange(parts_.State.ResizeInProgress, false)) kits_.PauseLines(false, isMinimized());
     parts_.Cycle.UpdateScale();
   });
-  auto* escape = new QShortcut(Qt::Key_Escape, this);
-  connect(escape, &QShortcut::activated, this, [this] {
-    // An open list or menu is what Esc closes first.
-    if (QWidget* popup = QApplication::activePopupWidget())
-      popup->close();
-    else
-      ToggleFullScreen();
-  });
   stance_ = std::make_unique<WindowStance>(*this, *header_, *strip_, *cmdFold_);
+  new KeyTips(*this);
 }
 
 void frmPan::ConnectHeader() {
@@ -129,7 +126,7 @@ void frmPan::ConnectHeader() {
     parts_.Devices.InitDevices();
     ShowDevices();
   });
-  connect(header_, &HeaderPanel::DevicesBox_Click, this, &frmPan::DevicesBox_Click);
+  connect(header_, &HeaderPanel::DevicesBox_Click, &change_, &SourceChange::Choose);
   connect(header_, &HeaderPanel::cmdFullScreen_Click, this, &frmPan::ToggleFullScreen);
   connect(header_, &HeaderPanel::cmdSetup_Click, this, &frmPan::cmdSetup_Click);
   connect(header_, &HeaderPanel::cmdHelp_Click, this, [this] {
@@ -227,13 +224,8 @@ void frmPan::ShowDevices() {
   header_->ShowDevices(names, shown.Current);
 }
 
-void frmPan::DevicesBox_Click(int index) {
-  if (parts_.Cycle.Running() || parts_.Cycle.Starting() || !sources_.Choose(index)) return;
-  ShowSettings();
-  TakeChosenWay();
-}
-
 void frmPan::StartButton_Click() {
+  change_.Forget();
   // A dialog that was cancelled left that of a choice which was not stored.
   TakeChosenWay();
   header_->ShowRunning(false, true);
@@ -241,6 +233,7 @@ void frmPan::StartButton_Click() {
 }
 
 void frmPan::StopButton_Click() {
+  change_.Forget();
   parts_.Cycle.Stop();
   RunningChanged();
 }
@@ -258,10 +251,12 @@ void frmPan::RunningChanged() {
   kits_.RunChanged(running, parts_.Cycle.View().Way.Source);
   tuning_->RunChanged(running);
   if (running && !passTimer_.isActive()) passTimer_.start(0);
+  change_.RunChanged();
   view_->ShowRunState();
 }
 
 void frmPan::closeEvent(QCloseEvent* event) {
+  change_.Forget();
   parts_.Cycle.Stop();
   passTimer_.stop();
   SavePlace(*this, parts_.Store);

@@ -16,6 +16,7 @@
 #include "app/PanView.h"
 #include "app/RangeKeeper.h"
 #include "app/SourceBox.h"
+#include "app/SourceChange.h"
 #include "app/TuningInput.h"
 #include "app/WindowStance.h"
 #include "display/PanDisplay.h"
@@ -58,6 +59,8 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void cmdSetup_Click();
   void StartButton_Click();
   void StopButton_Click();
+  /// Another source; a run that is on goes over to it.
+  [[nodiscard]] SourceChange& Change() { return change_; }
   void ToggleFullScreen() override { stance_->ToggleFullScreen(); }
   void AlwaysOnTop(bool on) override;
   void AllowOnTop(bool allow) override;
@@ -77,7 +80,6 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void Compose();
   void ConnectHeader();
   void ConnectStrip();
-  void DevicesBox_Click(int index);
   void RunPass();
   void RunningChanged();
   void ShowSettings();
@@ -90,6 +92,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
   std::unique_ptr<PanView> view_;
   RangeKeeper range_;
   SourceBox sources_;
+  SourceChange change_;
   HeaderPanel* header_;
   ScopeWidget* scope_;
   RangePanel* strip_;

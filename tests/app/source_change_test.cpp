@@ -1,0 +1,98 @@
+// Another source while a run is on, and the keys that buttons name.
+#include <QComboBox>
+#include <QLabel>
+#include <QWheelEvent>
+
+#include "app/WindowBench.h"
+#include "tuning/WindowKeys.h"
+
+namespace spectrino {
+namespace {
+
+class SourceChangeTest : public Window {
+ protected:
+  static constexpr double kDemoSpanHz = 44100;
+
+  void Choose(const char* name) {
+    auto* devices = Find<QComboBox>("DevicesBox");
+    const int index = devices->findText(name);
+    ASSERT_GE(index, 0) << name;
+    devices->setCurrentIndex(index);
+    emit devices->activated(index);
+  }
+  [[nodiscard]] bool Runs() { return Find("StopButton")->isVisible(); }
+  // New lines of the demo band, or of another source.
+  [[nodiscard]] bool Shown(bool demo) {
+    return QTest::qWaitFor(
+               [&] {
+                 const double spanHz = program_->Display().Geometry().ShownSpanHz();
+                 return Runs() && (std::abs(spanHz - kDemoSpanHz) < 1) == demo;
+               },
+               10000) &&
+           LinesCome(3);
+  }
+};
+
+TEST_F(SourceChangeTest, TheRunGoesOverToWhatIsChosenAndKeepsItsLevels) {
+  Reload({"spectrino", "--demo=k4"});
+  const char* const demo = "Demo signal (no hardware)";
+  Click("StartButton");
+  ASSERT_TRUE(Shown(false));
+  testing::internal::CaptureStderr();
+  Choose(demo);
+  ASSERT_TRUE(Shown(true));
+  Click("Command1");
+  Click("Command1");
+  Choose(demo);
+  EXPECT_TRUE(Runs()) << "the same source goes on";
+
+  // Of quick choices the last one counts; the Icom between has no address and would say so.
+  Choose("ICOM");
+  Choose("K4");
+  ASSERT_TRUE(Shown(false));
+  Choose(demo);
+  ASSERT_TRUE(Shown(true));
+  EXPECT_EQ(Find<QLabel>("lblRef")->text(), "Ref -54 dB");
+
+  // While the K4 is being called.
+  Choose("K4");
+  QTimer::singleShot(20, &program_->Window(), [&] { Choose(demo); });
+  QTest::qWait(60);
+  ASSERT_TRUE(Shown(true));
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+
+  // Stop is the last word.
+  Choose("K4");
+  program_->Window().StopButton_Click();
+  QTest::qWait(100);
+  EXPECT_FALSE(Runs());
+}
+
+TEST_F(SourceChangeTest, TheWheelOverTheListLeavesTheRunAlone) {
+  auto* devices = Find<QComboBox>("DevicesBox");
+  QWheelEvent event(QPointF(5, 5), devices->mapToGlobal(QPointF(5, 5)), QPoint(), QPoint(0, -120),
+                    Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+  QApplication::sendEvent(devices, &event);
+  EXPECT_EQ(devices->currentText(), "Demo signal (no hardware)");
+}
+
+TEST_F(SourceChangeTest, EachButtonNamesTheKeyThatDoesTheSame) {
+  const std::pair<const char*, const char*> expected[] = {
+      {"cmdSpot", "Center signal (P)"}, {"optZoom0", "Zoom 1X (Z)"}, {"cmdFullScreen", "Full screen (Esc)"}};
+  for (const auto& [name, text] : expected) EXPECT_EQ(Find(name)->toolTip(), text);
+  for (const WindowKey& key : kWindowKeys)
+    if (!key.Button.empty())
+      Find(std::string(key.Button).c_str());  // fails where it is no button of the window
+  // One that changes its tool tip keeps the key; what a screen reader says stays as it was.
+  Find("cmdSpot")->setToolTip("Another");
+  EXPECT_EQ(Find("cmdSpot")->toolTip(), "Another (P)");
+  EXPECT_EQ(Find("cmdSpot")->accessibleName(), "Center signal");
+  // The key does what the button named for it does.
+  Click("optZoom3");
+  program_->Window().setFocus();
+  QTest::keyClick(&program_->Window(), Qt::Key_Z);
+  EXPECT_TRUE(Find("optZoom0")->isChecked());
+}
+
+}  // namespace
+}  // namespace spectrino
