@@ -131,7 +131,7 @@ void frmPan::ConnectHeader() {
   connect(header_, &HeaderPanel::cmdSetup_Click, this, &frmPan::cmdSetup_Click);
   connect(header_, &HeaderPanel::cmdHelp_Click, this, [this] {
     if (const std::string problem = OpenManual({}); !problem.empty())
-      parts_.User.ShowMessage("Spectrino", problem, Severity::Exclamation);
+      parts_.User.ShowMessage("Spectrino", problem, Severity::Exclamation, ManualCure(problem));
   });
   connect(header_, &HeaderPanel::chkTop_Click, this, &frmPan::AlwaysOnTop);
 }
@@ -208,6 +208,7 @@ void frmPan::cmdSetup_Click() {
                                    .Server = parts_.Server},
                                   parts_.Cycle.Running() || parts_.Cycle.Starting(), this);
   connect(dialog, &frmSetupPan::WayChosen, this, [this](CatWay way) { kits_.WayChosen(way); });
+  connect(dialog, &frmSetupPan::FirstStepsWanted, this, &frmPan::FirstStepsWanted, Qt::QueuedConnection);
   // The input of a demo or a recording stays for this run unless another source was chosen.
   connect(dialog, &QDialog::finished, this, [this, dialog](int result) {
     if (result == QDialog::Accepted && dialog->SourceChanged()) sources_.Stored();

@@ -71,6 +71,9 @@ class frmPan final : public QMainWindow, public WindowCommands {
   /// Called whenever settings were read or a source was chosen, before anything is opened with them.
   std::function<void(const PanSettings&)> SettingsChosen;
 
+ signals:
+  void FirstStepsWanted();
+
  protected:
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;

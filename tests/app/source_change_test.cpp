@@ -1,9 +1,11 @@
 // Another source while a run is on, and the keys that buttons name.
 #include <QComboBox>
 #include <QLabel>
+#include <QMessageBox>
 #include <QWheelEvent>
 
 #include "app/WindowBench.h"
+#include "settings/ui/frmSetupPan.h"
 #include "tuning/WindowKeys.h"
 
 namespace spectrino {
@@ -74,6 +76,34 @@ TEST_F(SourceChangeTest, TheWheelOverTheListLeavesTheRunAlone) {
                     Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
   QApplication::sendEvent(devices, &event);
   EXPECT_EQ(devices->currentText(), "Demo signal (no hardware)");
+}
+
+TEST_F(SourceChangeTest, TheButtonOfABoxDoesWhatItSays) {
+  QtNotifier watched(false);
+  watched.SetWindow(&program_->Window());
+  watched.CureWanted = program_->User().CureWanted;
+  const auto box = [] { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()); };
+  const auto press = [&](const Cure& cure, bool take) {
+    watched.ShowMessage("Spectrino", "Quoted text", Severity::Exclamation, cure);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return box() != nullptr; }, 5000));
+    EXPECT_EQ(box()->text(), "Quoted text");
+    EXPECT_EQ(box()->informativeText().toStdString(), cure.Text);
+    auto* button = box()->findChild<QPushButton*>("cmdCure");
+    EXPECT_EQ(button->text().toStdString(), cure.Button);
+    if (take)
+      button->click();
+    else
+      box()->button(QMessageBox::Ok)->click();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return box() == nullptr; }, 5000));
+  };
+  press(Cure::UseRate("It runs at 96000 Hz.", 96000), false);
+  EXPECT_FALSE(SettingsText().contains("SRate=5")) << "OK changes nothing";
+  press(Cure::UseRate("It runs at 96000 Hz.", 96000), true);
+  EXPECT_TRUE(LinesCome(3));
+  EXPECT_NEAR(program_->Display().Geometry().ShownSpanHz(), 96000, 1);
+  EXPECT_TRUE(SettingsText().contains("SRate=5"));
+  press(Cure::OpenSetup("Enter it."), true);
+  EXPECT_NE(program_->Window().findChild<frmSetupPan*>(), nullptr);
 }
 
 TEST_F(SourceChangeTest, EachButtonNamesTheKeyThatDoesTheSame) {
