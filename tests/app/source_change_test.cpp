@@ -5,6 +5,7 @@
 #include <QWheelEvent>
 
 #include "app/WindowBench.h"
+#include "settings/ui/frmFirstSteps.h"
 #include "settings/ui/frmSetupPan.h"
 #include "tuning/WindowKeys.h"
 
@@ -104,6 +105,27 @@ TEST_F(SourceChangeTest, TheButtonOfABoxDoesWhatItSays) {
   EXPECT_TRUE(SettingsText().contains("SRate=5"));
   press(Cure::OpenSetup("Enter it."), true);
   EXPECT_NE(program_->Window().findChild<frmSetupPan*>(), nullptr);
+}
+
+TEST_F(SourceChangeTest, FirstStepsAreReachedFromSetupAndStartWhatIsChosen) {
+  const auto open = [&] {
+    Click("cmdSetup");
+    Find("cmdFirstSteps")->click();
+    return QTest::qWaitFor([&] { return program_->Window().findChild<frmFirstSteps*>() != nullptr; }, 5000);
+  };
+  ASSERT_TRUE(open());
+  EXPECT_TRUE(Find<QAbstractButton>("optSource0")->isChecked());
+  Find("cmdStepsStart")->click();
+  EXPECT_TRUE(Shown(true));
+  // An address that is missing is asked for; the run goes on meanwhile.
+  ASSERT_TRUE(
+      QTest::qWaitFor([&] { return program_->Window().findChild<frmFirstSteps*>() == nullptr; }, 5000));
+  ASSERT_TRUE(open());
+  Find<QAbstractButton>("optSource2")->click();
+  Find("cmdStepsStart")->click();
+  EXPECT_EQ(Find<QLabel>("lblMissing")->text(), "Enter the K4's address.");
+  Find("cmdStepsLater")->click();
+  EXPECT_TRUE(LinesCome(2));
 }
 
 TEST_F(SourceChangeTest, EachButtonNamesTheKeyThatDoesTheSame) {
