@@ -1,12 +1,12 @@
 #include "app/frmPan.h"
 
-#include <QApplication>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QHBoxLayout>
-#include <QShortcut>
 #include <QVBoxLayout>
 #include <utility>
 
+#include "app/KeyTips.h"
 #include "app/Manual.h"
 #include "app/SetupVisit.h"
 #include "app/WindowPlace.h"
@@ -21,7 +21,11 @@ frmPan::frmPan(const Parts& parts)
       links_(parts.Cycle, parts.State, parts.Time, [&server = parts.Server] { return server.Trouble(); }),
       range_(parts.State, parts.Store),
       sources_(parts.State, parts.Devices, parts.Store),
-      bandPlan_(parts.User) {
+      bandPlan_(parts.User),
+      change_({.Cycle = parts.Cycle,
+               .Sources = sources_,
+               .Chosen = [this] { ShowSettings(), TakeChosenWay(); },
+               .Start = [this] { StartButton_Click(); }}) {
   setObjectName("frmPan");
   setWindowTitle(QString("Spectrino V%1").arg(QCoreApplication::applicationVersion()));
   setMinimumSize(727, 345);
@@ -119,15 +123,8 @@ void frmPan::Compose() {
     if (std::exchange(parts_.State.ResizeInProgress, false)) kits_.PauseLines(false, isMinimized());
     parts_.Cycle.UpdateScale();
   });
-  auto* escape = new QShortcut(Qt::Key_Escape, this);
-  connect(escape, &QShortcut::activated, this, [this] {
-    // An open list or menu is what Esc closes first.
-    if (QWidget* popup = QApplication::activePopupWidget())
-      popup->close();
-    else
-      ToggleFullScreen();
-  });
   stance_ = std::make_unique<WindowStance>(*this, *header_, *strip_, *cmdFold_);
+  new KeyTips(*this);
 }
 
 void frmPan::ConnectHeader() {
@@ -137,12 +134,12 @@ void frmPan::ConnectHeader() {
     parts_.Devices.InitDevices();
     ShowDevices();
   });
-  connect(header_, &HeaderPanel::DevicesBox_Click, this, &frmPan::DevicesBox_Click);
+  connect(header_, &HeaderPanel::DevicesBox_Click, &change_, &SourceChange::Choose);
   connect(header_, &HeaderPanel::cmdFullScreen_Click, this, &frmPan::ToggleFullScreen);
   connect(header_, &HeaderPanel::cmdSetup_Click, this, &frmPan::cmdSetup_Click);
   connect(header_, &HeaderPanel::cmdHelp_Click, this, [this] {
     if (const std::string problem = OpenManual({}); !problem.empty())
-      parts_.User.ShowMessage("Spectrino", problem, Severity::Exclamation);
+      parts_.User.ShowMessage("Spectrino", problem, Severity::Exclamation, ManualCure(problem));
   });
   connect(header_, &HeaderPanel::chkTop_Click, this, &frmPan::AlwaysOnTop);
 }
@@ -241,6 +238,7 @@ void frmPan::cmdSetup_Click() {
                                    .Server = parts_.Server},
                                   parts_.Cycle.Running() || parts_.Cycle.Starting(), this);
   connect(dialog, &frmSetupPan::WayChosen, this, [this](CatWay way) { kits_.WayChosen(way); });
+  connect(dialog, &frmSetupPan::FirstStepsWanted, this, &frmPan::FirstStepsWanted, Qt::QueuedConnection);
   // The input of a demo or a recording stays for this run unless another source was chosen.
   connect(dialog, &QDialog::finished, this, [this, dialog](int result) {
     if (result == QDialog::Accepted && dialog->SourceChanged()) sources_.Stored();
@@ -257,13 +255,8 @@ void frmPan::ShowDevices() {
   header_->ShowDevices(names, shown.Current);
 }
 
-void frmPan::DevicesBox_Click(int index) {
-  if (parts_.Cycle.Running() || parts_.Cycle.Starting() || !sources_.Choose(index)) return;
-  ShowSettings();
-  TakeChosenWay();
-}
-
 void frmPan::StartButton_Click() {
+  change_.Forget();
   // A dialog that was cancelled left that of a choice which was not stored.
   TakeChosenWay();
   header_->ShowRunning(false, true);
@@ -271,6 +264,7 @@ void frmPan::StartButton_Click() {
 }
 
 void frmPan::StopButton_Click() {
+  change_.Forget();
   parts_.Cycle.Stop();
   RunningChanged();
 }
@@ -288,10 +282,12 @@ void frmPan::RunningChanged() {
   kits_.RunChanged(running, parts_.Cycle.View().Way.Source);
   tuning_->RunChanged(running);
   if (running && !passTimer_.isActive()) passTimer_.start(0);
+  change_.RunChanged();
   view_->ShowRunState();
 }
 
 void frmPan::closeEvent(QCloseEvent* event) {
+  change_.Forget();
   parts_.Cycle.Stop();
   passTimer_.stop();
   SavePlace(*this, parts_.Store);

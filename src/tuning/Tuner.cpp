@@ -1,6 +1,6 @@
 #include "tuning/Tuner.h"
 
-#include <cctype>
+#include "tuning/WindowKeys.h"
 
 namespace spectrino {
 namespace {
@@ -119,40 +119,41 @@ bool Tuner::KeyPress(char character) {
     else
       parts_.Window.StepZoom(direction, false);
   };
-  switch (std::tolower(static_cast<unsigned char>(character))) {
-    case 27:
+  const WindowKey* key = FindKey(character);
+  if (key == nullptr) return false;
+  switch (key->Does) {
+    case KeyAction::ToggleFullScreen:
       parts_.Window.ToggleFullScreen();
-      return true;
-    case '+':
+      break;
+    case KeyAction::ZoomIn:
       zoom(+1);
-      return true;
-    case '-':
+      break;
+    case KeyAction::ZoomOut:
       zoom(-1);
-      return true;
-    case 'a':
-      wheel_.WheelVfo = Vfo::A;
-      return true;
-    case 'b':
-      wheel_.WheelVfo = Vfo::B;
-      return true;
-    case 'f':
-      wheel_.WheelFast = true;
-      return true;
-    case 's':
-      wheel_.WheelFast = false;
-      return true;
-    case 'p':
-      cmdSpot_Click();
-      return true;
-    case 'v':
-      parts_.Window.ToggleAutoLevel();
-      return true;
-    case 'z':
+      break;
+    case KeyAction::ZoomOff:
       if (parts_.SpanOwner() == nullptr) parts_.Window.ZoomOff();
-      return true;
-    default:
-      return false;
+      break;
+    case KeyAction::WheelToA:
+      wheel_.WheelVfo = Vfo::A;
+      break;
+    case KeyAction::WheelToB:
+      wheel_.WheelVfo = Vfo::B;
+      break;
+    case KeyAction::WheelFast:
+      wheel_.WheelFast = true;
+      break;
+    case KeyAction::WheelNormal:
+      wheel_.WheelFast = false;
+      break;
+    case KeyAction::ToggleAutoLevel:
+      parts_.Window.ToggleAutoLevel();
+      break;
+    case KeyAction::Spot:
+      cmdSpot_Click();
+      break;
   }
+  return true;
 }
 
 void Tuner::cmdUndo_Click() {
