@@ -52,6 +52,8 @@ void PanView::ApplyOptions() {
   options.WaterfallSel = settings.WaterfallSel;
   options.WFFollow = settings.WFFollow;
   options.WFLive = settings.WFLive;
+  options.WFSpeed = settings.WFSpeed;
+  options.WFAverage = settings.WFJoin == 1;
   parts_.Display.SetOptions(options);
   const std::uint32_t meter = settings.Colours[static_cast<std::size_t>(ColourIndex::SMeter)];
   const std::uint32_t frequency = settings.Colours[static_cast<std::size_t>(ColourIndex::Frequency)];

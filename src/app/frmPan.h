@@ -12,6 +12,7 @@
 #include "app/Deck.h"
 #include "app/LinkView.h"
 #include "app/PanView.h"
+#include "app/PastInput.h"
 #include "app/RangeKeeper.h"
 #include "app/SourceBox.h"
 #include "app/TuningInput.h"
@@ -72,6 +73,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void Compose();
   void ConnectHeader();
   void ConnectStrip();
+  void ConnectPast();
   void DevicesBox_Click(int index);
   void RunPass();
   void RunningChanged();
@@ -83,6 +85,8 @@ class frmPan final : public QMainWindow, public WindowCommands {
   LinkView links_;
   std::unique_ptr<TuningInput> tuning_;
   std::unique_ptr<PanView> view_;
+  std::unique_ptr<PictureFile> pictures_;
+  std::unique_ptr<PastInput> past_;
   RangeKeeper range_;
   SourceBox sources_;
   HeaderPanel* header_;

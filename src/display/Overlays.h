@@ -29,6 +29,9 @@ struct HoverPlace {
 /// dBm". What is not known is left out.
 [[nodiscard]] std::string HoverText(const HoverPlace& place);
 
+/// "14:03:22"
+[[nodiscard]] std::string SecondText(std::chrono::system_clock::time_point utc);
+
 /// The pointer's line, device pixels: rows Top..Bottom-1.
 struct HoverLine {
   int X = 0;

@@ -21,7 +21,7 @@
 #include "display/ScalePainter.h"
 #include "display/StatusInset.h"
 #include "display/TracePainter.h"
-#include "display/WaterfallImage.h"
+#include "display/WaterfallPast.h"
 #include "state/FrameSink.h"
 #include "state/StatusArea.h"
 
@@ -43,7 +43,7 @@ class PanDisplay : public FrameSink {
   /// The picture is no longer live: dimmed, with the time of its last line, until nothing is given.
   void SetStopped(std::optional<std::chrono::system_clock::time_point> lastLineUtc);
   /// While set, new waterfall lines are half as bright.
-  void SetTransmitting(bool transmitting) { transmitting_ = transmitting; }
+  void SetTransmitting(bool transmitting) { waterfall_.SetTransmitting(transmitting); }
 
   /// Device pixels: what the run cycle makes its geometry for.
   [[nodiscard]] double PlotWidth() const override { return basis_.Layout.PlotWidth; }
@@ -67,14 +67,15 @@ class PanDisplay : public FrameSink {
   /// Of the newest frame or scale, whichever came last.
   [[nodiscard]] const FrameGeometry& Geometry() const { return basis_.Scale.Geometry; }
   [[nodiscard]] const ScaleLines& Scale() const { return scalePainter_.Lines(); }
-  [[nodiscard]] const WaterfallImage& Waterfall() const { return waterfall_; }
+  [[nodiscard]] const WaterfallImage& Waterfall() const { return waterfall_.Image(); }
+  /// The waterfall may be led back in time there; what differs then is drawn with the next Prepare.
+  [[nodiscard]] WaterfallPast& Past() { return waterfall_; }
 
  private:
   void LayOut();
   void SetGeometry(const FrameGeometry& geometry);
   void UpdatePlot();
   void PaintOverlays(QPainter& painter);
-  void PaintHover(const OverlayPen& pen);
 
   QSize logicalSize_;
   PlotBasis basis_;
@@ -82,18 +83,16 @@ class PanDisplay : public FrameSink {
   std::string infoText_;
   std::optional<QPointF> hover_;  ///< logical pixels
   HoverLine hoverLine_;           ///< as it was when a repaint was asked for last
-  bool transmitting_ = false;
   std::optional<std::chrono::system_clock::time_point> stoppedAt_;
 
   FrameTraces traces_;
   ScalePainter scalePainter_;
   TracePainter tracePainter_;
-  WaterfallImage waterfall_;
+  WaterfallPast waterfall_;
   StatusInset inset_;
   QImage background_;  ///< the scale with the passbands
 
   bool allChanged_ = true;  ///< since the last Prepare, with all that lies over the trace
-  bool lineAdded_ = false;
   bool scaleDirty_ = true;
   bool backgroundDirty_ = true;
   bool traceDirty_ = true;

@@ -59,6 +59,9 @@ inline constexpr FlagKey kBandMode{{"BandMode"}};
 inline constexpr FlagKey kWFLive{{"WFLive"}, true};
 /// Older waterfall lines stay at their frequencies.
 inline constexpr FlagKey kWFFollow{{"WFFollow"}, true};
+/// Lines to a row of the waterfall, joined by their maximum (0) or average (1).
+inline constexpr IntKey kWFSpeed{{"WFSpeed"}, 1, {1, 50}};
+inline constexpr IntKey kWFJoin{{"WFJoin"}, 0, {0, 1}};
 inline constexpr FlagKey kAutoRef{{"AutoREF"}, true};
 inline constexpr FlagKey kQsy{{"qsy"}, true};
 inline constexpr FlagKey kMinipan{{"MP"}};

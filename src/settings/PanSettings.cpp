@@ -50,6 +50,8 @@ void LoadDisplay(const SetupSection& setup, PanSettings& settings) {
   settings.Qsy = setup.Read(key::kQsy);
   settings.WFFollow = setup.Read(key::kWFFollow);
   settings.WFLive = setup.Read(key::kWFLive);
+  settings.WFSpeed = setup.Read(key::kWFSpeed);
+  settings.WFJoin = setup.Read(key::kWFJoin);
   settings.MinipanOption = setup.Read(key::kMinipan);
   settings.OptSM = setup.Read(key::kOptSM);
   settings.SMeterCorrDb = setup.Read(key::kSMeterCorr);

@@ -56,6 +56,8 @@ struct PanSettings {
   ColourTable Colours = kColoursK4;
   bool Qsy = key::kQsy.Default;
   bool WFFollow = key::kWFFollow.Default, WFLive = key::kWFLive.Default;
+  int WFSpeed = key::kWFSpeed.Default;  ///< lines to a row of the waterfall
+  int WFJoin = key::kWFJoin.Default;    ///< 0 by maximum, 1 by average
   bool MinipanOption = key::kMinipan.Default;
   int OptSM = key::kOptSM.Default;  ///< S-meter source: 0 scope, 1 mini-pan
   int SMeterCorrDb = key::kSMeterCorr.Default;

@@ -34,8 +34,18 @@ QGroupBox* DisplayPage::MakeSpectrum() {
   QCheckBox* chkWFLive =
       MakeCheck("chkWFLive", tr("Waterfall of the newest le&vels"),
                 tr("MAX, AVG and PEAK act on the trace only, not on the waterfall"), fraSpectrum);
+  QStringList speeds;
+  for (int lines = 1; lines <= key::kWFSpeed.Limits.High; ++lines) speeds.append(QString::number(lines));
+  QComboBox* cboWFSpeed = MakeList(
+      "cboWFSpeed", speeds, tr("A slow waterfall shows minutes: so many lines become one row"), fraSpectrum);
+  QComboBox* cboWFJoin = MakeList(
+      "cboWFJoin", {tr("Maximum"), tr("Average")},
+      tr("How lines become one row: by maximum short signals stay, by average the noise is smoother"),
+      fraSpectrum);
   QGridLayout* grid = GridOf(fraSpectrum);
   AddRow(grid, 0, tr("MAX/AVG Samp&les"), cboSoft_);
+  AddRow(grid, 1, tr("Waterfall li&nes per row"), cboWFSpeed);
+  AddRow(grid, 2, tr("&Joined by"), cboWFJoin);
   grid->addWidget(chkQSY, 0, 2);
   grid->addWidget(chkAUTOREF_, 0, 3);
   grid->addWidget(chkPriority, 1, 2);
@@ -45,6 +55,8 @@ QGroupBox* DisplayPage::MakeSpectrum() {
   free_.push_back(FlagField(chkQSY, key::kQsy));
   free_.push_back(FlagField(chkWFFollow, key::kWFFollow));
   free_.push_back(FlagField(chkWFLive, key::kWFLive));
+  free_.push_back(ListField(cboWFSpeed, key::kWFSpeed, 1));
+  free_.push_back(ListField(cboWFJoin, key::kWFJoin));
   return fraSpectrum;
 }
 
