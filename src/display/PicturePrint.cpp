@@ -26,8 +26,8 @@ std::string DayText(Utc utc) {
   return text;
 }
 
-/// "12:27:00 to 12:31:05 UTC"
-std::string CaptionText(const PanDisplay& display) {
+/// "2026-11-23   Waterfall 12:27:00 to 12:31:05 UTC   14.050.000 to 14.098.000 MHz, 48 kHz wide"
+std::string CaptionText(PanDisplay& display) {
   const FrameGeometry& shown = display.Geometry();
   const WaterfallImage& waterfall = display.Waterfall();
   std::string text;
@@ -35,6 +35,9 @@ std::string CaptionText(const PanDisplay& display) {
     const auto bottom = waterfall.RowAt(waterfall.RowCount() - 1);
     text = DayText(top->TakenUtc) + "   Waterfall " + SecondText(bottom->TakenUtc) + " to " +
            SecondText(top->TakenUtc) + " UTC   ";
+    // The trace goes on while an earlier piece of the waterfall is shown.
+    const auto newest = display.Past().NewestUtc();
+    if (!display.Past().Live() && newest) text += "Spectrum " + SecondText(*newest) + " UTC   ";
   }
   if (!shown.Valid()) return text;
   char span[32];

@@ -99,11 +99,17 @@ void WaterfallPast::ShowNow() {
   changed_ = true;
 }
 
-std::string WaterfallPast::Ago() const {
-  const auto top = image_.RowAt(0);
+std::optional<std::chrono::system_clock::time_point> WaterfallPast::NewestUtc() const {
   const auto newest = past_.At(0);
-  if (Live() || !top || !newest) return {};
-  const auto ago = std::chrono::duration_cast<std::chrono::seconds>(newest->Line.TakenUtc - top->TakenUtc);
+  return newest ? std::optional(newest->Line.TakenUtc) : std::nullopt;
+}
+
+std::string WaterfallPast::Ago() const {
+  if (Live()) return {};
+  const auto top = image_.RowAt(0);
+  const auto newest = NewestUtc();
+  if (!top || !newest) return {};
+  const auto ago = std::chrono::duration_cast<std::chrono::seconds>(*newest - top->TakenUtc);
   return SecondText(top->TakenUtc) + " UTC, " + DurationText(ago) + " ago";
 }
 
@@ -154,8 +160,9 @@ void WaterfallPast::PaintPlace(const OverlayPen& pen) const {
 
 void WaterfallPast::PaintLabel(const OverlayPen& pen, const QFont& font) {
   const PlotLayout& layout = pen.Layout;
-  const TextCache::Entry& when = pen.Texts.Get(Ago(), font);
-  const TextCache::Entry& back = pen.Texts.Get("\u2191 back to now", font);
+  // Copies: the next text may move those that are kept.
+  const TextCache::Entry when = pen.Texts.Get(Ago(), font);
+  const TextCache::Entry back = pen.Texts.Get("\u2191 back to now", font);
   const int gap = layout.Px(6);
   const int height = when.Size.height() + gap;
   const bool both = when.Size.width() + back.Size.width() + 5 * gap <= layout.PlotWidth;

@@ -7,6 +7,8 @@
 #include <QPainter>
 #include <QPointF>
 #include <QRect>
+#include <chrono>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -43,6 +45,8 @@ class WaterfallPast {
   [[nodiscard]] const WaterfallImage& Image() const { return image_; }
   /// "12:31:05 UTC, 4 min 10 s ago"; empty while the newest line is shown.
   [[nodiscard]] std::string Ago() const;
+  /// When the newest line was taken, shown or not.
+  [[nodiscard]] std::optional<std::chrono::system_clock::time_point> NewestUtc() const;
   /// On the label of an earlier piece, which leads back to now.
   [[nodiscard]] bool OnLabel(QPointF at) const { return !Live() && label_.contains(at.toPoint()); }
   /// For a picture that is kept: nothing in it is there to be clicked.

@@ -45,6 +45,26 @@ std::uint8_t Between(std::span<const std::uint8_t> bytes, std::int64_t middle) {
   return static_cast<std::uint8_t>(a + ((b - a) * static_cast<int>(middle & 0xFF)) / 256);
 }
 
+/// Cells that lie within the bytes and take kLeast of them or one more: the last one is looked at for itself,
+/// without a branch. cell: the first of count.
+template <int kLeast>
+void TakeStrongest(const std::uint8_t* bytes, Walk walk, std::uint8_t* cell, int count) {
+  int begin = walk.Begin();
+  for (int x = 0; x < count; ++x) {
+    walk.Next();
+    const int end = walk.Begin();
+    std::uint8_t strongest = bytes[end - 1];
+    for (int i = 0; i < kLeast; ++i) strongest = std::max(strongest, bytes[begin + i]);
+    cell[x] = strongest;
+    begin = end;
+  }
+}
+
+using Taker = void (*)(const std::uint8_t*, Walk, std::uint8_t*, int);
+constexpr std::array<Taker, 8> kTakers{nullptr,          TakeStrongest<1>, TakeStrongest<2>,
+                                       TakeStrongest<3>, TakeStrongest<4>, TakeStrongest<5>,
+                                       TakeStrongest<6>, TakeStrongest<7>};
+
 }  // namespace
 
 LevelCodes CodesFor(std::span<const float> levels) {
@@ -97,33 +117,32 @@ CellRange ResampleCodes(std::span<const std::uint8_t> bytes, double first, doubl
     return static_cast<int>(std::clamp(std::ceil((position - first) / step - 0.5), 0.0, count));
   };
   const CellRange range{cellAt(-0.5), cellAt(size - 0.5)};
-  Walk walk(first + range.First * step, step);
-  const int least = static_cast<int>(step);
-  int begin = walk.Begin();
-  for (int x = range.First; x < range.End; ++x) {
+  const double endPosition = first + count * step;
+  const auto takeOne = [&](int x) {
+    Walk walk(first + x * step, step);
     const std::int64_t middle = walk.Middle();
+    const int begin = std::clamp(walk.Begin(), 0, size);
     walk.Next();
     int end = walk.Begin();
-    const int next = end;
-    if (begin < 0 || end > size || x + 1 == static_cast<int>(cells.size())) {
-      if (x + 1 == static_cast<int>(cells.size()))
-        end = std::max(end, static_cast<int>(std::floor(first + count * step + 1e-6)) + 1);
-      begin = std::clamp(begin, 0, size);
-      end = std::clamp(end, begin, size);
-      cells[static_cast<std::size_t>(x)] = begin < end
-                                               ? *std::max_element(bytes.begin() + begin, bytes.begin() + end)
-                                               : Between(bytes, middle);
-    } else if (begin == end) {
-      cells[static_cast<std::size_t>(x)] = Between(bytes, middle);
-    } else {
-      // As many in every cell, or one more: the last one is looked at for itself, without a branch.
-      const std::uint8_t* const in = bytes.data() + begin;
-      std::uint8_t strongest = bytes[static_cast<std::size_t>(end) - 1];
-      for (int i = 0; i < least; ++i) strongest = std::max(strongest, in[i]);
-      cells[static_cast<std::size_t>(x)] = strongest;
-    }
-    begin = next;
+    if (x + 1 == static_cast<int>(cells.size()))
+      end = std::max(end, static_cast<int>(std::floor(endPosition + 1e-6)) + 1);
+    end = std::clamp(end, begin, size);
+    cells[static_cast<std::size_t>(x)] =
+        begin < end ? *std::max_element(bytes.begin() + begin, bytes.begin() + end) : Between(bytes, middle);
+  };
+  // Those that reach over an end of the line, or have the picture's, are looked at one by one.
+  const auto least = static_cast<std::size_t>(step);
+  const Taker taker = least < kTakers.size() ? kTakers[least] : nullptr;
+  int inner = range.First;
+  while (inner < range.End && first + inner * step <= 0) takeOne(inner++);
+  int innerEnd = std::min(range.End, static_cast<int>(cells.size()) - 1);
+  while (innerEnd > inner && first + innerEnd * step >= size - 1) --innerEnd;
+  if (taker != nullptr) {
+    taker(bytes.data(), Walk(first + inner * step, step), cells.data() + inner, innerEnd - inner);
+  } else {
+    for (int x = inner; x < innerEnd; ++x) takeOne(x);
   }
+  for (int x = std::max(inner, innerEnd); x < range.End; ++x) takeOne(x);
   return range;
 }
 
