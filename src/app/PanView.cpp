@@ -56,6 +56,8 @@ void PanView::ApplyOptions() {
   options.WFLive = settings.WFLive;
   options.Waterfall = {settings.WFPalette, settings.WFFloorDb, settings.WFContrast};
   options.Inset = static_cast<InsetPlace>(settings.InsetPlace);
+  options.WFSpeed = settings.WFSpeed;
+  options.WFAverage = settings.WFJoin == 1;
   parts_.Display.SetOptions(options);
   const std::uint32_t meter = settings.Colours[static_cast<std::size_t>(ColourIndex::SMeter)];
   const std::uint32_t frequency = settings.Colours[static_cast<std::size_t>(ColourIndex::Frequency)];

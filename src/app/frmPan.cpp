@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QHBoxLayout>
+#include <QShortcut>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -64,6 +65,7 @@ frmPan::frmPan(const Parts& parts)
                                                    .Scope = scope_,
                                                    .Strip = strip_,
                                                    .Rows = deck_});
+  ConnectPast();
   connect(deck_, &Deck::Retuning, this, [this] { tuning_->Retuning(); });
   passTimer_.setSingleShot(true);
   passTimer_.setTimerType(Qt::PreciseTimer);
@@ -78,6 +80,8 @@ frmPan::frmPan(const Parts& parts)
 frmPan::~frmPan() {
   parts_.Cycle.RunningChanged = nullptr;
   kits_.WindowIs(nullptr);
+  past_.reset();
+  pictures_.reset();
   view_.reset();
   tuning_.reset();
 }
@@ -184,6 +188,21 @@ void frmPan::ConnectStrip() {
   connect(strip_, &RangePanel::chkBPH_Click, this,
           [this](bool on) { parts_.State.Settings.BackgroundPeakHold = on; });
   connect(strip_, &RangePanel::cmdIQ_Click, deck_, &Deck::ShowCalibration);
+}
+
+void frmPan::ConnectPast() {
+  pictures_ = std::make_unique<PictureFile>(parts_.Display, parts_.User, this);
+  past_ = std::make_unique<PastInput>(
+      PastInput::Parts{.Display = parts_.Display,
+                       .Scope = scope_,
+                       .Pictures = *pictures_,
+                       .Changed = [this] { scope_->ShowNew(parts_.Cycle.View().Line.Arrived); },
+                       .FullScreen = [this] { ToggleFullScreen(); }});
+  connect(pictures_.get(), &PictureFile::Saved, this, [this](const QString& path) {
+    scope_->Status().Show(StatusLine::Rank::Passing, tr("Picture saved: %1").arg(path));
+  });
+  auto* save = new QShortcut(QKeySequence::Save, this);
+  connect(save, &QShortcut::activated, this, [this] { pictures_->Save(); });
 }
 
 void frmPan::LoadWindow() {

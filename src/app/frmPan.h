@@ -15,6 +15,7 @@
 #include "app/KitNews.h"
 #include "app/LinkView.h"
 #include "app/PanView.h"
+#include "app/PastInput.h"
 #include "app/RangeKeeper.h"
 #include "app/SourceBox.h"
 #include "app/SourceChange.h"
@@ -84,6 +85,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void Compose();
   void ConnectHeader();
   void ConnectStrip();
+  void ConnectPast();
   void RunPass();
   void RunningChanged();
   void ShowSettings();
@@ -95,6 +97,8 @@ class frmPan final : public QMainWindow, public WindowCommands {
   LinkView links_;
   std::unique_ptr<TuningInput> tuning_;
   std::unique_ptr<PanView> view_;
+  std::unique_ptr<PictureFile> pictures_;
+  std::unique_ptr<PastInput> past_;
   RangeKeeper range_;
   SourceBox sources_;
   BandPlanFile bandPlan_;

@@ -13,7 +13,7 @@ void FrameTraces::Fit(int columns) {
   peak_.clear();
 }
 
-void FrameTraces::Show(const Frame& frame, const FrameGeometry& geometry, bool live) {
+void FrameTraces::Show(const Frame& frame, const FrameGeometry& geometry, std::span<const float> waterfall) {
   const SpectrumLine& line = frame.Line;
   const auto map = [&](ColumnMap& mapping, std::span<const float> levels, std::vector<float>& columns) {
     const int end = std::min(line.EndIndex(), static_cast<int>(levels.size()));
@@ -28,8 +28,8 @@ void FrameTraces::Show(const Frame& frame, const FrameGeometry& geometry, bool l
   } else {
     map(peakMap_, frame.BackgroundPeak, peak_);
   }
-  if (live && !frame.NewestLevel.empty())
-    map(newestMap_, frame.NewestLevel, newest_);
+  if (waterfall.data() != frame.DisplayLevel.data())
+    map(newestMap_, waterfall, newest_);
   else
     newest_.clear();
 }

@@ -16,8 +16,9 @@ class FrameTraces {
  public:
   /// The plot has this many columns now; the levels of others are forgotten.
   void Fit(int columns);
-  /// geometry: the frame's, as wide as the plot. live: the waterfall gets the newest levels.
-  void Show(const Frame& frame, const FrameGeometry& geometry, bool live);
+  /// geometry: the frame's, as wide as the plot. waterfall: levels of its row, by point index; the frame's
+  /// DisplayLevel where they are those of the trace.
+  void Show(const Frame& frame, const FrameGeometry& geometry, std::span<const float> waterfall);
   /// The levels belong to columns of the old mapping; a trace must not stand under other frequencies. Zoomed
   /// or panned, the same points still are where they were; of another line nothing is left.
   void Remap(const FrameGeometry& before, const FrameGeometry& now);

@@ -16,16 +16,6 @@ constexpr double kDashPx = 3;
 
 constexpr float kStoppedVeil = 0.62F;
 
-/// "14:03:22"
-std::string SecondText(std::chrono::system_clock::time_point utc) {
-  const auto second = std::chrono::floor<std::chrono::seconds>(utc);
-  const std::chrono::hh_mm_ss time(second - std::chrono::floor<std::chrono::days>(second));
-  char text[16];
-  std::snprintf(text, sizeof text, "%02d:%02d:%02d", static_cast<int>(time.hours().count()),
-                static_cast<int>(time.minutes().count()), static_cast<int>(time.seconds().count()));
-  return text;
-}
-
 std::string MinuteText(std::chrono::sys_time<std::chrono::minutes> minute) {
   const std::chrono::hh_mm_ss time(minute - std::chrono::floor<std::chrono::days>(minute));
   char text[16];
@@ -44,6 +34,15 @@ void DrawVeiled(const OverlayPen& pen, const QRect& box, const TextCache::Entry&
 }
 
 }  // namespace
+
+std::string SecondText(std::chrono::system_clock::time_point utc) {
+  const auto second = std::chrono::floor<std::chrono::seconds>(utc);
+  const std::chrono::hh_mm_ss time(second - std::chrono::floor<std::chrono::days>(second));
+  char text[16];
+  std::snprintf(text, sizeof text, "%02d:%02d:%02d", static_cast<int>(time.hours().count()),
+                static_cast<int>(time.minutes().count()), static_cast<int>(time.seconds().count()));
+  return text;
+}
 
 std::string HoverText(const HoverPlace& place) {
   char text[40];

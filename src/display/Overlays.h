@@ -30,6 +30,9 @@ struct HoverPlace {
 /// from the centre, "+1.25K  -71 dBm". What is not known is left out.
 [[nodiscard]] std::string HoverText(const HoverPlace& place);
 
+/// "14:03:22"
+[[nodiscard]] std::string SecondText(std::chrono::system_clock::time_point utc);
+
 /// The pointer's line, device pixels: rows Top..Bottom-1.
 struct HoverLine {
   int X = 0;

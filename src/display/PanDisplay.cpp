@@ -58,10 +58,7 @@ void PanDisplay::LayOut() {
   }
   traces_.Fit(layout.PlotWidth);
   basis_.Scale.Geometry.PlotWidth = layout.PlotWidth;
-  waterfall_.SetEmptyColour(ColourAt(options.Colours, ColourIndex::Background));
-  waterfall_.SetFollow(options.WFFollow);
-  waterfall_.SetLook(options.Waterfall);
-  waterfall_.Resize(layout.PlotWidth, layout.WaterfallHeight);
+  waterfall_.LayOut(basis_);
   inset_.BasisMoved();
   scaleDirty_ = allChanged_ = true;
 }
@@ -126,17 +123,9 @@ void PanDisplay::SetGeometry(const FrameGeometry& geometry) {
 void PanDisplay::ShowFrame(const Frame& frame) {
   SetGeometry(frame.Geometry);
   const FrameGeometry& geometry = basis_.Scale.Geometry;
-  traces_.Show(frame, geometry, basis_.Options.WFLive);
-  const LevelRange colours = frame.Colours.value_or(LevelRange{frame.Line.BottomLevel, frame.Line.TopLevel});
-  waterfall_.AddLine(traces_.Waterfall(),
-                     {.LeftMHz = geometry.LeftMHz,
-                      .RightMHz = geometry.RightMHz,
-                      .TakenUtc = frame.Line.TakenUtc,
-                      .BottomLevel = colours.Bottom,
-                      .TopLevel = colours.Top,
-                      .UnitsPerDb = basis_.Scale.Levels.InDb ? 1 : LevelScale::kHeightsPerDb,
-                      .Dimmed = transmitting_});
-  traceDirty_ = lineAdded_ = true;
+  traces_.Show(frame, geometry, waterfall_.RowLevels(frame, geometry, basis_.Options));
+  waterfall_.Take(frame, traces_.Waterfall(), basis_.Scale.Levels.InDb ? 1 : LevelScale::kHeightsPerDb);
+  traceDirty_ = true;
 }
 
 void PanDisplay::DrawScale(const ScaleState& scale) {
@@ -146,6 +135,7 @@ void PanDisplay::DrawScale(const ScaleState& scale) {
   const FrameGeometry before = std::exchange(basis_.Scale, ours).Geometry;
   if (!(before == ours.Geometry)) {
     traces_.Remap(before, ours.Geometry);
+    waterfall_.SetRange(ours.Geometry);
     traceDirty_ = true;
   }
   inset_.BasisMoved();
@@ -161,7 +151,8 @@ void PanDisplay::ClearFrames() {
 QRegion PanDisplay::Prepare() {
   UpdatePlot();
   const PlotLayout& layout = basis_.Layout;
-  const bool lineAdded = std::exchange(lineAdded_, false);
+  const bool lineAdded = waterfall_.TakeLineAdded();
+  if (waterfall_.TakeChanged()) allChanged_ = true;
   QRegion changed = tracePainter_.TakeChanged();
   const QRegion inset = inset_.TakeChanged(basis_);
   // A mini-pan came under a pointer that rests, or left it.
@@ -175,7 +166,7 @@ QRegion PanDisplay::Prepare() {
 }
 
 PlotPointer PanDisplay::At(QPointF logical) {
-  return {logical * basis_.Layout.Scale, basis_, traces_, waterfall_, inset_, markers_};
+  return {logical * basis_.Layout.Scale, basis_, traces_, waterfall_.Image(), inset_, markers_};
 }
 
 QColor PanDisplay::BackgroundColour() const {
@@ -214,11 +205,7 @@ void PanDisplay::Paint(QPainter& painter) {
   BlitImage(painter, QPoint(0, 0), tracePainter_.Picture(), tracePainter_.Picture().rect());
   if (layout.PictureWidth > layout.Width)
     painter.fillRect(layout.Width, 0, layout.PictureWidth - layout.Width, layout.Height, BackgroundColour());
-  if (layout.WaterfallHeight > 0) {
-    waterfall_.Draw(painter, 0, layout.WaterfallTop);
-    painter.fillRect(layout.PlotWidth, layout.WaterfallTop, layout.LabelMargin, layout.WaterfallHeight,
-                     BackgroundColour());
-  }
+  waterfall_.Paint(painter, layout, BackgroundColour());
   PaintOverlays(painter);
   painter.restore();
 }
@@ -229,13 +216,7 @@ void PanDisplay::PaintOverlays(QPainter& painter) {
   taken.push_back(DrawInfo(pen, infoText_, basis_.TextFont));
   inset_.Paint(painter, basis_);
   DrawMarkers(pen, basis_.Scale.Geometry, markers_, basis_.FlagFont, taken);
-  if (basis_.Layout.WaterfallHeight > 0) {
-    const int apart = static_cast<int>(1.3 * basis_.LabelFont.pixelSize());
-    const std::vector<TimeMark> times = TimeMarks(waterfall_, apart);
-    DrawTimes(pen, times, basis_.LabelFont);
-    if (const auto newest = waterfall_.RowAt(0))
-      legend_.Draw(pen, waterfall_.ColourRange(*newest), times, basis_.LabelFont);
-  }
+  waterfall_.PaintOverlays(pen, basis_.LabelFont, basis_.TextFont);
   if (stoppedAt_) {
     DrawStopped(pen, *stoppedAt_, basis_.FlagFont);
     // Still true, and what the trouble is about.

@@ -16,14 +16,13 @@
 
 #include "display/FrameTraces.h"
 #include "display/InsetPlace.h"
-#include "display/Legend.h"
 #include "display/MarkerPainter.h"
 #include "display/PlotBasis.h"
 #include "display/PlotPointer.h"
 #include "display/ScalePainter.h"
 #include "display/StatusInset.h"
 #include "display/TracePainter.h"
-#include "display/WaterfallImage.h"
+#include "display/WaterfallPast.h"
 #include "state/FrameSink.h"
 #include "state/StatusArea.h"
 
@@ -51,7 +50,7 @@ class PanDisplay : public FrameSink {
   /// The picture is no longer live: dimmed, with the time of its last line, until nothing is given.
   void SetStopped(std::optional<std::chrono::system_clock::time_point> lastLineUtc);
   /// While set, new waterfall lines are half as bright.
-  void SetTransmitting(bool transmitting) { transmitting_ = transmitting; }
+  void SetTransmitting(bool transmitting) { waterfall_.SetTransmitting(transmitting); }
 
   /// Device pixels: what the run cycle makes its geometry for.
   [[nodiscard]] double PlotWidth() const override { return basis_.Layout.PlotWidth; }
@@ -77,7 +76,9 @@ class PanDisplay : public FrameSink {
   /// Of the newest frame or scale, whichever came last.
   [[nodiscard]] const FrameGeometry& Geometry() const { return basis_.Scale.Geometry; }
   [[nodiscard]] const ScaleLines& Scale() const { return scalePainter_.Lines(); }
-  [[nodiscard]] const WaterfallImage& Waterfall() const { return waterfall_; }
+  [[nodiscard]] const WaterfallImage& Waterfall() const { return waterfall_.Image(); }
+  /// The waterfall may be led back in time there; what differs then is drawn with the next Prepare.
+  [[nodiscard]] WaterfallPast& Past() { return waterfall_; }
 
  private:
   void LayOut();
@@ -95,19 +96,16 @@ class PanDisplay : public FrameSink {
   std::string pointerNote_;
   std::optional<InsetPlace> insetTarget_;
   HoverLine hoverLine_;  ///< as it was when a repaint was asked for last
-  bool transmitting_ = false;
   std::optional<std::chrono::system_clock::time_point> stoppedAt_;
 
   FrameTraces traces_;
   ScalePainter scalePainter_;
   TracePainter tracePainter_;
-  WaterfallImage waterfall_;
+  WaterfallPast waterfall_;
   StatusInset inset_;
-  Legend legend_;
   QImage background_;  ///< the scale with the passbands
 
   bool allChanged_ = true;  ///< since the last Prepare, with all that lies over the trace
-  bool lineAdded_ = false;
   bool scaleDirty_ = true;
   bool backgroundDirty_ = true;
   bool traceDirty_ = true;

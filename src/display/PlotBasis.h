@@ -21,6 +21,8 @@ struct DisplayOptions {
   int WaterfallSel = 0;                     ///< 0 off, 1 one eighth, 2 a quarter, 3 half
   bool WFFollow = false;                    ///< older waterfall lines stay at their frequencies
   bool WFLive = true;                       ///< the waterfall takes the newest levels instead of the trace's
+  int WFSpeed = 1;                          ///< lines to a row of the waterfall
+  bool WFAverage = false;                   ///< joined by their average instead of their maximum
   InsetPlace Inset = InsetPlace::OverPlot;  ///< of the status inset
 
   WaterfallLook Waterfall{};

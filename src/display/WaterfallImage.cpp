@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cassert>
-#include <cmath>
 #include <cstddef>
 
 #include "display/Blit.h"
@@ -17,30 +16,26 @@ std::size_t At(int index) {
   return static_cast<std::size_t>(index);
 }
 
+WaterfallRow RowOf(const PastLine& line) {
+  return {.LeftMHz = line.ViewLeftMHz,
+          .RightMHz = line.ViewRightMHz,
+          .TakenUtc = line.TakenUtc,
+          .BottomLevel = line.BottomLevel,
+          .TopLevel = line.TopLevel,
+          .UnitsPerDb = line.UnitsPerDb,
+          .Dimmed = line.Dimmed,
+          .Number = line.Number};
+}
+
 }  // namespace
 
 void WaterfallImage::Resize(int width, int height) {
   width = std::max(0, width);
   height = std::max(0, height);
   if (width == Width() && height == Height()) return;
-  const int oldWidth = Width();
-  const int kept = width > 0 && oldWidth > 0 ? std::min(count_, height) : 0;
-  std::vector<float> levels(At(width) * At(height), kUndrawnLevel);
-  std::vector<WaterfallRow> rows(At(height));
-  for (int y = 0; y < kept; ++y) {
-    const int slot = SlotAt(y);
-    const auto old = LevelsOf(slot);
-    rows[At(y)] = rows_[At(slot)];
-    float* const target = levels.data() + At(y) * At(width);
-    for (int x = 0; x < width; ++x) target[x] = old[At((2 * x + 1) * oldWidth / (2 * width))];
-  }
-  levels_ = std::move(levels);
-  rows_ = std::move(rows);
-  colours_.assign(levels_.size(), 0);
   picture_ = width > 0 && height > 0 ? QImage(width, height, QImage::Format_RGB32) : QImage();
-  head_ = 0;
-  count_ = kept;
-  for (int y = 0; y < kept; ++y) ColourSlot(SlotAt(y));
+  rows_.assign(At(Height()), {});
+  cells_.assign(At(Width()), 0);
   PaintAll();
 }
 
@@ -59,7 +54,7 @@ void WaterfallImage::SetFollow(bool follow) {
 void WaterfallImage::SetLook(const WaterfallLook& look) {
   if (look == look_) return;
   look_ = look;
-  for (int y = 0; y < count_; ++y) ColourSlot(SlotAt(y));
+  coloured_.reset();
   PaintAll();
 }
 
@@ -71,91 +66,110 @@ LevelRange WaterfallImage::ColourRange(const WaterfallRow& row) const {
           bottom + (row.TopLevel - row.BottomLevel) * 100 / static_cast<float>(look_.ContrastPercent)};
 }
 
+void WaterfallImage::SetRange(double leftMHz, double rightMHz) {
+  if (leftMHz == leftMHz_ && rightMHz == rightMHz_) return;
+  leftMHz_ = leftMHz;
+  rightMHz_ = rightMHz;
+  if (follow_) PaintAll();
+}
+
 void WaterfallImage::Clear() {
-  head_ = 0;
-  count_ = 0;
-  if (!picture_.isNull()) picture_.fill(emptyColour_);
+  top_.reset();
+  PaintAll();
 }
 
 void WaterfallImage::AddLine(std::span<const float> levels, const WaterfallRow& row) {
   if (picture_.isNull()) return;
   assert(static_cast<int>(levels.size()) == Width());
-  // The ring turns by one row; what was at the bottom is overwritten, nothing else moves.
-  head_ = (head_ + Height() - 1) % Height();
-  count_ = std::min(count_ + 1, Height());
-  std::ranges::copy(levels, levels_.begin() + static_cast<std::ptrdiff_t>(At(head_) * At(Width())));
-  rows_[At(head_)] = row;
-  ColourSlot(head_);
-  const bool moved = row.LeftMHz != leftMHz_ || row.RightMHz != rightMHz_;
-  leftMHz_ = row.LeftMHz;
-  rightMHz_ = row.RightMHz;
-  if (follow_ && moved) {
-    PaintAll();
-  } else {
-    PaintSlot(head_);
+  SetRange(row.LeftMHz, row.RightMHz);
+  if (!Live()) return;
+  // What was drawn anew has the line already.
+  if (count_ == 0 || rows_[At(head_)].Number != row.Number) {
+    // The ring turns by one row; what was at the bottom is overwritten, nothing else moves.
+    head_ = (head_ + Height() - 1) % Height();
+    count_ = std::min(count_ + 1, Height());
   }
+  rows_[At(head_)] = row;
+  PaintNewest(levels);
+}
+
+bool WaterfallImage::ScrollBy(int rows) {
+  if (picture_.isNull()) return false;
+  const int age = top_ ? past_.AgeOf(*top_).value_or(past_.Count() - 1) : 0;
+  const int wanted = std::clamp(age + rows, 0, std::max(0, past_.Count() - Height()));
+  if (wanted == age) return false;
+  top_.reset();
+  if (wanted > 0) top_ = past_.At(wanted)->Line.Number;
+  PaintAll();
+  return true;
+}
+
+void WaterfallImage::ShowNow() {
+  if (Live()) return;
+  top_.reset();
+  PaintAll();
 }
 
 int WaterfallImage::SlotAt(int y) const {
   return (head_ + y) % Height();
 }
 
-std::span<const float> WaterfallImage::LevelsOf(int slot) const {
-  return std::span<const float>(levels_).subspan(At(slot) * At(Width()), At(Width()));
+QRgb* WaterfallImage::PixelsOf(int slot) {
+  return reinterpret_cast<QRgb*>(picture_.scanLine(slot));
 }
 
-WaterfallImage::RowMap WaterfallImage::MapOf(const WaterfallRow& row) const {
-  constexpr double kOne = 4294967296.0;
-  constexpr double kFurthest = 1e8;  // columns; beyond it nothing of the row is near the picture
-  const bool same = row.LeftMHz == leftMHz_ && row.RightMHz == rightMHz_;
-  if (!follow_ || same || row.RightMHz <= row.LeftMHz) return {0, std::int64_t{1} << 32, 0, Width()};
-  const double step = (rightMHz_ - leftMHz_) / (row.RightMHz - row.LeftMHz);
-  const double start = (leftMHz_ - row.LeftMHz) / (row.RightMHz - row.LeftMHz) * Width() + step / 2;
-  if (!(step > 0) || step * Width() > kFurthest || std::abs(start) > kFurthest) return {};
-  RowMap map;
-  map.Start = static_cast<std::int64_t>(std::floor(start * kOne));
-  map.Step = static_cast<std::int64_t>(step * kOne);
-  const auto clampedX = [this](double x) {
-    return static_cast<int>(std::clamp(std::ceil(x), 0.0, 1.0 * Width()));
-  };
-  map.First = clampedX(-start / step);
-  map.End = clampedX((Width() - start) / step);
-  while (map.First < map.End && map.Source(map.First) < 0) ++map.First;
-  while (map.End > map.First && map.Source(map.End - 1) >= Width()) --map.End;
-  return map;
-}
-
-void WaterfallImage::ColourSlot(int slot) {
-  const WaterfallRow& row = rows_[At(slot)];
-  const auto levels = LevelsOf(slot);
-  std::uint16_t* const colours = colours_.data() + At(slot) * At(Width());
+void WaterfallImage::PaintNewest(std::span<const float> levels) {
+  const WaterfallRow& row = rows_[At(head_)];
+  const auto& palette = row.Dimmed ? DimmedPalette(look_.Palette) : WaterfallPalette(look_.Palette);
+  QRgb* const pixels = PixelsOf(head_);
   const LevelRange range = ColourRange(row);
   for (std::size_t x = 0; x < levels.size(); ++x)
-    colours[x] = static_cast<std::uint16_t>(WaterfallColourIndex(levels[x], range.Bottom, range.Top));
+    pixels[x] = palette[At(WaterfallColourIndex(levels[x], range.Bottom, range.Top))];
 }
 
-void WaterfallImage::PaintSlot(int slot) {
-  const WaterfallRow& row = rows_[At(slot)];
-  const std::uint16_t* const colours = colours_.data() + At(slot) * At(Width());
-  const auto& palette = row.Dimmed ? DimmedPalette(look_.Palette) : WaterfallPalette(look_.Palette);
-  auto* const pixels = reinterpret_cast<QRgb*>(picture_.scanLine(slot));
-  const RowMap map = MapOf(row);
-  std::fill(pixels, pixels + map.First, emptyColour_);
-  std::fill(pixels + map.End, pixels + Width(), emptyColour_);
-  if (map.First >= map.End) return;
-  if (map.Step == std::int64_t{1} << 32) {
-    const std::uint16_t* source = colours + map.Source(map.First) - map.First;
-    for (int x = map.First; x < map.End; ++x) pixels[x] = palette[source[x]];
-    return;
+CellRange WaterfallImage::Resample(const KeptLine& line, double firstX, std::span<std::uint8_t> cells) const {
+  if (line.Bytes.size() < 2) return {};
+  const double left = follow_ ? leftMHz_ : line.Line.ViewLeftMHz;
+  const double right = follow_ ? rightMHz_ : line.Line.ViewRightMHz;
+  const double byteMHz =
+      (line.Line.LastMHz - line.Line.FirstMHz) / static_cast<double>(line.Bytes.size() - 1);
+  if (!(byteMHz > 0)) return {};
+  const double step = (right - left) / Width() / byteMHz;
+  return ResampleCodes(line.Bytes, (left - line.Line.FirstMHz) / byteMHz + firstX * step, step, cells);
+}
+
+const WaterfallImage::CodeColours& WaterfallImage::ColoursOf(const KeptLine& line) {
+  const ColourKey key{line.Codes, ColourRange(RowOf(line.Line)), line.Line.Dimmed};
+  if (coloured_ == key) return codeColours_;
+  coloured_ = key;
+  const auto& palette = key.Dimmed ? DimmedPalette(look_.Palette) : WaterfallPalette(look_.Palette);
+  for (std::size_t code = 0; code < codeColours_.size(); ++code) {
+    const float level = key.Codes.LevelOf(static_cast<std::uint8_t>(code));
+    codeColours_[code] = palette[At(WaterfallColourIndex(level, key.Range.Bottom, key.Range.Top))];
   }
-  std::int64_t at = map.Start + map.First * map.Step;
-  for (int x = map.First; x < map.End; ++x, at += map.Step) pixels[x] = palette[colours[at >> 32]];
+  return codeColours_;
+}
+
+void WaterfallImage::PaintFromPast(int slot, const KeptLine& line) {
+  const CellRange shown = Resample(line, 0, cells_);
+  const CodeColours& colours = ColoursOf(line);
+  QRgb* const pixels = PixelsOf(slot);
+  std::fill(pixels, pixels + shown.First, emptyColour_);
+  for (int x = shown.First; x < shown.End; ++x) pixels[x] = colours[cells_[At(x)]];
+  std::fill(pixels + shown.End, pixels + Width(), emptyColour_);
 }
 
 void WaterfallImage::PaintAll() {
+  head_ = count_ = 0;
   if (picture_.isNull()) return;
-  if (count_ < Height()) picture_.fill(emptyColour_);
-  for (int y = 0; y < count_; ++y) PaintSlot(SlotAt(y));
+  const int age = top_ ? past_.AgeOf(*top_).value_or(past_.Count() - 1) : 0;
+  for (; count_ < Height(); ++count_) {
+    const auto line = past_.At(age + count_);
+    if (!line) break;
+    rows_[At(count_)] = RowOf(line->Line);
+    PaintFromPast(count_, *line);
+  }
+  for (int y = count_; y < Height(); ++y) std::fill_n(PixelsOf(y), Width(), emptyColour_);
 }
 
 void WaterfallImage::Draw(QPainter& painter, int left, int top) const {
@@ -171,10 +185,15 @@ std::optional<WaterfallRow> WaterfallImage::RowAt(int y) const {
 }
 
 float WaterfallImage::LevelAt(int x, int y) const {
-  if (x < 0 || x >= Width() || y < 0 || y >= count_) return kUndrawnLevel;
-  const int slot = SlotAt(y);
-  const RowMap map = MapOf(rows_[At(slot)]);
-  return x < map.First || x >= map.End ? kUndrawnLevel : LevelsOf(slot)[At(map.Source(x))];
+  const auto row = RowAt(y);
+  if (x < 0 || x >= Width() || !row) return kUndrawnLevel;
+  const auto age = past_.AgeOf(row->Number);
+  if (!age) return kUndrawnLevel;
+  const KeptLine line = *past_.At(*age);
+  // Only the picture's last column takes what stands on its right end.
+  std::array<std::uint8_t, 2> cells{};
+  const CellRange shown = Resample(line, x, std::span(cells).first(x + 1 < Width() ? 2 : 1));
+  return shown.First == 0 && shown.End > 0 ? line.Codes.LevelOf(cells[0]) : kUndrawnLevel;
 }
 
 double WaterfallImage::FrequencyAt(double x, int y) const {

@@ -68,6 +68,9 @@ inline constexpr IntKey kBandPlanRegion{{"BandPlanRegion"}, 1, {0, 3}};
 /// Where the radio's status inset stands: 0 by the room there is, 1 over the plot, 2 beside it, 3 above it,
 /// 4 over the waterfall.
 inline constexpr IntKey kInsetPlace{{"InsetPlace"}, 0, {0, 4, 0}};
+/// Lines to a row of the waterfall, joined by their maximum (0) or average (1).
+inline constexpr IntKey kWFSpeed{{"WFSpeed"}, 1, {1, 50}};
+inline constexpr IntKey kWFJoin{{"WFJoin"}, 0, {0, 1}};
 inline constexpr FlagKey kAutoRef{{"AutoREF"}, true};
 inline constexpr FlagKey kQsy{{"qsy"}, true};
 inline constexpr FlagKey kMinipan{{"MP"}};

@@ -55,6 +55,8 @@ void LoadDisplay(const SetupSection& setup, PanSettings& settings) {
   settings.WFContrast = setup.Read(key::kWFContrast);
   settings.BandPlanRegion = setup.Read(key::kBandPlanRegion);
   settings.InsetPlace = setup.Read(key::kInsetPlace);
+  settings.WFSpeed = setup.Read(key::kWFSpeed);
+  settings.WFJoin = setup.Read(key::kWFJoin);
   settings.MinipanOption = setup.Read(key::kMinipan);
   settings.OptSM = setup.Read(key::kOptSM);
   settings.SMeterCorrDb = setup.Read(key::kSMeterCorr);

@@ -61,6 +61,8 @@ struct PanSettings {
   int WFContrast = key::kWFContrast.Default;          ///< percent, 25..400
   int BandPlanRegion = key::kBandPlanRegion.Default;  ///< 0 no strip, 1..3
   int InsetPlace = key::kInsetPlace.Default;          ///< 0..4
+  int WFSpeed = key::kWFSpeed.Default;                ///< lines to a row of the waterfall
+  int WFJoin = key::kWFJoin.Default;                  ///< 0 by maximum, 1 by average
   bool MinipanOption = key::kMinipan.Default;
   int OptSM = key::kOptSM.Default;  ///< S-meter source: 0 scope, 1 mini-pan
   int SMeterCorrDb = key::kSMeterCorr.Default;

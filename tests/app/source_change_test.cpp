@@ -39,6 +39,7 @@ class SourceChangeTest : public Window {
 TEST_F(SourceChangeTest, TheRunGoesOverToWhatIsChosenAndKeepsItsLevels) {
   Reload({"spectrino", "--demo=k4"});
   const char* const demo = "Demo signal (no hardware)";
+  Click("chkAutoLevel");
   Click("StartButton");
   ASSERT_TRUE(Shown(false));
   testing::internal::CaptureStderr();

@@ -142,6 +142,31 @@ TEST(PanDisplayTest, TheWaterfallTakesTheNewestLevelsOrTheTraces) {
   }
 }
 
+TEST(PanDisplayTest, ASlowWaterfallTakesSeveralLinesToARowAndAStandingOneIsNotPaintedAgain) {
+  Bench bench(QSize(500, 300), 1);
+  DisplayOptions options;
+  options.WaterfallSel = 3;
+  options.WFSpeed = 3;
+  bench.Display.SetOptions(options);
+  const WaterfallImage& waterfall = bench.Display.Waterfall();
+  for (int line = 0; line < 3 * 200 + 2; ++line) {
+    // The middle one of each row is the strongest.
+    std::ranges::fill(bench.Line.Levels, line % 3 == 1 ? static_cast<float>(-60 - line / 30) : -130);
+    bench.Line.TakenUtc += std::chrono::milliseconds(500);
+    bench.Show();
+    ASSERT_EQ(waterfall.RowCount(), std::min(waterfall.Height(), line / 3 + 1));
+  }
+  EXPECT_EQ(waterfall.LevelAt(9, 0), -80) << "the row under way shows what it has";
+  EXPECT_EQ(waterfall.LevelAt(9, 50), -75);
+  bench.Display.Past().ScrollBy(20);
+  EXPECT_EQ(bench.Display.Past().Ago(), "00:04:31 UTC, 29 s ago");
+  EXPECT_FALSE(bench.Display.Prepare().isEmpty());
+  bench.Paint();
+  bench.Show();
+  const PlotLayout& layout = bench.Display.Layout();
+  EXPECT_FALSE(bench.Display.Prepare().intersects(QRect(0, layout.WaterfallTop, layout.Width, 1)));
+}
+
 TEST(PanDisplayTest, MarkerStandsOnItsCarrierAndFlagsStaySideBySide) {
   Bench bench(QSize(800, 400), 1);
   const std::vector<PlotMarker> markers{

@@ -177,6 +177,8 @@ TEST_F(Setup, SavesAsTypedWithinTheLimits) {
   Click("chkWFFollow");
   Click("chkWFLive");
   Choose("cboInset", "above the plot");
+  Choose("cboWFSpeed", "12");
+  Choose("cboWFJoin", "Average");
   EXPECT_EQ(Find<QLabel>("lblNumSamples")->text(), "5.4Hz (13b)") << "the width of a bin";
   Choose("cboSampleRate", "192000");
   Choose("cboBits", "65536");
@@ -188,6 +190,7 @@ TEST_F(Setup, SavesAsTypedWithinTheLimits) {
   EXPECT_EQ(Stored("CatServer") + Stored("WFFollow") + Stored("WFLive") + Stored("InsetPlace") +
                 Stored("SRate") + Stored("Bits") + Stored("24b") + Stored("Design"),
             "10036811");
+  EXPECT_EQ(Stored("WFSpeed") + " " + Stored("WFJoin"), "12 1");
   EXPECT_EQ(Stored("DeviceId"), "id-usb");
   EXPECT_FALSE(dialog_->isVisible());
 }

@@ -41,8 +41,18 @@ QGroupBox* DisplayPage::MakeSpectrum() {
                                  {tr("by the room there is"), tr("over the plot"), tr("beside the plot"),
                                   tr("above the plot"), tr("over the waterfall")},
                                  tr("Where a K4's status and mini-pans stand"), fraSpectrum);
+  QStringList speeds;
+  for (int lines = 1; lines <= key::kWFSpeed.Limits.High; ++lines) speeds.append(QString::number(lines));
+  QComboBox* cboWFSpeed = MakeList(
+      "cboWFSpeed", speeds, tr("A slow waterfall shows minutes: so many lines become one row"), fraSpectrum);
+  QComboBox* cboWFJoin = MakeList(
+      "cboWFJoin", {tr("Maximum"), tr("Average")},
+      tr("How lines become one row: by maximum short signals stay, by average the noise is smoother"),
+      fraSpectrum);
   QGridLayout* grid = GridOf(fraSpectrum);
   AddRow(grid, 0, tr("MAX/AVG Samp&les"), cboSoft_);
+  AddRow(grid, 3, tr("Waterfall li&nes per row"), cboWFSpeed);
+  AddRow(grid, 4, tr("&Joined by"), cboWFJoin);
   grid->addWidget(chkQSY, 0, 2);
   grid->addWidget(chkAUTOREF_, 0, 3);
   grid->addWidget(chkPriority, 1, 2);
@@ -53,7 +63,7 @@ QGroupBox* DisplayPage::MakeSpectrum() {
       tr("Colours of the waterfall"), fraSpectrum);
   AddRow(grid, 1, tr("Waterfall &colours"), cboPalette);
   AddRow(grid, 2, tr("Band plan re&gion"), cboBandPlan);
-  AddRow(grid, 3, tr("Status and m&ini-pans"), cboInset);
+  AddRow(grid, 5, tr("Status and m&ini-pans"), cboInset);
   grid->setColumnStretch(3, 1);
   free_.push_back(ListField(cboPalette, key::kWFPalette));
   free_.push_back(FlagField(chkQSY, key::kQsy));
@@ -61,6 +71,8 @@ QGroupBox* DisplayPage::MakeSpectrum() {
   free_.push_back(FlagField(chkWFLive, key::kWFLive));
   free_.push_back(ListField(cboBandPlan, key::kBandPlanRegion));
   free_.push_back(ListField(cboInset, key::kInsetPlace));
+  free_.push_back(ListField(cboWFSpeed, key::kWFSpeed, 1));
+  free_.push_back(ListField(cboWFJoin, key::kWFJoin));
   return fraSpectrum;
 }
 
