@@ -29,12 +29,15 @@ FilterReach IcomBackend::FilterReachOf(Vfo receiver) const {
 void IcomBackend::ChangeBandwidth(Vfo receiver, int deltaHz) {
   if (!FilterReachOf(receiver).Width) return;
   const int radioMode = IcomModeCode(state_.RadioModeIndex);
-  // What it told last is what was asked last, or somebody turned it there.
-  if (IcomFilterNumber(radioMode, askedHz_) != askedNumber_ || state_.FilterNumber != askedNumber_)
-    askedHz_ = IcomFilterHz(radioMode, state_.FilterNumber);
+  // What it tells is the answer to what was asked last, or somebody turned it there; until it answered it may
+  // be older.
+  const bool waits =
+      commands_.WaitsForFilterNumber() && IcomFilterNumber(radioMode, askedHz_) == askedNumber_;
+  const int before = waits ? askedNumber_ : state_.FilterNumber;
+  if (before != askedNumber_) askedHz_ = IcomFilterHz(radioMode, before);
   askedHz_ = std::max(50.0, askedHz_ + deltaHz);
   askedNumber_ = IcomFilterNumber(radioMode, askedHz_);
-  if (askedNumber_ == state_.FilterNumber) return;
+  if (askedNumber_ == before) return;
   // Shown as it was asked for; the radio's answer to the question behind it corrects that.
   state_.FilterNumber = askedNumber_;
   commands_.SetIcomFilterNumber(askedNumber_);

@@ -156,6 +156,7 @@ void IcomCommands::AskPanelState(int index) {
 // 1A 03 | number of the width, BCD; then the question
 void IcomCommands::SetIcomFilterNumber(int number) {
   if (number < 0 || number > 49) return;
+  filterNumber_.Ask(number, clock_.Now());
   sender_.SendCiv("1A", "03", std::to_string(number / 10) + std::to_string(number % 10));
   sender_.SendCiv("1A", "03", "?");
 }

@@ -37,6 +37,8 @@ class IcomCommands {
 
   /// number: of IcomFilters. Read back at once.
   void SetIcomFilterNumber(int number);
+  /// What the radio tells of it may be older than what was asked.
+  [[nodiscard]] bool WaitsForFilterNumber() const { return filterNumber_.Waits(clock_.Now()); }
 
   // The controls. Those that the parser moves do nothing while it does.
 
@@ -83,6 +85,7 @@ class IcomCommands {
   EventPump& pump_;
   const Clock& clock_;
   AskedValue agc_;
+  AskedValue filterNumber_;
   AskedValue speed_;
   std::optional<int> awaitedFilter_;  ///< 1..3 while cmdFil_Click waits
 };
