@@ -137,6 +137,20 @@ void PlaceZoomed(const PlotLayout& layout, const ScaleState& scale, bool withMHz
   }
 }
 
+/// How many lines apart labels stand clear of each other, so that they are equally far apart on both sides.
+std::size_t LabelStride(const PlotLayout& layout, const ScaleState& scale, bool withMHz,
+                        const LabelMetrics& metrics) {
+  const double stepHz = scale.GridOffsetHz[1];
+  const double spanHz = scale.Geometry.ShownSpanHz();
+  if (!(stepHz > 0)) return 1;
+  const int widest = metrics.TextWidth(LabelText(scale, -20 * stepHz, stepHz, withMHz));
+  const double linePixels = stepHz / spanHz * layout.PlotWidth;
+  for (const std::size_t stride : {1, 2, 4, 5}) {
+    if (static_cast<double>(stride) * linePixels >= widest + layout.Px(kLabelRoom)) return stride;
+  }
+  return 10;
+}
+
 void PlaceFrequencies(const PlotLayout& layout, const ScaleState& scale, bool withMHz,
                       const LabelMetrics& metrics, ScaleLines& lines) {
   if (!scale.Geometry.Valid() || layout.PlotHeight <= 0) return;
@@ -144,6 +158,7 @@ void PlaceFrequencies(const PlotLayout& layout, const ScaleState& scale, bool wi
     PlaceZoomed(layout, scale, withMHz, metrics, lines);
     return;
   }
+  const std::size_t stride = LabelStride(layout, scale, withMHz, metrics);
   FrequencySide right(layout, scale, +1);
   FrequencySide left(layout, scale, -1);
   for (std::size_t i = 0; i < scale.GridOffsetHz.size(); ++i) {
@@ -152,7 +167,7 @@ void PlaceFrequencies(const PlotLayout& layout, const ScaleState& scale, bool wi
       const bool again = i == 0 && sign < 0;  // the centre belongs to both sides
       if (x < 0 || again) continue;
       lines.Frequencies.push_back({LinePixel(x, layout.PlotWidth, layout.LineWidth()), false});
-      if (i == 0 && !scale.Running) continue;
+      if (i % stride != 0 || (i == 0 && !scale.Running)) continue;
       const double offsetHz = sign * scale.GridOffsetHz[i];
       AddFrequencyLabel(layout, metrics, LabelText(scale, offsetHz, scale.GridOffsetHz[1], withMHz), x,
                         lines.FrequencyLabels);

@@ -51,7 +51,7 @@ QGroupBox* DisplayPage::MakeSpectrum() {
       fraSpectrum);
   QGridLayout* grid = GridOf(fraSpectrum);
   AddRow(grid, 0, tr("MAX/AVG Samp&les"), cboSoft_);
-  AddRow(grid, 3, tr("Waterfall li&nes per row"), cboWFSpeed);
+  AddRow(grid, 3, tr("Waterfall lines per row"), cboWFSpeed);
   AddRow(grid, 4, tr("&Joined by"), cboWFJoin);
   grid->addWidget(chkQSY, 0, 2);
   grid->addWidget(chkAUTOREF_, 0, 3);
