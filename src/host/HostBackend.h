@@ -51,6 +51,10 @@ class HostBackend final : public RigBackend {
   void RememberBand() override { parts_.Radio.RememberBand(); }
   void SelectBand(int button) override { parts_.Radio.HostSetBand(button); }
   bool SelectMode(const ModeRequest& request) override;
+  /// VFO A's.
+  bool SetMode(Vfo receiver, const ExactMode& exact) override;
+  bool SetSplit(bool on) override;
+  bool Transmit(bool on) override;
   /// For an Icom hexadecimal digits, unless it ends in ";".
   void SendMacro(std::string_view text) override;
   /// 100 kHz from where VFO A is.

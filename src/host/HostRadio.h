@@ -61,7 +61,11 @@ class HostRadio {
   void HostSetBand(int band);
   /// MHz, above 0.
   void HostSetFrequency(double freqMHz, Vfo vfo);
-  void HostSetMode(int hostMode);
+  void HostSetMode(int hostMode) { HostSetMode(hostMode, state_.DataFamily); }
+  /// dataFamily: data rather than radio teletype is meant by FSK.
+  void HostSetMode(int hostMode, bool dataFamily);
+  void HostSetSplit(bool on);
+  void HostTransmit(bool on);
   /// "FA" or "FB" with 11 digits sets a frequency, whatever the radio; other text is for the radio itself.
   void HostSendCommand(HostCommandKind kind, std::string_view text);
   /// Where the settings name no CI-V address. Two hex digits.

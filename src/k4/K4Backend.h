@@ -40,6 +40,9 @@ class K4Backend final : public RigBackend {
   void SelectBand(int button) override;
   void RememberBand() override;
   bool SelectMode(const ModeRequest& request) override;
+  bool SetMode(Vfo receiver, const ExactMode& exact) override;
+  bool SetSplit(bool on) override;
+  bool Transmit(bool on) override;
   void SendMacro(std::string_view text) override { sender_.SendK4(text); }
   void ChangeBandwidth(Vfo receiver, int deltaHz) override;
   void ShiftPassband(Vfo receiver, int deltaHz) override;
