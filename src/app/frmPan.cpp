@@ -61,10 +61,14 @@ frmPan::frmPan(const Parts& parts)
   for (RadioKit* kit : parts_.Router.Kits()) kit->SetWindow(this);
   connect(&parts_.User, &QtNotifier::StatusChanged, scope_,
           [this](const QString& text) { scope_->Status().Show(StatusLine::Rank::Status, text); });
+  parts_.Cat.Show = [this](const std::string& text) {
+    scope_->Status().Show(StatusLine::Rank::Programs, QString::fromStdString(text));
+  };
 }
 
 frmPan::~frmPan() {
   parts_.Cycle.RunningChanged = nullptr;
+  parts_.Cat.Show = nullptr;
   for (RadioKit* kit : parts_.Router.Kits()) kit->SetWindow(nullptr);
   view_.reset();
   tuning_.reset();
@@ -187,6 +191,7 @@ void frmPan::LoadSettings() {
   spectrino::LoadSettings(SetupSection(parts_.Store), settings, parts_.Devices.Sources().Radios());
   sources_.Loaded();
   if (SettingsLoaded) SettingsLoaded(settings);
+  parts_.Cat.Load();
   ShowDevices();
   view_->ApplyOptions();
   parts_.Cycle.UpdateScale();
@@ -207,6 +212,7 @@ void frmPan::cmdSetup_Click() {
     return parts_.Devices.Sources();
   };
   world.OpenManual = OpenManual;
+  world.CatServerPlace = QString::fromStdString(parts_.Cat.Text());
   world.AskRigs = AskRigctlList;
   if (parts_.User.Unattended()) {
     world.ShowMessage = [this](const QString& text) {

@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "adapters/qt/QtNotifier.h"
+#include "app/CatServing.h"
 #include "app/Deck.h"
 #include "app/LinkView.h"
 #include "app/PanView.h"
@@ -41,6 +42,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
     const Clock& Time;
     const SerialPorts& Ports;
     const RigRouter& Router;
+    CatServing& Cat;
   };
 
   explicit frmPan(const Parts& parts);
