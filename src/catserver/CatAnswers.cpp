@@ -4,8 +4,8 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdint>
 
+#include "catserver/CatAbilities.h"
 #include "catserver/CatModes.h"
 #include "state/Val.h"
 
@@ -14,22 +14,8 @@ namespace {
 
 using Verb = CatVerb;
 
-constexpr double kS9Dbm = -73;
-
-CatAnswer Failed(CatResult result) {
-  return {.Result = result, .Records = {}, .Wish = {}};
-}
-
-CatAnswer Values(std::vector<CatAnswer::Record> records) {
-  return {.Records = std::move(records), .Wish = {}};
-}
-
 CatAnswer Asking(const CatWish& wish) {
   return {.Records = {}, .IsSet = true, .Wish = wish};
-}
-
-CatAnswer SetDone(CatResult result) {
-  return {.Result = result, .Records = {}, .IsSet = true, .Wish = {}};
 }
 
 std::string Whole(double value) {
@@ -71,62 +57,6 @@ std::string ModeWords() {
   std::string words;
   for (const CatMode& row : CatModes()) words += std::string(row.Word) + ' ';
   return words;
-}
-
-struct Level {
-  std::string_view Name;
-  unsigned Bit;  ///< in Hamlib's mask of levels
-  std::optional<double> (*Value)(const RadioState& radio);
-};
-constexpr std::array<Level, 4> kLevels{{
-    {"PREAMP", 0x1, [](const RadioState& radio) { return std::optional<double>(radio.PreampDb); }},
-    {"ATT", 0x2, [](const RadioState& radio) { return std::optional<double>(radio.AttenuatorDb); }},
-    {"CWPITCH", 0x800, [](const RadioState& radio) { return std::optional<double>(radio.PitchHz); }},
-    // Decibels above S9.
-    {"STRENGTH", 0x40000000,
-     [](const RadioState& radio) {
-       return radio.SMeterTold ? std::optional(radio.SMeterDbm - kS9Dbm) : std::nullopt;
-     }},
-}};
-
-// Words of Hamlib's that are no nonsense.
-constexpr std::array<std::string_view, 48> kOtherWords{
-    "VOXDELAY",     "AF",      "RF",      "SQL",     "IF",     "APF",   "NR",    "PBT_IN",
-    "PBT_OUT",      "RFPOWER", "MICGAIN", "KEYSPD",  "NOTCHF", "COMP",  "AGC",   "BKINDL",
-    "BAL",          "METER",   "VOXGAIN", "ANTIVOX", "RAWSTR", "SWR",   "ALC",   "RFPOWER_METER",
-    "MONITOR_GAIN", "FAGC",    "NB",      "VOX",     "TONE",   "TSQL",  "SBKIN", "FBKIN",
-    "ANF",          "AIP",     "MON",     "ARO",     "LOCK",   "MUTE",  "VSC",   "REV",
-    "RIT",          "XIT",     "AFC",     "SATMODE", "SCOPE",  "TUNER", "NB2",   "SPECTRUM"};
-
-CatResult NoSuch(std::string_view word) {
-  return std::ranges::find(kOtherWords, word) != kOtherWords.end() ? CatResult::NotAvailable
-                                                                   : CatResult::Invalid;
-}
-
-CatAnswer GetLevel(std::string_view name, const CatServerState& radio) {
-  if (name == "?") {
-    std::string names;
-    for (const Level& level : kLevels) names += std::string(level.Name) + ' ';
-    return Values({{"", names}});
-  }
-  const auto* const level = std::ranges::find(kLevels, name, &Level::Name);
-  if (level == kLevels.end()) return Failed(NoSuch(name));
-  if (const CatResult ready = radio.Ready(); ready != CatResult::Done) return Failed(ready);
-  const std::optional<double> value = level->Value(radio.Radio());
-  return value ? Values({{"", Whole(*value)}}) : Failed(CatResult::NotAvailable);
-}
-
-// The manual notch is the one function that is known of; none can be set.
-CatAnswer GetFunc(std::string_view name, const CatServerState& radio) {
-  if (name == "?") return Values({{"", "MN "}});
-  if (name != "MN") return Failed(NoSuch(name));
-  if (const CatResult ready = radio.Ready(); ready != CatResult::Done) return Failed(ready);
-  return Values({{"", radio.Radio().MainNotchHz ? "1" : "0"}});
-}
-
-CatAnswer NothingToSet(std::string_view name, bool known) {
-  if (name == "?") return {.Records = {{"", ""}}, .IsSet = true, .Wish = {}};
-  return SetDone(known ? CatResult::NotAvailable : NoSuch(name));
 }
 
 CatAnswer GetFreq(Vfo vfo, const CatServerState& radio, const char* label) {
@@ -211,61 +141,6 @@ CatAnswer GetPowerStat(const CatServerState& radio) {
   return Values({{"Power Status", ready == CatResult::Done ? "1" : "0"}});
 }
 
-std::string Hex(std::uint64_t value) {
-  std::array<char, 16> digits{};
-  const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), value, 16);
-  return "0x" + std::string(digits.data(), end);
-}
-
-// The radio's abilities, a record a line: protocol version, model, region; ranges received and transmitted,
-// tuning steps and filters, each list with a row of zeros at its end; offsets; functions and levels that can
-// be read and set; then names with values up to "done".
-CatAnswer DumpState(const CatServerState& radio) {
-  unsigned modes = 0;
-  for (const CatMode& row : CatModes()) modes |= row.Bit;
-  unsigned levels = 0;
-  for (const Level& level : kLevels) levels |= level.Bit;
-  const std::string vfos = radio.HasVfoB() ? "0x3" : "0x1";
-  const std::string range = "10000.000000 450000000000.000000 " + Hex(modes);
-  constexpr const char* kEndOfRanges = "0 0 0 0 0 0 0";
-  constexpr const char* kNotch = "0x2000";
-  std::vector<CatAnswer::Record> lines;
-  for (const std::string& line : {std::string("1"),
-                                  std::string("2"),
-                                  std::string("0"),
-                                  range + " -1 -1 " + vfos + " 0x1",
-                                  std::string(kEndOfRanges),
-                                  range + " 0 100000 " + vfos + " 0x1",
-                                  std::string(kEndOfRanges),
-                                  Hex(modes) + " 1",
-                                  std::string("0 0"),
-                                  Hex(modes) + " 0",
-                                  std::string("0 0"),
-                                  std::string("0"),
-                                  std::string("0"),
-                                  std::string("0"),
-                                  std::string("0"),
-                                  std::string("0"),
-                                  std::string("0"),
-                                  std::string(kNotch),
-                                  std::string("0x0"),
-                                  Hex(levels),
-                                  std::string("0x0"),
-                                  std::string("0x0"),
-                                  std::string("0x0"),
-                                  std::string("vfo_ops=0x0"),
-                                  std::string("ptt_type=0x1"),
-                                  std::string("targetable_vfo=") + (radio.HasVfoB() ? "0x3" : "0x0"),
-                                  std::string("has_set_vfo=1"),
-                                  std::string("has_get_vfo=1"),
-                                  std::string("has_set_freq=1"),
-                                  std::string("has_get_freq=1"),
-                                  std::string("timeout=2500"),
-                                  std::string("done")})
-    lines.push_back({"", line});
-  return Values(std::move(lines));
-}
-
 CatAnswer AnswerForVfo(const CatRequest& request, Vfo vfo, const CatServerState& radio, CatSession& session) {
   switch (request.Verb) {
     case Verb::GetFreq:
@@ -295,12 +170,11 @@ CatAnswer AnswerForVfo(const CatRequest& request, Vfo vfo, const CatServerState&
     case Verb::GetLevel:
       return GetLevel(request.Arguments[0], radio);
     case Verb::SetLevel:
-      return NothingToSet(request.Arguments[0],
-                          std::ranges::find(kLevels, request.Arguments[0], &Level::Name) != kLevels.end());
+      return SetLevel(request.Arguments[0]);
     case Verb::GetFunc:
       return GetFunc(request.Arguments[0], radio);
     default:
-      return NothingToSet(request.Arguments[0], request.Arguments[0] == "MN");
+      return SetFunc(request.Arguments[0]);
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "catserver/CatRequest.h"
@@ -28,6 +29,20 @@ struct CatAnswer {
   bool NoResult = false;        ///< no answer of this one tells it, as clients expect
   std::optional<CatWish> Wish;  ///< to be asked of the radio before the answer
 };
+
+/// A read that has no value.
+[[nodiscard]] inline CatAnswer Failed(CatResult result) {
+  return {.Result = result, .Records = {}, .Wish = {}};
+}
+
+[[nodiscard]] inline CatAnswer Values(std::vector<CatAnswer::Record> records) {
+  return {.Records = std::move(records), .Wish = {}};
+}
+
+/// A set that needs nothing of the radio.
+[[nodiscard]] inline CatAnswer SetDone(CatResult result) {
+  return {.Result = result, .Records = {}, .IsSet = true, .Wish = {}};
+}
 
 [[nodiscard]] CatAnswer AnswerTo(const CatRequest& request, const CatServerState& radio, CatSession& session);
 
