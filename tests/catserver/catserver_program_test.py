@@ -96,6 +96,20 @@ class CatServerTest(unittest.TestCase):
         except OSError:
             return False
 
+    def room(self):
+        """Whether half of all places are free at once."""
+        few = []
+        try:
+            for _ in range(8):
+                few.append(Client(self.port))
+                few[-1].ask("f\n")
+            return True
+        except (OSError, EOFError):
+            return False
+        finally:
+            for one in few:
+                one.socket.close()
+
     def rigctl(self, model, device, *words):
         run = subprocess.run(["rigctl", "-m", str(model), "-r", str(device), *words], capture_output=True, text=True,
                              timeout=MARGIN)
@@ -137,6 +151,18 @@ class CatServerTest(unittest.TestCase):
         self.assertEqual(self.serial("F", "14035000", "f"), ["14035000"])
         self.assertEqual(Client(self.port).ask("f\n"), "14035000\n")
 
+    def test_a_radio_behind_another_rigctld_is_passed_on(self):
+        behind = free_port()
+        self.radio = self.start(["rigctld", "-m", "1", "-T", "127.0.0.1", "-t", str(behind)],
+                                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.wait(lambda: self.rigctl(2, f"127.0.0.1:{behind}", "f")[0], "no rigctld")
+        self.serve(f"OptFreq=0\nHostEndpoint=127.0.0.1:{behind}\n")
+        for sets, reads, answer in [("F 14076000", "f", "14076000"), ("M PKTUSB 0", "m", "PKTUSB"),
+                                    ("M RTTY 0", "m", "RTTY"), ("S 1 VFOB", "s", "1"), ("S 0 VFOA", "s", "0")]:
+            with self.subTest(sets):
+                self.assertEqual(self.net(*sets.split(), reads)[0], answer)
+                self.assertEqual(self.rigctl(2, f"127.0.0.1:{behind}", reads)[0][0], answer, "the radio itself")
+
     def test_transmitting_is_refused_and_misbehaviour_harms_nobody(self):
         self.serve(self.k4())
         good = Client(self.port)
@@ -155,7 +181,7 @@ class CatServerTest(unittest.TestCase):
             if crowd.index(one) % 2:
                 one.socket.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
             one.socket.close()
-        self.wait(self.answers, "no room after the crowd left")
+        self.wait(self.room, "no room after the crowd left")
         half = Client(self.port)
         half.socket.sendall(b"f\nm\n")
         half.socket.shutdown(socket.SHUT_WR)
