@@ -50,7 +50,7 @@ TEST_F(Terminal, CarriesEveryByteAndForgetsItsVisitors) {
     terminal.Write("left unread;");
     termios cooked{};
     ::tcgetattr(program, &cooked);
-    cooked.c_lflag |= ECHO | ICANON;
+    cooked.c_lflag |= ICANON;
     ::tcsetattr(program, TCSANOW, &cooked);
     ::close(program);
     terminal.Process();

@@ -54,7 +54,7 @@ void QtByteSocket::Later::operator()(QTcpSocket* socket) const {
 
 QtByteSocket::QtByteSocket() = default;
 
-QtByteSocket::QtByteSocket(QTcpSocket* accepted) {
+QtByteSocket::QtByteSocket(QTcpSocket* accepted) : visitor_(true) {
   accepted->setParent(nullptr);
   accepted->setReadBufferSize(kMostOfVisitor);
   Attend(accepted);
@@ -94,7 +94,14 @@ void QtByteSocket::Close() {
 
 void QtByteSocket::Send(std::string_view bytes) {
   if (!socket_ || socket_->state() != QTcpSocket::ConnectedState) return;
-  socket_->write(bytes.data(), static_cast<qint64>(bytes.size()));
+  // A visitor that closed its side behind its last request still reads: what waits in Qt's buffer would be
+  // dropped with the news of that, what the system has leaves.
+  if (visitor_ && socket_->bytesToWrite() == 0) {
+    const ssize_t sent = ::send(static_cast<int>(socket_->socketDescriptor()), bytes.data(), bytes.size(),
+                                MSG_DONTWAIT | MSG_NOSIGNAL);
+    if (sent > 0) bytes.remove_prefix(static_cast<std::size_t>(sent));
+  }
+  if (!bytes.empty()) socket_->write(bytes.data(), static_cast<qint64>(bytes.size()));
 }
 
 std::size_t QtByteSocket::Unsent() const {

@@ -39,6 +39,7 @@ class QtByteSocket final : public ByteSocket {
 
   std::unique_ptr<QTcpSocket, Later> socket_;
   bool wasConnected_ = false;
+  bool visitor_ = false;  ///< a server took it
   std::pair<std::string, std::uint16_t> peer_;
   std::pair<std::string, std::uint16_t> reached_;  ///< the peer that took a connection last
 };
