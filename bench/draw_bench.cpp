@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "display/Colours.h"
+#include "display/Palettes.h"
 #include "display/PanDisplay.h"
 
 namespace spectrino {

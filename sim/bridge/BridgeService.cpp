@@ -8,7 +8,7 @@ namespace {
 
 const QString kPath = QStringLiteral("/org/spectrino/Bridge");
 const QString kInterface = QStringLiteral("org.spectrino.Bridge1");
-constexpr std::array kNames{"VfoAHz", "VfoBHz", "Offset", "Shift", "Bandwidth", "Bandwidth2"};
+constexpr std::array kNames{"VfoAHz", "VfoBHz", "Offset", "Shift", "Bandwidth", "Bandwidth2", "Trouble"};
 constexpr qsizetype kLongestCommand = 4096;
 
 }  // namespace

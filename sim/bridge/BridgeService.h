@@ -1,4 +1,4 @@
-// The bridge as others see it on the session bus: six texts that change, and commands that come in.
+// The bridge as others see it on the session bus: texts that change, and commands that come in.
 // Knows no radio: whoever follows one moves the texts and is told of the commands.
 #pragma once
 
@@ -30,6 +30,7 @@ class BridgeService final : public QObject {
   Q_PROPERTY(QString Shift MEMBER shift_ NOTIFY Changed)
   Q_PROPERTY(QString Bandwidth MEMBER bandwidth_ NOTIFY Changed)
   Q_PROPERTY(QString Bandwidth2 MEMBER bandwidth2_ NOTIFY Changed)
+  Q_PROPERTY(QString Trouble MEMBER trouble_ NOTIFY Changed)
 
  public:
   BridgeService();
@@ -53,8 +54,8 @@ class BridgeService final : public QObject {
   void TellChanges();
 
   QDBusConnection bus_;
-  QString vfoAHz_, vfoBHz_, offset_, shift_, bandwidth_, bandwidth2_;
-  std::array<QString, 6> told_;
+  QString vfoAHz_, vfoBHz_, offset_, shift_, bandwidth_, bandwidth2_, trouble_;
+  std::array<QString, 7> told_;
 };
 
 }  // namespace spectrino

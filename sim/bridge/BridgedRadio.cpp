@@ -49,14 +49,17 @@ void BridgedRadio::Show(const FollowedRadio& now) {
   if (now == shown_) return;
   shown_ = now;
   Remember(now.VfoAHz);
+  // The bus first: whoever follows waits for the frequency, and a file may have to wait for a lock.
+  service_.Put("Trouble", now.Trouble);
+  service_.Put("VfoAHz", QString::number(now.VfoAHz));
+  service_.Put("VfoBHz", QString::number(now.VfoBHz));
+  service_.Put("Bandwidth", QString::number(now.BandwidthHz));
+  if (now.Mode.isEmpty()) return;
   // Without a mode nobody could step through a band.
   const std::vector<KeyValue> pan{{"MD", std::to_string(ModeCodeOf(now.Mode))},
                                   {"FT", now.Split ? "1" : "0"},
                                   {"FA", std::to_string(now.VfoAHz)}};
   store_.SaveSettings("LP-Bridge", "PAN", pan);
-  service_.Put("VfoAHz", QString::number(now.VfoAHz));
-  service_.Put("VfoBHz", QString::number(now.VfoBHz));
-  service_.Put("Bandwidth", QString::number(now.BandwidthHz));
 }
 
 void BridgedRadio::Remember(qint64 hz) {

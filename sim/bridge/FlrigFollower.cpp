@@ -25,6 +25,12 @@ QString HamlibMode(const QString& mode) {
   return mode;
 }
 
+std::optional<qint64> HertzIn(const QString& text) {
+  bool isNumber = false;
+  const qint64 hz = text.toLongLong(&isNumber);
+  return isNumber && hz >= 0 ? std::optional(hz) : std::nullopt;
+}
+
 }  // namespace
 
 QStringList XmlRpcValues(const QByteArray& answer) {
@@ -69,7 +75,7 @@ FlrigFollower::FlrigFollower(const QString& host, quint16 port) {
 }
 
 void FlrigFollower::Call(const QString& method, const QString& params,
-                         std::function<void(const QString&)> answered) {
+                         std::function<void(const Answer&)> answered) {
   QNetworkRequest request(url_);
   request.setHeader(QNetworkRequest::ContentTypeHeader, "text/xml");
   request.setTransferTimeout(kDeadlineMs);
@@ -78,22 +84,40 @@ void FlrigFollower::Call(const QString& method, const QString& params,
   QObject::connect(reply, &QNetworkReply::finished, &poll_, [this, reply, answered = std::move(answered)] {
     --waiting_;
     reply->deleteLater();
-    if (reply->error() != QNetworkReply::NoError) return;
-    const QStringList values = XmlRpcValues(reply->read(kLongestAnswer));
-    if (!values.isEmpty() && answered) answered(values.front());
+    if (!answered) return;
+    Answer answer{.Reached = reply->error() == QNetworkReply::NoError, .Value = {}};
+    const QStringList values = answer.Reached ? XmlRpcValues(reply->read(kLongestAnswer)) : QStringList();
+    if (!values.isEmpty()) answer.Value = values.front();
+    answered(answer);
   });
 }
 
 void FlrigFollower::Ask() {
   if (waiting_ > 0) return;  // a slow radio is asked as fast as it answers
-  Call("rig.get_vfoA", {}, [this](const QString& hz) { radio_.VfoAHz = hz.toLongLong(); });
-  Call("rig.get_vfoB", {}, [this](const QString& hz) { radio_.VfoBHz = hz.toLongLong(); });
-  Call("rig.get_mode", {}, [this](const QString& mode) { radio_.Mode = HamlibMode(mode); });
-  Call("rig.get_bw", {}, [this](const QString& width) { radio_.BandwidthHz = width.toInt(); });
-  Call("rig.get_split", {}, [this](const QString& split) {
-    radio_.Split = split.toInt() != 0;
+  Call("rig.get_vfoA", {}, [this](const Answer& answer) { TakeVfoA(answer); });
+  AskFor("rig.get_vfoB", [this](const QString& hz) { radio_.VfoBHz = HertzIn(hz).value_or(radio_.VfoBHz); });
+  AskFor("rig.get_mode", [this](const QString& mode) { radio_.Mode = HamlibMode(mode); });
+  AskFor("rig.get_bw", [this](const QString& width) { radio_.BandwidthHz = width.toInt(); });
+  AskFor("rig.get_split", [this](const QString& split) { radio_.Split = split.toInt() != 0; });
+}
+
+void FlrigFollower::AskFor(const QString& method, std::function<void(const QString&)> take) {
+  Call(method, {}, [this, take = std::move(take)](const Answer& answer) {
+    if (!answer.Value) return;
+    take(*answer.Value);
     if (Told) Told(radio_);
   });
+}
+
+// The one value without which there is no radio.
+void FlrigFollower::TakeVfoA(const Answer& answer) {
+  const std::optional<qint64> hz = answer.Value ? HertzIn(*answer.Value) : std::nullopt;
+  const QString name = "the flrig at " + url_.authority();
+  radio_.Trouble.clear();
+  if (!answer.Reached) radio_.Trouble = name + " does not answer: is it running, with its server on?";
+  if (answer.Reached && !hz) radio_.Trouble = name + " tells no frequency: is its radio connected and on?";
+  if (hz) radio_.VfoAHz = *hz;
+  if (Told) Told(radio_);
 }
 
 void FlrigFollower::SetVfo(bool vfoB, qint64 hz) {

@@ -12,6 +12,7 @@
 #include <QTimer>
 #include <QUrl>
 #include <functional>
+#include <optional>
 
 #include "sim/bridge/RadioFollower.h"
 
@@ -26,8 +27,16 @@ class FlrigFollower final : public RadioFollower {
   void SetVfo(bool vfoB, qint64 hz) override;
 
  private:
+  struct Answer {
+    bool Reached = false;          ///< something answered
+    std::optional<QString> Value;  ///< nothing: it was no answer to the question
+  };
+
   void Ask();
-  void Call(const QString& method, const QString& params, std::function<void(const QString&)> answered);
+  void TakeVfoA(const Answer& answer);
+  void Call(const QString& method, const QString& params, std::function<void(const Answer&)> answered);
+  /// As Call, for a value that is told on as soon as it is there; one that does not come stays as it was.
+  void AskFor(const QString& method, std::function<void(const QString&)> take);
 
   QNetworkAccessManager network_;
   QUrl url_;

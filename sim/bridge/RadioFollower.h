@@ -9,9 +9,10 @@ namespace spectrino {
 struct FollowedRadio {
   qint64 VfoAHz = 0;
   qint64 VfoBHz = 0;
-  QString Mode;  ///< as Hamlib names it: "USB", "CWR", "PKTUSB"
+  QString Mode;  ///< as Hamlib names it: "USB", "CWR", "PKTUSB"; empty before it was told
   int BandwidthHz = 0;
   bool Split = false;
+  QString Trouble;  ///< why it is not heard and what to do; empty while it is: the rest is as it was before
 
   bool operator==(const FollowedRadio&) const = default;
 };
@@ -25,7 +26,7 @@ class RadioFollower {
 
   virtual void SetVfo(bool vfoB, qint64 hz) = 0;
 
-  /// The radio as it is now, when something of it changed.
+  /// The radio as it is now, after each value that arrived and when it is no longer heard.
   std::function<void(const FollowedRadio&)> Told;
 
  protected:

@@ -15,14 +15,37 @@ constexpr double kMostHz = 1e12;
 
 }  // namespace
 
-RigctldFollower::RigctldFollower(const RigctldEndpoint& endpoint) {
+RigctldFollower::RigctldFollower(const RigctldEndpoint& endpoint)
+    : name_("rigctld at " + QString::fromStdString(endpoint.Text())) {
   client_.Open(endpoint, true);
   tick_.setInterval(kTickMs);
   QObject::connect(&tick_, &QTimer::timeout, &tick_, [this] {
     client_.Tick();
+    LookAfterLink();
     if (client_.ReadsIdle() && clock_.Now() >= next_) Ask();
   });
   tick_.start();
+}
+
+void RigctldFollower::LookAfterLink() {
+  QString trouble = radio_.Trouble;
+  switch (client_.Health().State) {
+    case LinkState::Live:
+      trouble.clear();
+      break;
+    case LinkState::Silent:
+      trouble = "the radio of the " + name_ + " does not answer: is it switched on?";
+      break;
+    case LinkState::Lost:
+      trouble = "the " + name_ + " is gone: is it running?";
+      break;
+    case LinkState::Connecting:
+    case LinkState::Closed:
+      break;  // an attempt tells nothing yet
+  }
+  if (trouble == radio_.Trouble) return;
+  radio_.Trouble = trouble;
+  if (Told) Told(radio_);
 }
 
 // A and B in turn; B only where the server can address it without switching over.

@@ -19,7 +19,9 @@ class RigctldFollower final : public RadioFollower {
  private:
   void Ask();
   void Take(Vfo vfo, const RigctldReply& reply);
+  void LookAfterLink();
 
+  QString name_;
   SystemClock clock_;
   QtByteSocket socket_;
   RigctldClient client_{socket_, clock_};

@@ -49,6 +49,10 @@ int main(int argc, char** argv) {
   PlainNotifier user;
   PosixSettingsFile file(DefaultSettingsFolder());
   SettingsStore store(file, user);
+  store.WriteInBackground([&] {
+    QMetaObject::invokeMethod(
+        &application, [&] { store.Collect(); }, Qt::QueuedConnection);
+  });
   BridgeService service;
   std::unique_ptr<RadioFollower> radio;
   std::unique_ptr<BridgedRadio> bridged;

@@ -7,6 +7,8 @@
 #include <csignal>
 #include <utility>
 
+#include "app/ServerProbe.h"
+
 namespace spectrino {
 namespace {
 
@@ -15,9 +17,9 @@ constexpr int kGoodbyeMs = 500;
 constexpr int kListDeadlineMs = 5000;
 constexpr qsizetype kLastWords = 200;
 
-bool PortIsFree(int port) {
+bool PortIsFree(const HostServerTask& task) {
   QTcpServer probe;
-  return probe.listen(QHostAddress::LocalHost, static_cast<quint16>(port));
+  return probe.listen(QHostAddress(QString::fromStdString(task.Host)), static_cast<quint16>(task.Port));
 }
 
 /// On one line, for the user.
@@ -28,7 +30,7 @@ std::string Words(const QByteArray& output) {
 }  // namespace
 
 QStringList HostServerArguments(const HostServerTask& task) {
-  QStringList arguments{"-m", QString::number(task.Model), "-T", "127.0.0.1",
+  QStringList arguments{"-m", QString::number(task.Model), "-T", QString::fromStdString(task.Host),
                         "-t", QString::number(task.Port)};
   if (!task.Device.empty()) arguments << "-r" << QString::fromStdString(task.Device);
   if (task.Baud > 0) arguments << "-s" << QString::number(task.Baud);
@@ -49,33 +51,48 @@ HostServer::HostServer(Notifier& user, const Clock& clock, QString program)
   QObject::connect(&process_, &QProcess::errorOccurred, &process_, [this](QProcess::ProcessError error) {
     if (error == QProcess::FailedToStart) Ended();
   });
-  QObject::connect(&process_, &QProcess::started, &process_, [this] { watch_.Heard(); });
   // Read as it comes: it may talk all day, and only its last words matter.
   QObject::connect(&process_, &QProcess::readyRead, &process_,
                    [this] { lastWords_ = (lastWords_ + process_.readAll()).right(kLastWords); });
-  retry_.setInterval(kLookMs);
-  QObject::connect(&retry_, &QTimer::timeout, &retry_, [this] {
-    if (watch_.TryDue()) Start();
-  });
+  look_.setInterval(kLookMs);
+  QObject::connect(&look_, &QTimer::timeout, &look_, [this] { Look(); });
+  patience_.setSingleShot(true);
+  QObject::connect(&patience_, &QTimer::timeout, &patience_, [this] { process_.kill(); });
 }
 
+// The one place that waits: the program ends, and leaves no server behind.
 HostServer::~HostServer() {
-  End();
+  Changed = nullptr;
+  Serve(std::nullopt);
+  if (process_.state() == QProcess::NotRunning || process_.waitForFinished(kGoodbyeMs)) return;
+  process_.kill();
+  process_.waitForFinished(kGoodbyeMs);
 }
 
 void HostServer::Serve(std::optional<HostServerTask> task) {
   if (task == task_) return;
-  End();
   task_ = std::move(task);
-  told_.clear();
+  look_.stop();
+  watch_.End();
+  Tell({});
+  // The radio's device and the port are free only when the one before is gone.
+  if (process_.state() != QProcess::NotRunning)
+    Dismiss();
+  else
+    Begin();
+}
+
+void HostServer::Begin() {
   if (!task_) return;
   Start();
-  retry_.start();
+  look_.start();
 }
 
 void HostServer::Start() {
   watch_.Begin();
-  if (!PortIsFree(task_->Port)) {
+  works_ = false;
+  if (!PortIsFree(*task_)) {
+    Tell({});
     watch_.Lost("another program serves port " + std::to_string(task_->Port));
     return;
   }
@@ -83,28 +100,49 @@ void HostServer::Start() {
   process_.start(program_, HostServerArguments(*task_));
 }
 
-void HostServer::End() {
-  retry_.stop();
-  watch_.End();
-  task_.reset();
-  if (process_.state() == QProcess::NotRunning) return;
-  process_.terminate();
-  if (!process_.waitForFinished(kGoodbyeMs)) {
-    process_.kill();
-    process_.waitForFinished(kGoodbyeMs);
+void HostServer::Look() {
+  if (process_.state() == QProcess::NotRunning) {
+    if (watch_.TryDue()) Start();
+  } else if (works_) {
+    watch_.Heard();
+  } else if (!asking_) {
+    asking_ = true;
+    AskPort(task_->Host, task_->Port, &look_, [this](PortHolder holder) {
+      asking_ = false;
+      if (holder == PortHolder::Nobody || dismissed_ || process_.state() != QProcess::Running) return;
+      works_ = true;
+      watch_.Heard();
+      Tell({});
+    });
   }
 }
 
+void HostServer::Dismiss() {
+  if (std::exchange(dismissed_, true)) return;
+  process_.terminate();
+  patience_.start(kGoodbyeMs);
+}
+
 void HostServer::Ended() {
+  patience_.stop();
+  works_ = false;
+  if (std::exchange(dismissed_, false)) {
+    Begin();
+    return;
+  }
   if (!task_) return;
   std::string words = process_.error() == QProcess::FailedToStart
                           ? "rigctld cannot be started: install the package libhamlib-utils"
-                          : "rigctld ended: " + Words(lastWords_);
+                          : "rigctld ended" + (lastWords_.isEmpty() ? "" : ": " + Words(lastWords_));
   watch_.Lost(words);
-  if (words == told_) return;  // each try says the same
-  user_.Log(LogArea::Host, words);
-  user_.ShowStatus(words);
-  told_ = std::move(words);
+  if (words != trouble_) user_.Log(LogArea::Host, words);  // each try says the same
+  Tell(std::move(words));
+}
+
+void HostServer::Tell(std::string trouble) {
+  if (trouble == trouble_) return;
+  trouble_ = std::move(trouble);
+  if (Changed) Changed();
 }
 
 void AskRigctlList(std::function<void(const std::string&)> answered) {

@@ -17,11 +17,12 @@ namespace spectrino {
 
 /// What it serves, and where.
 struct HostServerTask {
-  int Model = 0;         ///< by "rigctl -l"
-  std::string Device{};  ///< empty: none is named
-  int Baud = 0;          ///< 0: the radio's usual one
-  int Port = 4532;       ///< on the loopback address
-  bool Scope = false;    ///< the radio's scope is published to the loopback address as well, one port higher
+  int Model = 0;                   ///< by "rigctl -l"
+  std::string Device{};            ///< empty: none is named
+  int Baud = 0;                    ///< 0: the radio's usual one
+  std::string Host = "127.0.0.1";  ///< the loopback address that it serves on
+  int Port = 4532;
+  bool Scope = false;  ///< the radio's scope is published to the loopback address as well, one port higher
 
   bool operator==(const HostServerTask&) const = default;
 };
@@ -36,26 +37,42 @@ class HostServer final {
   HostServer(const HostServer&) = delete;
   HostServer& operator=(const HostServer&) = delete;
 
-  /// Serves this from now on; nothing: no server of ours. Where another one holds the port already, that one
-  /// serves, and it is looked at again now and then.
+  /// Serves this from now on; nothing: no server of ours. Never waits: the one before is asked to go, made to
+  /// when it does not, and the next begins when it is gone. Where another one holds the port already, that
+  /// one serves, and it is looked at again now and then.
   void Serve(std::optional<HostServerTask> task);
   [[nodiscard]] LinkHealth Health() const { return watch_.Health(); }
+  /// Why it does not serve, with its last words, until it serves again; empty while nothing is wrong.
+  [[nodiscard]] const std::string& Trouble() const { return trouble_; }
+  /// The trouble is another one, or is over.
+  std::function<void()> Changed;
   /// 0 while it does not run.
   [[nodiscard]] qint64 ProcessId() const { return process_.processId(); }
+  /// It is ours that serves there.
+  [[nodiscard]] bool ServesAt(const std::string& host, int port) const {
+    return works_ && task_ && task_->Host == host && task_->Port == port;
+  }
 
  private:
+  void Begin();
   void Start();
-  void End();
+  void Look();
+  void Dismiss();
   void Ended();
+  void Tell(std::string trouble);
 
   Notifier& user_;
   LinkWatch watch_;
   QString program_;
   std::optional<HostServerTask> task_;
+  QTimer look_;
+  QTimer patience_;  ///< with one that was asked to go
   QProcess process_;
-  QTimer retry_;
   QByteArray lastWords_;
-  std::string told_;  ///< the last words that the user was told
+  std::string trouble_;
+  bool works_ = false;      ///< somebody answers at its port while it runs
+  bool asking_ = false;     ///< whether somebody does
+  bool dismissed_ = false;  ///< it was asked to go
 };
 
 /// Hands on what "rigctl -l" prints; an empty text when it is not installed or does not answer within 5 s.

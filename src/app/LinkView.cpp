@@ -106,8 +106,9 @@ void LinkView::Look() {
     const std::string& why = source_.Health.Why;
     text_ = why.empty() ? source_.Name + " sends no spectrum: is its scope on?" : why;
   }
-  if (const std::string other = control_ ? control_->Text(now) : std::string(); !other.empty())
-    text_ += (text_.empty() ? "" : "\n") + other;
+  server_ = serverTrouble_();
+  for (const std::string& other : {control_ ? control_->Text(now) : std::string(), server_})
+    if (!other.empty()) text_ += (text_.empty() ? "" : "\n") + other;
   TellNews();
 }
 
@@ -116,7 +117,8 @@ void LinkView::TellNews() {
   const auto kind = [](const WatchedLink& link) {
     return link.Bad() ? link.Name + std::to_string(static_cast<int>(link.Health.State)) : std::string();
   };
-  std::string trouble = kind(source_) + (linesMissing_ ? "?" : "") + (control_ ? kind(*control_) : "");
+  std::string trouble =
+      kind(source_) + (linesMissing_ ? "?" : "") + (control_ ? kind(*control_) : "") + server_;
   if (trouble == told_) return;
   told_ = std::move(trouble);
   news_ = text_.empty() ? troubled_ + " is heard again" : text_;
@@ -124,6 +126,8 @@ void LinkView::TellNews() {
     troubled_ = source_.Name;
   else if (control_ && control_->Bad())
     troubled_ = control_->Name;
+  else if (!server_.empty())
+    troubled_ = "rigctld";
 }
 
 }  // namespace spectrino

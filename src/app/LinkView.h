@@ -3,6 +3,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -29,9 +30,12 @@ struct WatchedLink {
 
 class LinkView {
  public:
-  /// All outlive it.
-  LinkView(const RunCycle& cycle, const Session& state, const Clock& time)
-      : cycle_(cycle), state_(state), time_(time) {}
+  /// All outlive it. serverTrouble: what is wrong with the CAT server that the program runs itself, in a run
+  /// and beside it; empty while nothing is.
+  LinkView(
+      const RunCycle& cycle, const Session& state, const Clock& time,
+      std::function<std::string()> serverTrouble = [] { return std::string(); })
+      : cycle_(cycle), state_(state), time_(time), serverTrouble_(std::move(serverTrouble)) {}
 
   /// Looks at the links; a few times a second at least.
   void Look();
@@ -42,7 +46,9 @@ class LinkView {
   /// What is wrong, a line for each link, counting its seconds; empty while all is well.
   [[nodiscard]] const std::string& Text() const { return text_; }
   /// The text says no more than that lines stay away: whoever knows why says more.
-  [[nodiscard]] bool OnlyLinesMissing() const { return linesMissing_ && !(control_ && control_->Bad()); }
+  [[nodiscard]] bool OnlyLinesMissing() const {
+    return linesMissing_ && !(control_ && control_->Bad()) && server_.empty();
+  }
   /// What is worth saying aloud, once: something went wrong in another way than before, or is well again.
   [[nodiscard]] std::string TakeNews() { return std::exchange(news_, {}); }
   /// When the newest line of a picture that has stopped was taken; nothing while the picture is live, and
@@ -69,6 +75,7 @@ class LinkView {
   const RunCycle& cycle_;
   const Session& state_;
   const Clock& time_;
+  std::function<std::string()> serverTrouble_;
   WatchedLink source_;
   std::optional<WatchedLink> control_;  ///< where another kit than the source's tells the frequency
   LinkHealth::Time hiddenUntil_{};      ///< no line is taken while nobody can look at it
@@ -76,6 +83,7 @@ class LinkView {
   bool linesMissing_ = false;           ///< the link is heard, and brings none
   bool radioStale_ = false;
   std::optional<std::chrono::system_clock::time_point> stoppedAt_;
+  std::string server_;  ///< what is wrong with our own server
   std::string text_;
   std::string news_;
   std::string told_;      ///< the kind of trouble that was told last

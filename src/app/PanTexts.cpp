@@ -49,6 +49,12 @@ QString HealthText(LinkState state) {
 
 }  // namespace
 
+int ShownRangeDb(const Session& session, RunCycle& cycle) {
+  if (!session.Settings.AutoLevel) return RangeDb(session.Settings.RangeDivisor);
+  const LevelScale& levels = cycle.Scale().State().Levels;
+  return qRound((levels.TopLevel - levels.BottomLevel) / (levels.InDb ? 1 : LevelScale::kHeightsPerDb));
+}
+
 std::string InfoText(const Session& session, RunCycle& cycle) {
   const FrameGeometry& geometry = cycle.Scale().State().Geometry;
   QString text;
@@ -64,7 +70,7 @@ std::string InfoText(const Session& session, RunCycle& cycle) {
   } else {
     const ZoomPlan& plan = cycle.View().Plan;
     text += QString("Range %1 dB   FFT %2 (%3 Hz)")
-                .arg(RangeDb(session.Settings.RangeDivisor))
+                .arg(ShownRangeDb(session, cycle))
                 .arg(1 << plan.FftBits)
                 .arg(static_cast<double>(plan.SampleRate) / (1 << plan.FftBits), 0, 'f', 1);
   }

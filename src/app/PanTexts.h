@@ -16,5 +16,7 @@ namespace spectrino {
 /// while there is none, of the source that is chosen.
 /// While a radio's first line is awaited its span is not known, and not told.
 [[nodiscard]] std::string InfoText(const Session& session, RunCycle& cycle);
+/// From the plot's bottom to its top.
+[[nodiscard]] int ShownRangeDb(const Session& session, RunCycle& cycle);
 
 }  // namespace spectrino

@@ -5,7 +5,6 @@
 #include "app/PanTexts.h"
 #include "app/VfoMarkers.h"
 #include "display/SMeterText.h"
-#include "dsp/LevelScale.h"
 #include "state/FrequencyText.h"
 
 namespace spectrino {
@@ -21,8 +20,11 @@ VfoReadings ReadingsOf(const RadioState& radio) {
                     .Mode = ModeText(radio.RadioMode)};
   if (radio.SubFreqMHz > 0) shown.SubFrequency = QString::fromStdString(FrequencyText(radio.SubFreqMHz));
   const double offsetKHz = (radio.SubFreqMHz - radio.MainFreqMHz) * 1000;
-  if (radio.SplitOn != 0)
+  const bool bothTold = radio.MainFreqMHz > 0 && radio.SubFreqMHz > 0;
+  if (radio.SplitOn != 0 && bothTold)
     shown.Split = QString("SPLIT %1%2k").arg(offsetKHz > 0 ? "+" : "").arg(offsetKHz, 0, 'f', 2);
+  else if (radio.SplitOn != 0)
+    shown.Split = QString("SPLIT ") + kNoReading;
   return shown;
 }
 
@@ -52,6 +54,7 @@ void PanView::ApplyOptions() {
   options.WaterfallSel = settings.WaterfallSel;
   options.WFFollow = settings.WFFollow;
   options.WFLive = settings.WFLive;
+  options.Waterfall = {settings.WFPalette, settings.WFFloorDb, settings.WFContrast};
   parts_.Display.SetOptions(options);
   const std::uint32_t meter = settings.Colours[static_cast<std::size_t>(ColourIndex::SMeter)];
   const std::uint32_t frequency = settings.Colours[static_cast<std::size_t>(ColourIndex::Frequency)];
@@ -69,9 +72,8 @@ void PanView::AfterPass() {
   ShowPanel();
   ShowHeader();
   ShowOverlays();
-  // A band change brings the band's own reference and range.
-  const PanSettings& settings = parts_.State.Settings;
-  if (std::pair(settings.RefLevel, settings.RangeDivisor) != shownRange_) ShowStrip();
+  // A band change brings the band's own reference and range, and what follows the noise moves by itself.
+  if (RangeShown() != shownRange_) ShowStrip();
   parts_.Scope->ShowNew(parts_.Cycle.View().Line.Arrived);
 }
 
@@ -139,12 +141,19 @@ void PanView::ShowAll() {
   parts_.Scope->update();
 }
 
+std::pair<int, int> PanView::RangeShown() const {
+  return {parts_.State.Settings.RefLevel, ShownRangeDb(parts_.State, parts_.Cycle)};
+}
+
 void PanView::ShowStrip() {
   const PanSettings& settings = parts_.State.Settings;
-  shownRange_ = {settings.RefLevel, settings.RangeDivisor};
+  shownRange_ = RangeShown();
   RangePanelState state;
+  state.AutoLevel = settings.AutoLevel;
   state.RefLevel = settings.RefLevel;
-  state.RangeDb = RangeDb(settings.RangeDivisor);
+  state.RangeDb = shownRange_.second;
+  state.WFFloorDb = settings.WFFloorDb;
+  state.WFContrast = settings.WFContrast;
   state.DisplayMode = settings.DisplayMode;
   state.WaterfallSel = settings.WaterfallSel;
   state.Zoom = settings.Zoom;

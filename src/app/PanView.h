@@ -46,18 +46,20 @@ class PanView {
   void ShowAll();
   /// Reference, range or zoom changed. A run shows it with its next frame; a stopped window has none.
   void ShowScaleChange();
+  /// How the links do; without a run too.
+  void ShowLinks();
 
  private:
   void ShowHeader();
   void ShowMeter();
+  [[nodiscard]] std::pair<int, int> RangeShown() const;
   void ShowStrip();
   void ShowOverlays();
   void ShowInset();
   void ShowPanel();
-  void ShowLinks();
 
   Parts parts_;
-  std::pair<int, int> shownRange_;  ///< reference and divisor that the strip tells
+  std::pair<int, int> shownRange_;  ///< reference and range in dB that the strip tells
   std::uint64_t shownFrames_ = 0;
   Pacer idle_;   ///< how old header and markers may get without a new frame
   Pacer look_;   ///< links: a trouble is told within 3 s

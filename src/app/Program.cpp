@@ -4,6 +4,7 @@
 #include <QMessageBox>
 #include <utility>
 
+#include "app/ServerProbe.h"
 #include "host/HostBackend.h"
 #include "run/SetupChecks.h"
 #include "settings/Keys.h"
@@ -58,14 +59,16 @@ Program::Program(const CommandLine& line)
       session_, RunParts{*devices_, display_, store_, user_, pump_, clock_, *times_, radios_->Router()});
   cat_ = std::make_unique<CatServing>(CatServing::Parts{session_, *cycle_, store_, clock_});
   window_ = std::make_unique<frmPan>(frmPan::Parts{session_, *devices_, store_, user_, display_, *cycle_,
-                                                   *times_, clock_, ports_, radios_->Router(), *cat_});
-  window_->SettingsLoaded = [this](const PanSettings& settings) {
+                                                   *times_, clock_, ports_, radios_->Router(), hostServer_, *cat_});
+  hostServer_.Changed = [this] { window_->ShowLinks(); };
+  window_->SettingsChosen = [this](const PanSettings& settings) {
     pulse_.SetRealTimePriority(settings.Priority);
     if (session_.SearchHost) hostServer_.Serve(HostTask(settings));
   };
 }
 
 Program::~Program() {
+  hostServer_.Changed = nullptr;
   static_cast<void>(FinishSaving());
 }
 
@@ -73,13 +76,13 @@ Program::~Program() {
 std::optional<HostServerTask> Program::HostTask(const PanSettings& settings) {
   const SetupSection setup(store_);
   const RigctldEndpoint endpoint = HostEndpoint(store_);
-  const bool here = endpoint.Host == "127.0.0.1" || endpoint.Host == "localhost";
   HostServerTask task{.Model = setup.Read(key::kRigModel),
                       .Device = setup.Read(key::kRigPort),
                       .Baud = setup.Read(key::kRigSpeed),
+                      .Host = LoopbackOf(endpoint.Host),
                       .Port = endpoint.Port,
                       .Scope = RowOf(settings.Control).Way == CatWay::HostAndScope};
-  if (task.Model == 0 || !here || !UsesHost(settings.Control)) return std::nullopt;
+  if (task.Model == 0 || !IsThisMachine(endpoint.Host) || !UsesHost(settings.Control)) return std::nullopt;
   return task;
 }
 

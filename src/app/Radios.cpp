@@ -5,6 +5,7 @@
 #include "adapters/qt/QtDatagramSocket.h"
 #include "adapters/qt/QtSerialPort.h"
 #include "civ/ui/IcomKit.h"
+#include "demo/DemoKit.h"
 #include "host/BridgeKit.h"
 #include "host/PanKit.h"
 #include "host/ui/HostKit.h"
@@ -21,6 +22,7 @@ Radios::Radios(const KitParts& parts) {
       std::make_unique<K4Kit>(parts, std::make_unique<QtByteSocket>(), std::make_unique<QtByteSocket>()));
   kits_.push_back(std::move(host));
   kits_.push_back(std::make_unique<PanKit>(parts));
+  kits_.push_back(std::make_unique<DemoKit>(parts));
   kits_.push_back(std::make_unique<BridgeKit>(parts, std::make_unique<DbusBridgePort>()));
 
   std::vector<RadioKit*> kits;

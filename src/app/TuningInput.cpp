@@ -52,15 +52,28 @@ TuningInput::TuningInput(const Parts& parts)
               .Filters = [this] { return parts_.Links.FilterBackend(); },
               .SpanOwner = [this] { return parts_.Cycle.View().SpanOwner(); },
               .Running = [this] { return parts_.Cycle.Running(); }}),
+      axes_({.State = parts.State,
+             .Cycle = parts.Cycle,
+             .Display = parts.Display,
+             .Time = parts.Time,
+             .Scope = parts.Scope,
+             .ZoomChanged = parts.ZoomChanged,
+             .LevelsChanged = parts.LevelsChanged}),
       peaks_(parts.State, parts.Cycle, parts.Display, *parts.Scope, tuner_) {
   ScopeWidget* scope = parts.Scope;
   connect(scope, &ScopeWidget::MouseDown, this, &TuningInput::MouseDown);
   connect(scope, &ScopeWidget::HoverMoved, this, &TuningInput::Hover);
   connect(scope, &ScopeWidget::Dragged, this, [this](QPointF from, QPointF at) {
-    Pan(at);
+    axes_.Drag(at);
+    axisAt_ = at;
     DragPassband(from, at);
   });
   connect(scope, &ScopeWidget::DragEnded, this, &TuningInput::ReleaseButton);
+  connect(scope, &ScopeWidget::DoubleClicked, this, [this](QPointF at, Qt::MouseButton button) {
+    const PlotPointer under = parts_.Display.At(at);
+    const bool levels = under.Axis() == PlotAxis::Level && !under.InRightStrip();
+    if (levels && button == Qt::LeftButton && parts_.AutoLevel) parts_.AutoLevel();
+  });
   connect(scope, &ScopeWidget::WheelTurned, this, &TuningInput::Wheel);
   RangePanel* strip = parts.Strip;
   connect(strip, &RangePanel::cmdSpot_Click, this, [this] { tuner_.cmdSpot_Click(); });
@@ -70,6 +83,10 @@ TuningInput::TuningInput(const Parts& parts)
   connect(&parts.Header->Vfos(), &VfoPanel::FrequencyTyped, this, [this](int vfo, const QString& text) {
     tuner_.EnterFrequency(vfo == 0 ? Vfo::A : Vfo::B, TypedMHz(text.toStdString()));
   });
+  connect(&parts.Header->Vfos(), &VfoPanel::DigitClicked, this, [this](int vfo, double hertz, int direction) {
+    tuner_.TurnDigit(vfo == 0 ? Vfo::A : Vfo::B, direction * hertz);
+  });
+  connect(&parts.Header->Vfos(), &VfoPanel::DigitTurned, this, &TuningInput::DigitWheel);
   parts_.Cycle.Frames().SpotFrame = [this](const SpectrumLine& line) {
     const RadioState& radio = parts_.State.Radio;
     if (const auto dial = SpotFrequency(line, MainPassband(radio), radio.MainFreqMHz, radio.RadioMode))
@@ -98,8 +115,9 @@ TuningInput::~TuningInput() {
 
 void TuningInput::MouseDown(QPointF at, Qt::MouseButton button, Qt::KeyboardModifiers modifiers) {
   if (button != Qt::LeftButton && button != Qt::RightButton) return;
-  if (button == Qt::LeftButton && modifiers.testFlag(Qt::ControlModifier)) {
-    panFromX_ = at.x();
+  const bool ctrl = modifiers.testFlag(Qt::ControlModifier);
+  if (button == Qt::LeftButton && axes_.Press(at, ctrl)) {
+    axisAt_ = at;
     return;
   }
   peaks_.Forget();
@@ -129,6 +147,7 @@ void TuningInput::Hover(QPointF at) {
   tuner_.SetPassbandDrag(mode);
   Qt::CursorShape shape = grip == PassbandGrip::None ? Qt::CrossCursor : Qt::SizeHorCursor;
   if (grip == PassbandGrip::Middle) shape = Qt::OpenHandCursor;
+  if (grip == PassbandGrip::None) shape = axes_.Shape(at).value_or(shape);
   if (parts_.Scope->cursor().shape() != shape) parts_.Scope->setCursor(shape);
 }
 
@@ -144,7 +163,10 @@ void TuningInput::DragPassband(QPointF from, QPointF at) {
 
 // Pressed and let go in one place it was a click.
 void TuningInput::ReleaseButton() {
-  panFromX_.reset();
+  const AxisInput::Held axis = axes_.Release();
+  if (axis != AxisInput::Held::Nothing) Hover(axisAt_);
+  if (axis == AxisInput::Held::Clicked)
+    tuner_.Scope_MouseDown(ClickButton::Left, 0, parts_.Display.At(axisAt_).InRightStrip());
   tuner_.LetPassbandGo();
   if (!held_) return;
   const HeldPassband held = *std::exchange(held_, std::nullopt);
@@ -152,24 +174,9 @@ void TuningInput::ReleaseButton() {
   if (held.Moved) parts_.Scope->setCursor(Qt::CrossCursor);
 }
 
-double TuningInput::PlotShare(double logicalX) const {
-  const PlotLayout& layout = parts_.Display.Layout();
-  return layout.PlotWidth > 0 ? logicalX * layout.Scale / layout.PlotWidth : 0;
-}
-
-void TuningInput::Pan(QPointF at) {
-  if (!panFromX_) return;
-  const double wanted = PlotShare(*panFromX_ - at.x());
-  const double moved = parts_.Cycle.Scale().PanBy(wanted);
-  if (moved == 0) return;
-  // What is less than a point waits for the next movement.
-  *panFromX_ += (at.x() - *panFromX_) * moved / wanted;
-  parts_.Scope->update();
-}
-
 void TuningInput::Wheel(QPointF at, int delta, Qt::KeyboardModifiers modifiers) {
-  if (modifiers.testFlag(Qt::ControlModifier)) {
-    ZoomWheel(at, delta);
+  if (axes_.Wheel(at, delta, modifiers.testFlag(Qt::ControlModifier))) {
+    Hover(at);
     return;
   }
   if (!wheelAllowed_) return;
@@ -177,12 +184,13 @@ void TuningInput::Wheel(QPointF at, int delta, Qt::KeyboardModifiers modifiers) 
   tuner_.WheelMoved(delta, modifiers.testFlag(Qt::ShiftModifier));
 }
 
-void TuningInput::ZoomWheel(QPointF at, int delta) {
-  const int notches = zoomNotches_.Add(delta, parts_.Time.Now());
-  if (notches == 0) return;
-  const int zoom = std::clamp(parts_.State.Settings.Zoom + notches, 0, kLastZoom);
-  parts_.Cycle.ZoomAt(zoom, std::clamp(PlotShare(at.x()), 0.0, 1.0));
-  parts_.ZoomChanged();
+void TuningInput::DigitWheel(int vfo, double hertz, int delta) {
+  if (!wheelAllowed_) return;
+  // What was left of a notch belongs to the digit that it was turned on.
+  if (const std::pair digit(vfo, hertz); std::exchange(turnedDigit_, digit) != digit) digitNotches_.Clear();
+  const int notches = digitNotches_.Add(delta, parts_.Time.Now());
+  const int up = parts_.State.Settings.WheelInverted ? -notches : notches;
+  if (up != 0) tuner_.TurnDigit(vfo == 0 ? Vfo::A : Vfo::B, up * hertz);
 }
 
 void TuningInput::StepZoom(int direction, bool wraps) {

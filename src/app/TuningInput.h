@@ -7,7 +7,9 @@
 #include <QPointF>
 #include <functional>
 #include <optional>
+#include <utility>
 
+#include "app/AxisInput.h"
 #include "app/LinkView.h"
 #include "app/PeakKeys.h"
 #include "display/PanDisplay.h"
@@ -34,7 +36,9 @@ class TuningInput final : public QObject, private TuningWindow {
     ScopeWidget* Scope;
     RangePanel* Strip;
     HeaderPanel* Header;
-    std::function<void()> ZoomChanged;  ///< by the tuner, not by the strip
+    std::function<void()> ZoomChanged;    ///< by the tuner, not by the strip
+    std::function<void()> LevelsChanged;  ///< reference or range, by hand on the level axis
+    std::function<void()> AutoLevel;      ///< a double click on the level axis; empty: means nothing
   };
   explicit TuningInput(const Parts& parts);
   ~TuningInput() override;
@@ -55,6 +59,7 @@ class TuningInput final : public QObject, private TuningWindow {
   void ToggleFullScreen() override { parts_.Window.ToggleFullScreen(); }
   void StepZoom(int direction, bool wraps) override;
   void ZoomOff() override;
+  void ToggleAutoLevel() override { parts_.Strip->ToggleAutoLevel(); }
   void RestartTraces() override { parts_.Cycle.Frames().RestartTraces(); }
   void RequestSpot() override;
 
@@ -63,23 +68,23 @@ class TuningInput final : public QObject, private TuningWindow {
   void DragPassband(QPointF from, QPointF at);
   void ReleaseButton();
   void TellNoSpot();
-  void Pan(QPointF at);
   void Wheel(QPointF at, int delta, Qt::KeyboardModifiers modifiers);
-  void ZoomWheel(QPointF at, int delta);
+  void DigitWheel(int vfo, double hertz, int delta);
   bool ScopeKey(const QKeyEvent& event);
-  [[nodiscard]] double PlotShare(double logicalX) const;
 
   Parts parts_;
   Tuner tuner_;
   bool wheelAllowed_ = true;
-  std::optional<double> panFromX_;  ///< logical; while the plot is being dragged
   struct HeldPassband {
     MiniPanHit Hit;
     ClickButton Button = ClickButton::Left;
     bool Moved = false;  ///< far enough to be no click
   };
   std::optional<HeldPassband> held_;  ///< while a button is down on it
-  NotchCounter zoomNotches_;
+  NotchCounter digitNotches_;
+  std::pair<int, double> turnedDigit_{};  ///< VFO and hertz
+  AxisInput axes_;
+  QPointF axisAt_;  ///< where the pointer last held an axis
   PeakKeys peaks_;
 };
 

@@ -7,23 +7,21 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "app/HostServer.h"
 #include "app/Manual.h"
+#include "app/SetupVisit.h"
 #include "app/WindowPlace.h"
+#include "settings/FirstRun.h"
 #include "settings/SetupSection.h"
-#include "settings/ui/frmSetupPan.h"
 
 namespace spectrino {
 
-namespace {
-constexpr int kFirstRunWaterfall = 3;  // half the picture
-}
-
 frmPan::frmPan(const Parts& parts)
     : parts_(parts),
-      links_(parts.Cycle, parts.State, parts.Time),
+      kits_(parts.Router),
+      links_(parts.Cycle, parts.State, parts.Time, [&server = parts.Server] { return server.Trouble(); }),
       range_(parts.State, parts.Store),
-      sources_(parts.State, parts.Devices, parts.Store) {
+      sources_(parts.State, parts.Devices, parts.Store),
+      bandPlan_(parts.User) {
   setObjectName("frmPan");
   setWindowTitle(QString("Spectrino V%1").arg(QCoreApplication::applicationVersion()));
   setMinimumSize(727, 345);
@@ -40,7 +38,17 @@ frmPan::frmPan(const Parts& parts)
                                                        .Scope = scope_,
                                                        .Strip = strip_,
                                                        .Header = header_,
-                                                       .ZoomChanged = [this] { view_->ShowScaleChange(); }});
+                                                       .ZoomChanged = [this] { view_->ShowScaleChange(); },
+                                                       .LevelsChanged =
+                                                           [this] {
+                                                             range_.Changed();
+                                                             view_->ShowScaleChange();
+                                                           },
+                                                       .AutoLevel =
+                                                           [this] {
+                                                             if (!parts_.State.Settings.AutoLevel)
+                                                               strip_->ToggleAutoLevel();
+                                                           }});
   view_ = std::make_unique<PanView>(PanView::Parts{.State = parts_.State,
                                                    .Cycle = parts_.Cycle,
                                                    .Links = links_,
@@ -58,7 +66,7 @@ frmPan::frmPan(const Parts& parts)
   connect(&passTimer_, &QTimer::timeout, this, &frmPan::RunPass);
   parts_.Cycle.RunningChanged = [this] { RunningChanged(); };
   parts_.User.SetWindow(this);
-  for (RadioKit* kit : parts_.Router.Kits()) kit->SetWindow(this);
+  kits_.WindowIs(this);
   connect(&parts_.User, &QtNotifier::StatusChanged, scope_,
           [this](const QString& text) { scope_->Status().Show(StatusLine::Rank::Status, text); });
   parts_.Cat.Show = [this](const std::string& text) {
@@ -69,7 +77,7 @@ frmPan::frmPan(const Parts& parts)
 frmPan::~frmPan() {
   parts_.Cycle.RunningChanged = nullptr;
   parts_.Cat.Show = nullptr;
-  for (RadioKit* kit : parts_.Router.Kits()) kit->SetWindow(nullptr);
+  kits_.WindowIs(nullptr);
   view_.reset();
   tuning_.reset();
 }
@@ -107,12 +115,12 @@ void frmPan::Compose() {
   rows->addWidget(deck_);
   setCentralWidget(body);
 
-  connect(cmdFold_, &QToolButton::clicked, this, [this] { FoldStrip(!stripFolded_); });
+  connect(cmdFold_, &QToolButton::clicked, this, [this] { stance_->FoldStrip(!stance_->StripFolded()); });
   connect(scope_, &ScopeWidget::ResizeBegun, this, [this] {
-    if (!std::exchange(parts_.State.ResizeInProgress, true)) PauseLines(true);
+    if (!std::exchange(parts_.State.ResizeInProgress, true)) kits_.PauseLines(true, isMinimized());
   });
   connect(scope_, &ScopeWidget::Resized, this, [this] {
-    if (std::exchange(parts_.State.ResizeInProgress, false)) PauseLines(false);
+    if (std::exchange(parts_.State.ResizeInProgress, false)) kits_.PauseLines(false, isMinimized());
     parts_.Cycle.UpdateScale();
   });
   auto* escape = new QShortcut(Qt::Key_Escape, this);
@@ -123,7 +131,7 @@ void frmPan::Compose() {
     else
       ToggleFullScreen();
   });
-  FoldStrip(false);
+  stance_ = std::make_unique<WindowStance>(*this, *header_, *strip_, *cmdFold_);
 }
 
 void frmPan::ConnectHeader() {
@@ -152,6 +160,11 @@ void frmPan::ConnectStrip() {
       view_->ShowScaleChange();
     });
   };
+  connect(strip_, &RangePanel::chkAutoLevel_Click, this, [this](bool on) {
+    parts_.Cycle.Scale().SetAutoLevel(on);
+    range_.Changed();
+    view_->ShowScaleChange();
+  });
   change(&RangePanel::Command1_Click, &PlotScale::ReferenceUp);
   change(&RangePanel::Command18_Click, &PlotScale::ReferenceDown);
   change(&RangePanel::Command3_Click, &PlotScale::RangeUp);
@@ -168,17 +181,25 @@ void frmPan::ConnectStrip() {
     parts_.Cycle.UpdateScale();
     scope_->update();
   });
+  connect(strip_, &RangePanel::WaterfallColours_Change, this, [this](int floorDb, int contrastPercent) {
+    parts_.State.Settings.WFFloorDb = floorDb;
+    parts_.State.Settings.WFContrast = contrastPercent;
+    view_->ApplyOptions();
+    range_.Changed();
+    scope_->update();
+  });
   connect(strip_, &RangePanel::chkBPH_Click, this,
           [this](bool on) { parts_.State.Settings.BackgroundPeakHold = on; });
   connect(strip_, &RangePanel::cmdIQ_Click, deck_, &Deck::ShowCalibration);
 }
 
 void frmPan::LoadWindow() {
-  LoadStartup(SetupSection(parts_.Store), parts_.State.Settings);
-  if (parts_.State.FirstRun) parts_.State.Settings.WaterfallSel = kFirstRunWaterfall;
+  SetupSection setup(parts_.Store);
+  if (parts_.State.FirstRun) WriteFirstRun(setup);
+  LoadStartup(setup, parts_.State.Settings);
   RestorePlace(*this, parts_.Store);
   LoadSettings();
-  WayChosen(RowOf(parts_.State.Settings.Control).Way);
+  TakeChosenWay();
   deck_->LoadCalibration();
   const PanSettings& settings = parts_.State.Settings;
   header_->ShowOnTop(settings.OnTop);
@@ -190,48 +211,39 @@ void frmPan::LoadSettings() {
   PanSettings& settings = parts_.State.Settings;
   spectrino::LoadSettings(SetupSection(parts_.Store), settings, parts_.Devices.Sources().Radios());
   sources_.Loaded();
-  if (SettingsLoaded) SettingsLoaded(settings);
   parts_.Cat.Load();
+  ShowSettings();
+}
+
+void frmPan::ShowSettings() {
+  if (SettingsChosen) SettingsChosen(parts_.State.Settings);
   ShowDevices();
+  parts_.Display.SetBandPlan(bandPlan_.Load(parts_.State.Settings.BandPlanRegion));
   view_->ApplyOptions();
   parts_.Cycle.UpdateScale();
   view_->ShowAll();
 }
 
-void frmPan::WayChosen(CatWay way) {
-  for (RadioKit* kit : parts_.Router.Kits()) kit->WayChosen(way);
+// The links that live beside runs are those that the settings name.
+void frmPan::TakeChosenWay() {
+  kits_.WayChosen(RowOf(parts_.State.Settings.Control).Way);
 }
 
 void frmPan::cmdSetup_Click() {
   range_.StoreWaiting();
-  SetupWorld world{.Store = parts_.Store,
-                   .Ports = &parts_.Ports,
-                   .Running = parts_.Cycle.Running() || parts_.Cycle.Starting()};
-  world.ListSources = [this] {
-    parts_.Devices.InitDevices();
-    return parts_.Devices.Sources();
-  };
-  world.OpenManual = OpenManual;
-  world.CatServerPlace = QString::fromStdString(parts_.Cat.Text());
-  world.AskRigs = AskRigctlList;
-  if (parts_.User.Unattended()) {
-    world.ShowMessage = [this](const QString& text) {
-      parts_.User.ShowMessage("Spectrino", text.toStdString(), Severity::Information);
-    };
-    world.AskOkCancel = [show = world.ShowMessage](const QString& text) {
-      show(text);
-      return false;
-    };
-  }
-  auto* dialog = new frmSetupPan(std::move(world), this);
-  dialog->setAttribute(Qt::WA_DeleteOnClose);
-  connect(dialog, &frmSetupPan::WayChosen, this, &frmPan::WayChosen);
+  frmSetupPan* dialog = OpenSetup({.Store = parts_.Store,
+                                   .Devices = parts_.Devices,
+                                   .Ports = parts_.Ports,
+                                   .User = parts_.User,
+                                   .Server = parts_.Server,
+                                    .Cat = parts_.Cat},
+                                  parts_.Cycle.Running() || parts_.Cycle.Starting(), this);
+  connect(dialog, &frmSetupPan::WayChosen, this, [this](CatWay way) { kits_.WayChosen(way); });
   // The input of a demo or a recording stays for this run unless another source was chosen.
   connect(dialog, &QDialog::finished, this, [this, dialog](int result) {
     if (result == QDialog::Accepted && dialog->SourceChanged()) sources_.Stored();
     LoadSettings();
   });
-  // Not exec: the run goes on behind it, and closing the window closes it.
   dialog->open();
 }
 
@@ -245,12 +257,13 @@ void frmPan::ShowDevices() {
 
 void frmPan::DevicesBox_Click(int index) {
   if (parts_.Cycle.Running() || parts_.Cycle.Starting() || !sources_.Choose(index)) return;
-  ShowDevices();
-  parts_.Cycle.UpdateScale();
-  view_->ShowAll();
+  ShowSettings();
+  TakeChosenWay();
 }
 
 void frmPan::StartButton_Click() {
+  // A dialog that was cancelled left that of a choice which was not stored.
+  TakeChosenWay();
   header_->ShowRunning(false, true);
   parts_.Cycle.Start();
 }
@@ -270,20 +283,10 @@ void frmPan::RunPass() {
 
 void frmPan::RunningChanged() {
   const bool running = parts_.Cycle.Running();
-  const RadioKit* source = parts_.Cycle.View().Way.Source;
-  for (RadioKit* kit : parts_.Router.Kits()) kit->RunChanged(running && kit == source);
+  kits_.RunChanged(running, parts_.Cycle.View().Way.Source);
   tuning_->RunChanged(running);
   if (running && !passTimer_.isActive()) passTimer_.start(0);
   view_->ShowRunState();
-}
-
-// While nobody can look at them lines stay off the radio's bus.
-void frmPan::PauseLines(bool pause) {
-  for (RadioKit* kit : parts_.Router.Kits()) {
-    RadioLink* link = kit->Link();
-    if (link != nullptr && pause) link->BeforeLayout();
-    if (link != nullptr && !pause) link->AfterLayout(isMinimized());
-  }
 }
 
 void frmPan::closeEvent(QCloseEvent* event) {
@@ -299,10 +302,10 @@ void frmPan::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   if (event->type() != QEvent::WindowStateChange) return;
   if (std::exchange(parts_.State.WindowMinimized, isMinimized()) != isMinimized()) {
-    PauseLines(true);
-    PauseLines(false);
+    kits_.PauseLines(true, isMinimized());
+    kits_.PauseLines(false, isMinimized());
   }
-  ShowFullScreen();
+  stance_->ShowFullScreen();
 }
 
 // What no control wanted.
@@ -310,40 +313,14 @@ void frmPan::keyPressEvent(QKeyEvent* event) {
   if (!tuning_->KeyPressed(*event)) QMainWindow::keyPressEvent(event);
 }
 
-void frmPan::ToggleFullScreen() {
-  if (isFullScreen())
-    setWindowState(windowState() & ~Qt::WindowFullScreen);
-  else
-    showFullScreen();
-  ShowFullScreen();
-}
-
-// Full screen may be left by the window manager as well.
-void frmPan::ShowFullScreen() {
-  const bool full = isFullScreen();
-  strip_->setVisible(!full && !stripFolded_);
-  cmdFold_->setVisible(!full);
-  header_->ShowFullScreen(full);
-}
-
 void frmPan::AllowOnTop(bool allow) {
   const bool on = allow && parts_.State.Settings.OnTop;
-  if (windowFlags().testFlag(Qt::WindowStaysOnTopHint) == on) return;
-  setWindowFlag(Qt::WindowStaysOnTopHint, on);
-  show();
+  if (stance_->IsOnTop() != on) stance_->KeepOnTop(on);
 }
 
 void frmPan::AlwaysOnTop(bool on) {
   parts_.State.Settings.OnTop = on;
-  const bool shown = isVisible();
-  setWindowFlag(Qt::WindowStaysOnTopHint, on);
-  if (shown) show();
-}
-
-void frmPan::FoldStrip(bool folded) {
-  stripFolded_ = folded;
-  strip_->setVisible(!folded);
-  cmdFold_->setText(QString::fromUtf8(folded ? "\u25C2" : "\u25B8"));
+  stance_->KeepOnTop(on);
 }
 
 }  // namespace spectrino

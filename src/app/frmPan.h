@@ -9,13 +9,17 @@
 #include <memory>
 
 #include "adapters/qt/QtNotifier.h"
+#include "app/BandPlanFile.h"
 #include "app/CatServing.h"
 #include "app/Deck.h"
+#include "app/HostServer.h"
+#include "app/KitNews.h"
 #include "app/LinkView.h"
 #include "app/PanView.h"
 #include "app/RangeKeeper.h"
 #include "app/SourceBox.h"
 #include "app/TuningInput.h"
+#include "app/WindowStance.h"
 #include "display/PanDisplay.h"
 #include "display/ui/HeaderPanel.h"
 #include "display/ui/RangePanel.h"
@@ -42,6 +46,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
     const Clock& Time;
     const SerialPorts& Ports;
     const RigRouter& Router;
+    const HostServer& Server;
     CatServing& Cat;
   };
 
@@ -52,18 +57,19 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void LoadWindow();
   /// LoadSettings: reads the store again and shows what it holds.
   void LoadSettings();
-  void WayChosen(CatWay way);
   /// Opens the setup dialog; the settings are loaded again when it closes.
   void cmdSetup_Click();
   void StartButton_Click();
   void StopButton_Click();
-  void ToggleFullScreen() override;
+  void ToggleFullScreen() override { stance_->ToggleFullScreen(); }
   void AlwaysOnTop(bool on) override;
   void AllowOnTop(bool allow) override;
   /// The sources as they were last listed; a chosen device that is missing is shown as missing.
   void ShowDevices();
-  /// Called whenever settings were read, before anything is opened with them.
-  std::function<void(const PanSettings&)> SettingsLoaded;
+  /// How the links do, and a server of ours.
+  void ShowLinks() { view_->ShowLinks(); }
+  /// Called whenever settings were read or a source was chosen, before anything is opened with them.
+  std::function<void(const PanSettings&)> SettingsChosen;
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -77,23 +83,24 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void DevicesBox_Click(int index);
   void RunPass();
   void RunningChanged();
-  void PauseLines(bool pause);
-  void ShowFullScreen();
-  void FoldStrip(bool folded);
+  void ShowSettings();
+  void TakeChosenWay();
 
   Parts parts_;
+  KitNews kits_;
   LinkView links_;
   std::unique_ptr<TuningInput> tuning_;
   std::unique_ptr<PanView> view_;
   RangeKeeper range_;
   SourceBox sources_;
+  BandPlanFile bandPlan_;
   HeaderPanel* header_;
   ScopeWidget* scope_;
   RangePanel* strip_;
   Deck* deck_;
   QToolButton* cmdFold_;
   QTimer passTimer_;
-  bool stripFolded_ = false;
+  std::unique_ptr<WindowStance> stance_;
 };
 
 }  // namespace spectrino

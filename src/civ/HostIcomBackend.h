@@ -14,9 +14,7 @@ class HostIcomBackend final : public RigBackend {
   /// What the host tells of filters and transmitter; the scope shows one VFO, and one is told.
   void Refresh(RadioState& radio) override {
     host_.Refresh(radio);
-    const bool transmitting = radio.Transmitting;  // the host alone is asked for it
     own_.Refresh(radio);
-    radio.Transmitting = transmitting;
   }
   void SetFrequency(Vfo /*vfo*/, double freqMHz, Aim aim) override {
     host_.SetFrequency(Vfo::A, freqMHz, aim);

@@ -18,6 +18,8 @@ using namespace std::chrono_literals;
 namespace {
 /// Longer without a whole line than that, and one with a hole is taken.
 constexpr auto kHoleTime = 1500ms;
+/// A radio that was heard so lately lacks nothing but its lines.
+constexpr auto kHeardLately = 1500ms;
 /// No radio tunes below.
 constexpr double kLeastMHz = 0.01;
 constexpr std::string_view kUnknownModel = "ICOM?";
@@ -46,9 +48,16 @@ bool HostSession::Open() {
   model_.clear();
   mode_.clear();
   findings_ = 0;
+  ForgetLine();
   state.IcomActive = true;
   host_.Open();
   return true;
+}
+
+// Where a line of before belongs says nothing of this radio's dial.
+void HostSession::ForgetLine() {
+  lineArrived_ = {};
+  parts_.State.ScopeLineLowMHz = parts_.State.ScopeLineHighMHz = 0;
 }
 
 void HostSession::Close() {
@@ -58,24 +67,17 @@ void HostSession::Close() {
 }
 
 LinkHealth HostSession::Health() const {
-  if (!parts_.State.IcomActive) return {};
-  LinkHealth health = host_.Health();
-  // A line that came is as good as an answer: the server may be busy with another of its clients.
-  const bool linesCome = parts_.Time.Now() - lineArrived_ < LinkWatch::kSilence;
-  if (health.State == LinkState::Silent && linesCome) return {.State = LinkState::Live};
-  return health;
+  return parts_.State.IcomActive ? host_.Health() : LinkHealth{};
 }
 
 void HostSession::Pump() {
   if (!parts_.State.IcomActive || parts_.State.ResizeInProgress || !look_.Take(parts_.Time.Now())) return;
   ReadHostIcom();
-  const LinkHealth health = Health();
   if (host_.Findings() != findings_) {
     findings_ = host_.Findings();
     SetUpRadio();
   }
-  if (health.State == LinkState::Lost) setUp_ = false;
-  if (scope_.Due(parts_.Time.Now(), setUp_ && ScopeWanted(), lineArrived_)) SwitchScopeOn();
+  if (scope_.Due(parts_.Time.Now(), Answers() && LinesDue(), lineArrived_)) SwitchScopeOn();
   Tell(Advice());
 }
 
@@ -86,17 +88,18 @@ void HostSession::ReadHostIcom() {
   const double freqMHz = host_.HostIcomFrequency();
   const bool follows = state.ScopeFixedMode == 0 && parts_.Time.Now() - lineArrived_ < LinkWatch::kSilence;
   const bool outside = freqMHz < state.ScopeLineLowMHz || freqMHz > state.ScopeLineHighMHz;
-  if (freqMHz > kLeastMHz && !(follows && outside)) state.RadioFreqMHz = freqMHz;
-  if (std::string mode = host_.HostIcomMode(); !mode.empty() && mode != mode_) {
-    mode_ = std::move(mode);
-    TakeReply("04" + mode_);
-  }
+  const bool believed = host_.HostIcomFrequencyIsAsked() || !(follows && outside);
+  if (freqMHz > kLeastMHz && believed) state.RadioFreqMHz = freqMHz;
+  state.Transmitting = host_.HostIcomTransmits();
+  std::string mode = host_.HostIcomMode();
+  if (!mode.empty() && mode != mode_ && TakeReply("04" + mode)) mode_ = std::move(mode);
 }
 
 void HostSession::SetUpRadio() {
   CivState& state = parts_.State;
   if (model_ != host_.Model()) {
     model_ = host_.Model();
+    ForgetLine();
     const IcomModel* model = FindIcomModelByName(model_);
     state.IcomModelName = model_.empty() ? std::string(kUnknownModel) : model_;
     // Its lines tell their own length and full scale: all that is needed is that it is a radio.
@@ -105,8 +108,8 @@ void HostSession::SetUpRadio() {
       state.IcomModelName = model->Name;
       state.ScopeMaxLevel = model->ScopeMaxLevel;
       state.SpectrumPoints = state.ScopePoints = model->SpectrumPoints;
-      host_.SetUsualAddress(model->Id);
     }
+    host_.SetUsualAddress(model != nullptr ? model->Id : std::string_view());
   }
   state.ScopeShownSpan = 0;  // the first line sets the span controls
   state.ScopeLevels.resize(static_cast<std::size_t>(std::max(0, state.SpectrumPoints)) + 1);
@@ -142,11 +145,12 @@ void HostSession::TakeLine(const HostScopeLine& line) {
   if (state.ScopeSerial != serial) lineArrived_ = now;
 }
 
-void HostSession::TakeReply(std::string_view hex) {
+bool HostSession::TakeReply(std::string_view hex) {
   CivState& state = parts_.State;
   const BusyGuard busy{state.CivParserBusy};
   // To us, from the radio: who they are does not matter here.
   if (busy) ParseCivFrame("FEFEE000" + std::string(hex) + "FD", state, parts_.Panel);
+  return static_cast<bool>(busy);
 }
 
 bool HostSession::ScopeWanted() const {
@@ -156,8 +160,12 @@ bool HostSession::ScopeWanted() const {
 /// What the user can do, where the health of the link does not say it; empty while all is well.
 std::string HostSession::Advice() const {
   if (std::string trouble = host_.Trouble(); !trouble.empty()) return trouble;
-  if (!setUp_ || scope_.Tries() == 0) return {};
-  return "Castelon passes no scope lines on. Start rigctld with " + host_.ScopeOptions() + ".";
+  if (scope_.Tries() == 0 || parts_.Time.Now() - host_.Health().Since > kHeardLately) return {};
+  if (const std::string options = host_.ScopeOptions(); !options.empty())
+    return "Castelon passes no scope lines on. Start rigctld with " + options + ".";
+  return "No scope lines come from a Castelon on another machine. Let Spectrino run rigctld here, in Setup, "
+         "or "
+         "connect the radio by its serial line.";
 }
 
 void HostSession::Tell(std::string text) {

@@ -24,6 +24,7 @@ class HostSession final : public IcomCarrier {
   [[nodiscard]] bool Open() override;
   void Close() override;
   [[nodiscard]] bool Closing() const override { return false; }
+  void FinishClosing() override {}
   void Pump() override;
   [[nodiscard]] CivSender& Sender() override { return sender_; }
   [[nodiscard]] LinkHealth Health() const override;
@@ -36,7 +37,9 @@ class HostSession final : public IcomCarrier {
 
  private:
   void TakeLine(const HostScopeLine& line);
-  void TakeReply(std::string_view hex);
+  /// False while another reply is being parsed.
+  bool TakeReply(std::string_view hex);
+  void ForgetLine();
   void ReadHostIcom();
   void SetUpRadio();
   void SwitchScopeOn();

@@ -23,6 +23,8 @@ class IcomCarrier {
   virtual void Close() = 0;
   /// Between Close and the last byte.
   [[nodiscard]] virtual bool Closing() const = 0;
+  /// Lets events flow until it is no longer Closing, a third of a second at most.
+  virtual void FinishClosing() = 0;
   /// Sends what is due and mends what is broken: a lost link, a silent radio, a scope that was switched off.
   /// To be called every few milliseconds, while Closing() too. Never waits.
   virtual void Pump() = 0;

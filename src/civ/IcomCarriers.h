@@ -14,11 +14,14 @@ class IcomCarriers final : public IcomCarrier, public CivSender {
 
   /// By CivState::IcomControl.
   [[nodiscard]] bool Open() override {
+    // The one before still speaks into the same state.
+    now_->FinishClosing();
     now_ = state_.IcomControl != 0 && host_ != nullptr ? host_ : &serial_;
     return now_->Open();
   }
   void Close() override { now_->Close(); }
   [[nodiscard]] bool Closing() const override { return now_->Closing(); }
+  void FinishClosing() override { now_->FinishClosing(); }
   void Pump() override { now_->Pump(); }
   [[nodiscard]] CivSender& Sender() override { return *this; }
   [[nodiscard]] LinkHealth Health() const override { return now_->Health(); }

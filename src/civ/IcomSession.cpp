@@ -21,6 +21,7 @@ constexpr int kCloseWaits = 60;
 constexpr auto kLookPace = 50ms;
 constexpr auto kAskPace = 1s;
 constexpr auto kDivisionIsNew = 2s;
+constexpr auto kCutLine = 1s;  // the slowest line takes a third of it
 constexpr std::size_t kFutileTries = 3;
 constexpr int kOpenQuestions = 2;
 constexpr std::string_view kUnknownModel = "ICOM?";
@@ -57,7 +58,7 @@ bool IcomSession::Open() {
   if (!ReadAddresses()) return false;
   // Events flow below, and a pass of the panel's timer with them.
   const BusyGuard busy{healBusy_};
-  WaitUntilClosed();
+  FinishClosing();
   reconnect_ = SetupSection(parts_.Store).Read(key::kReconnect);
   watch_.TryAgain(reconnect_);
   watch_.Begin();
@@ -89,7 +90,7 @@ bool IcomSession::ReadAddresses() {
 }
 
 // An earlier run still says its last words, with a tenth of a second for them.
-void IcomSession::WaitUntilClosed() {
+void IcomSession::FinishClosing() {
   for (int i = 0; i < kCloseWaits && link_.Closing(); ++i) {
     parts_.Pump.Wait(kCloseWait);
     link_.Pump();
@@ -240,7 +241,10 @@ std::string IcomSession::Advice() const {
 /// Why a radio that answers brings no lines.
 std::string IcomSession::ScopeAdvice() const {
   if (scope_.Tries() == 0) return {};
-  if (parts_.Time.Now() - link_.DivisionArrived() < kDivisionIsNew)
+  // A line that was cut off when the scope went silent is no damage: divisions must have kept on coming.
+  const auto divisionArrived = link_.DivisionArrived();
+  if (parts_.Time.Now() - divisionArrived < kDivisionIsNew &&
+      divisionArrived - link_.LineArrived() > kCutLine)
     return "The radio answers, but the lines of its scope come damaged: check the cable.";
   if (scope_.Tries() < kFutileTries)
     return "The radio answers, but its scope sends nothing: it is switched on again.";

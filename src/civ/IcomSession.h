@@ -23,6 +23,7 @@ class IcomSession final : public IcomCarrier {
   [[nodiscard]] bool Open() override;
   void Close() override;
   [[nodiscard]] bool Closing() const override { return link_.Closing(); }
+  void FinishClosing() override;
   void Pump() override;
   [[nodiscard]] CivSender& Sender() override { return link_; }
   [[nodiscard]] LinkHealth Health() const override;
@@ -37,7 +38,6 @@ class IcomSession final : public IcomCarrier {
 
  private:
   [[nodiscard]] bool ReadAddresses();
-  void WaitUntilClosed();
   [[nodiscard]] std::string OpenPort();
   void HandleLost(const std::string& reason);
   void SetUpRadio();

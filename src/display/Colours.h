@@ -1,16 +1,13 @@
-// Display colours as Qt wants them, and the waterfall's palette.
+// Display colours as Qt wants them. The waterfall's are Palettes'.
 // Which colour means what is settings/ColourTable.h; nothing is chosen here.
 #pragma once
 
 #include <QRgb>
-#include <array>
 #include <cstdint>
 
 #include "settings/ColourTable.h"
 
 namespace spectrino {
-
-inline constexpr int kWaterfallColours = 257;
 
 /// Of the texts in a radio's status area, which has no entries in the colour table.
 namespace status_colour {
@@ -30,9 +27,5 @@ inline constexpr QRgb kBright = 0xFFCFD8E3;
 
 /// base where alpha is 0, over where it is 1.
 [[nodiscard]] QRgb Mix(QRgb base, QRgb over, double alpha);
-
-/// Hue 256 - index degrees, full saturation, brightness min(3 * index, 100) %: black at 0, violet-blue, blue,
-/// cyan, green, yellow, red at 256.
-[[nodiscard]] const std::array<QRgb, kWaterfallColours>& WaterfallPalette();
 
 }  // namespace spectrino

@@ -57,6 +57,7 @@ std::string HoverText(const HoverPlace& place) {
     result += text;
   }
   if (place.TakenUtc) result += "  " + SecondText(*place.TakenUtc) + "Z";
+  if (!place.Segment.empty()) result += "  " + place.Segment;
   return result;
 }
 

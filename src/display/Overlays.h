@@ -23,10 +23,11 @@ struct HoverPlace {
   float Level = kUndrawnLevel;  ///< kUndrawnLevel: none
   bool InDb = true;             ///< the level is dBm, not the height of a radio's own scope
   std::optional<std::chrono::system_clock::time_point> TakenUtc;  ///< of a line of the waterfall
+  std::string Segment{};                                          ///< of the band plan
 };
 
-/// "14.084.150  -71 dBm  12:34:56Z"; while no frequency is known the offset from the centre, "+1.25K  -71
-/// dBm". What is not known is left out.
+/// "14.084.150  -71 dBm  12:34:56Z", "14.020.000  -71 dBm  20 m CW"; while no frequency is known the offset
+/// from the centre, "+1.25K  -71 dBm". What is not known is left out.
 [[nodiscard]] std::string HoverText(const HoverPlace& place);
 
 /// The pointer's line, device pixels: rows Top..Bottom-1.

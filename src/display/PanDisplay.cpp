@@ -5,6 +5,7 @@
 #include <cmath>
 #include <utility>
 
+#include "display/BandStrip.h"
 #include "display/Blit.h"
 #include "display/Colours.h"
 #include "display/Overlays.h"
@@ -44,11 +45,14 @@ void PanDisplay::LayOut() {
   const double ratio = layout.Scale;
   const int width = static_cast<int>(std::lround(logicalSize_.width() * ratio));
   const int height = static_cast<int>(std::lround(logicalSize_.height() * ratio));
-  layout = LayoutPlot(width, height, ratio, options.WaterfallSel, MarginsFor(basis_.LabelFont, ratio));
+  PlotMargins margins = MarginsFor(basis_.LabelFont, ratio);
+  if (!basis_.Plan.Empty()) margins.Strip = BandStripHeight(logicalSize_.height(), ratio);
+  layout = LayoutPlot(width, height, ratio, options.WaterfallSel, margins);
   traces_.Fit(layout.PlotWidth);
   basis_.Scale.Geometry.PlotWidth = layout.PlotWidth;
   waterfall_.SetEmptyColour(ColourAt(options.Colours, ColourIndex::Background));
   waterfall_.SetFollow(options.WFFollow);
+  waterfall_.SetLook(options.Waterfall);
   waterfall_.Resize(layout.PlotWidth, layout.WaterfallHeight);
   inset_.BasisMoved();
   scaleDirty_ = allChanged_ = true;
@@ -58,6 +62,12 @@ void PanDisplay::SetMarkers(std::span<const PlotMarker> markers) {
   if (std::ranges::equal(markers, markers_)) return;
   markers_.assign(markers.begin(), markers.end());
   backgroundDirty_ = allChanged_ = true;
+}
+
+void PanDisplay::SetBandPlan(BandPlan plan) {
+  if (plan == basis_.Plan) return;
+  basis_.Plan = std::move(plan);
+  LayOut();
 }
 
 void PanDisplay::SetInfoText(std::string text) {
@@ -95,12 +105,15 @@ void PanDisplay::ShowFrame(const Frame& frame) {
   SetGeometry(frame.Geometry);
   const FrameGeometry& geometry = basis_.Scale.Geometry;
   traces_.Show(frame, geometry, basis_.Options.WFLive);
-  waterfall_.AddLine(traces_.Waterfall(), {.LeftMHz = geometry.LeftMHz,
-                                           .RightMHz = geometry.RightMHz,
-                                           .TakenUtc = frame.Line.TakenUtc,
-                                           .BottomLevel = frame.Line.BottomLevel,
-                                           .TopLevel = frame.Line.TopLevel,
-                                           .Dimmed = transmitting_});
+  const LevelRange colours = frame.Colours.value_or(LevelRange{frame.Line.BottomLevel, frame.Line.TopLevel});
+  waterfall_.AddLine(traces_.Waterfall(),
+                     {.LeftMHz = geometry.LeftMHz,
+                      .RightMHz = geometry.RightMHz,
+                      .TakenUtc = frame.Line.TakenUtc,
+                      .BottomLevel = colours.Bottom,
+                      .TopLevel = colours.Top,
+                      .UnitsPerDb = basis_.Scale.Levels.InDb ? 1 : LevelScale::kHeightsPerDb,
+                      .Dimmed = transmitting_});
   traceDirty_ = lineAdded_ = true;
 }
 
@@ -153,7 +166,8 @@ void PanDisplay::UpdatePlot() {
   const PlotLayout& layout = basis_.Layout;
   const ScaleState& scale = basis_.Scale;
   if (scaleDirty_) {
-    scalePainter_.Render(layout, scale, {options.Colours, options.SubD, options.MHz}, basis_.LabelFont);
+    scalePainter_.Render(layout, scale, {options.Colours, options.SubD, options.MHz}, basis_.Plan,
+                         basis_.LabelFont);
     backgroundDirty_ = true;
   }
   if (backgroundDirty_) {
@@ -193,7 +207,10 @@ void PanDisplay::PaintOverlays(QPainter& painter) {
   DrawMarkers(pen, basis_.Scale.Geometry, markers_, basis_.FlagFont, taken);
   if (basis_.Layout.WaterfallHeight > 0) {
     const int apart = static_cast<int>(1.3 * basis_.LabelFont.pixelSize());
-    DrawTimes(pen, TimeMarks(waterfall_, apart), basis_.LabelFont);
+    const std::vector<TimeMark> times = TimeMarks(waterfall_, apart);
+    DrawTimes(pen, times, basis_.LabelFont);
+    if (const auto newest = waterfall_.RowAt(0))
+      legend_.Draw(pen, waterfall_.ColourRange(*newest), times, basis_.LabelFont);
   }
   if (stoppedAt_) {
     DrawStopped(pen, *stoppedAt_, basis_.FlagFont);

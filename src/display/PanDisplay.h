@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "display/FrameTraces.h"
+#include "display/Legend.h"
 #include "display/MarkerPainter.h"
 #include "display/PlotBasis.h"
 #include "display/PlotPointer.h"
@@ -34,6 +35,8 @@ class PanDisplay : public FrameSink {
   void Resize(QSize logical, double devicePixelRatio);
   void SetOptions(const DisplayOptions& options);
   void SetMarkers(std::span<const PlotMarker> markers);
+  /// The strip on the frequency axis; an empty plan has none.
+  void SetBandPlan(BandPlan plan);
   void SetInfoText(std::string text);
   /// The inset; one that is not Shown draws nothing. lowMHz, highMHz: the tuned signal, which it must not
   /// hide.
@@ -90,6 +93,7 @@ class PanDisplay : public FrameSink {
   TracePainter tracePainter_;
   WaterfallImage waterfall_;
   StatusInset inset_;
+  Legend legend_;
   QImage background_;  ///< the scale with the passbands
 
   bool allChanged_ = true;  ///< since the last Prepare, with all that lies over the trace

@@ -4,8 +4,10 @@
 
 #include <QFont>
 
+#include "bandplan/BandPlan.h"
 #include "display/PlotLayout.h"
 #include "display/TextCache.h"
+#include "display/WaterfallImage.h"
 #include "settings/ColourTable.h"
 #include "state/ScaleState.h"
 
@@ -20,6 +22,8 @@ struct DisplayOptions {
   bool WFFollow = false;  ///< older waterfall lines stay at their frequencies
   bool WFLive = true;     ///< the waterfall takes the newest levels instead of the trace's
 
+  WaterfallLook Waterfall{};
+
   bool operator==(const DisplayOptions&) const = default;
 };
 
@@ -27,13 +31,16 @@ struct PlotBasis {
   DisplayOptions Options;
   PlotLayout Layout;
   ScaleState Scale;  ///< its geometry is that of the newest frame or scale, whichever came last
+  BandPlan Plan;     ///< empty: no strip
   QFont LabelFont;
   QFont TextFont;
   QFont FlagFont;
   int TextHeight = 0;  ///< of TextFont, device pixels
   TextCache Texts;
 
-  [[nodiscard]] OverlayPen PenOf(QPainter& painter) { return {painter, Layout, Options.Colours, Texts}; }
+  [[nodiscard]] OverlayPen PenOf(QPainter& painter) {
+    return {painter, Layout, Options.Colours, Texts, Options.Waterfall.Palette};
+  }
 };
 
 }  // namespace spectrino

@@ -33,7 +33,8 @@ PlotLayout LayoutPlot(int width, int height, double scale, int waterfallSel, con
   layout.TopMargin = margins.Top;
   layout.LabelMargin = std::min(margins.Label, layout.Width);
   LayoutWaterfall(layout, waterfallSel);
-  layout.BottomMargin = layout.WaterfallHeight + margins.Gap;
+  layout.StripHeight = margins.Strip;
+  layout.BottomMargin = layout.WaterfallHeight + margins.Gap + margins.Strip;
   layout.PlotWidth = layout.Width - layout.LabelMargin;
   layout.PlotHeight = std::max(0, layout.Height - layout.BottomMargin - layout.TopMargin);
   return layout;

@@ -4,11 +4,15 @@
 
 namespace spectrino {
 
+/// Of the palette beside the waterfall, with the room around it; logical pixels.
+inline constexpr int kLegendWidth = 9;
+
 /// Room that the texts need, in device pixels.
 struct PlotMargins {
   int Top = 4;     ///< TopMargin
   int Gap = 16;    ///< between plot and waterfall: the frequency labels
-  int Label = 36;  ///< LabelMargin: dB labels, and the times beside the waterfall
+  int Strip = 0;   ///< above them: the band plan
+  int Label = 36;  ///< LabelMargin: dB labels; times and palette beside the waterfall
 };
 
 struct PlotLayout {
@@ -16,9 +20,10 @@ struct PlotLayout {
   int Height = 0;
   double Scale = 1;  ///< device pixels per logical pixel
   int TopMargin = 0;
-  int BottomMargin = 0;  ///< WaterfallHeight + gap
+  int BottomMargin = 0;  ///< WaterfallHeight + gap + StripHeight
   int LabelMargin = 0;
-  int PlotWidth = 0;  ///< the plot spans x = 0..PlotWidth
+  int StripHeight = 0;  ///< of the band plan, right below the plot
+  int PlotWidth = 0;    ///< the plot spans x = 0..PlotWidth
   int PlotHeight = 0;
   int WaterfallTop = 0;  ///< y of the newest line; the picture's height while there is no waterfall
   int WaterfallHeight = 0;

@@ -48,7 +48,8 @@ std::string PlotPointer::Text() const {
                    .FrequencyKnown = scale.FrequencyKnown,
                    .Level = Level(),
                    .InDb = scale.Levels.InDb,
-                   .TakenUtc = {}};
+                   .TakenUtc = {},
+                   .Segment = {}};
   const MiniPanHit hit = MiniPan();
   if (hit.Part != MiniPanPart::None) {
     place.FreqMHz = hit.FreqMHz;
@@ -61,6 +62,7 @@ std::string PlotPointer::Text() const {
     place.FreqMHz = waterfall_.FrequencyAt(at_.x(), row);
     place.TakenUtc = line->TakenUtc;
   }
+  if (place.FrequencyKnown && row < 0) place.Segment = basis_.Plan.NameAt(place.FreqMHz);
   if (!place.FrequencyKnown) place.FreqMHz -= scale.LabelCentreMHz;
   return HoverText(place);
 }
@@ -73,6 +75,14 @@ double PlotPointer::TuneFreqMHz() const {
   const int row = WaterfallRow();
   if (row >= 0) return waterfall_.FrequencyAt(at_.x(), row);
   return basis_.Scale.Geometry.PixelToFrequency(at_.x(), at_.y(), layout.PlotBottom());
+}
+
+PlotAxis PlotPointer::Axis() const {
+  const PlotLayout& layout = basis_.Layout;
+  if (at_.x() < 0 || at_.x() >= layout.Width || at_.y() < 0) return PlotAxis::None;
+  const bool beside = at_.x() >= layout.PlotWidth;
+  if (at_.y() < layout.PlotBottom()) return beside ? PlotAxis::Level : PlotAxis::None;
+  return beside || at_.y() >= layout.WaterfallTop ? PlotAxis::None : PlotAxis::Frequency;
 }
 
 bool PlotPointer::InRightStrip() const {

@@ -15,6 +15,9 @@
 
 namespace spectrino {
 
+/// The labels beside and below the plot.
+enum class PlotAxis { None, Frequency, Level };
+
 class PlotPointer {
  public:
   /// at: device pixels of the picture, inside it or not. All parts outlive this.
@@ -27,6 +30,8 @@ class PlotPointer {
   [[nodiscard]] double TuneFreqMHz() const;
   /// In the last 22 logical pixels, beside the plot.
   [[nodiscard]] bool InRightStrip() const;
+  /// The row of frequency labels, the column of level labels beside the plot.
+  [[nodiscard]] PlotAxis Axis() const;
   [[nodiscard]] MiniPanHit MiniPan() const { return inset_.MiniPanAt(at_, basis_); }
   /// x in plot or waterfall; nothing beside them.
   [[nodiscard]] std::optional<int> Column() const;

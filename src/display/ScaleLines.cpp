@@ -46,7 +46,8 @@ void PlaceLevels(const PlotLayout& layout, const LevelScale& levels, bool subDiv
   }
 }
 
-constexpr double kLabelRoom = 12;  // logical pixels
+constexpr double kLabelRoom = 12;      // logical pixels
+constexpr double kLowestNamedHz = 10;  // below it there is no frequency to name
 
 bool Touches(const ScaleLabel& a, const ScaleLabel& b, int room) {
   return a.Left < b.Left + b.Width + room && b.Left < a.Left + a.Width + room;
@@ -59,7 +60,8 @@ void AddFrequencyLabel(const PlotLayout& layout, const LabelMetrics& metrics, st
   label.Width = metrics.TextWidth(label.Text);
   label.Height = metrics.TextHeight;
   label.Left = static_cast<int>(std::lround(x - label.Width / 2.0));
-  label.Top = layout.PlotBottom() + (layout.BottomMargin - layout.WaterfallHeight - label.Height) / 2;
+  const int row = layout.BottomMargin - layout.WaterfallHeight - layout.StripHeight;
+  label.Top = layout.PlotBottom() + layout.StripHeight + (row - label.Height) / 2;
   if (label.Left < 0 || label.Left + label.Width > layout.Width) return;
   const int room = layout.Px(kLabelRoom);
   for (const ScaleLabel& other : labels) {
@@ -129,6 +131,7 @@ void PlaceZoomed(const PlotLayout& layout, const ScaleState& scale, bool withMHz
     const double x = std::clamp(geometry.FrequencyToPixel(hz / 1e6), 0.0, geometry.PlotWidth);
     lines.Frequencies.push_back({LinePixel(x, layout.PlotWidth, layout.LineWidth()), false});
     if (n == 0 && !scale.FrequencyKnown && !scale.Running) continue;
+    if (scale.FrequencyKnown && hz < kLowestNamedHz) continue;
     AddFrequencyLabel(layout, metrics, LabelText(scale, hz - centreHz, stepHz, withMHz), x,
                       lines.FrequencyLabels);
   }

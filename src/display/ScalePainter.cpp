@@ -8,6 +8,7 @@
 #include <cmath>
 #include <vector>
 
+#include "display/BandStrip.h"
 #include "display/Colours.h"
 #include "display/RowKernels.h"
 
@@ -59,7 +60,7 @@ PlotMargins MarginsFor(const QFont& font, double scale) {
   const QFontMetrics metrics(font);
   const auto px = [scale](double logical) { return static_cast<int>(std::lround(logical * scale)); };
   const int widest = std::max(metrics.horizontalAdvance("-160"), metrics.horizontalAdvance("00:00Z"));
-  return {.Top = px(4), .Gap = metrics.height() + px(3), .Label = widest + px(6)};
+  return {.Top = px(4), .Gap = metrics.height() + px(3), .Label = widest + px(6 + kLegendWidth)};
 }
 
 LabelMetrics MetricsOf(const QFont& font) {
@@ -72,7 +73,7 @@ LabelMetrics MetricsOf(const QFont& font) {
 }
 
 void ScalePainter::Render(const PlotLayout& layout, const ScaleState& scale, const ScaleLook& look,
-                          const QFont& font) {
+                          const BandPlan& plan, const QFont& font) {
   const QSize size(layout.Width, layout.WaterfallTop);
   if (picture_.size() != size) picture_ = MakePixels(size);
   lines_ = PlaceScale(layout, scale, look.SubD, look.MHz, MetricsOf(font));
@@ -80,6 +81,7 @@ void ScalePainter::Render(const PlotLayout& layout, const ScaleState& scale, con
   picture_.fill(ColourAt(look.Colours, ColourIndex::Background));
   QPainter painter(&picture_);
   DrawLines(painter, layout, lines_, look);
+  DrawBandStrip(painter, layout, scale, plan, ColourAt(look.Colours, ColourIndex::Background));
   painter.setFont(font);
   painter.setPen(Faded(ColourAt(look.Colours, ColourIndex::Frequency), kLabelOpacity));
   DrawLabels(painter, lines_.LevelLabels);

@@ -5,6 +5,7 @@
 #include <QFont>
 #include <QImage>
 
+#include "bandplan/BandPlan.h"
 #include "display/PlotLayout.h"
 #include "display/ScaleLines.h"
 #include "settings/ColourTable.h"
@@ -27,7 +28,8 @@ struct ScaleLook {
 class ScalePainter {
  public:
   /// Draws everything above the waterfall, the label column included, into Picture().
-  void Render(const PlotLayout& layout, const ScaleState& scale, const ScaleLook& look, const QFont& font);
+  void Render(const PlotLayout& layout, const ScaleState& scale, const ScaleLook& look, const BandPlan& plan,
+              const QFont& font);
 
   /// layout.Width x layout.WaterfallTop device pixels, opaque.
   [[nodiscard]] const QImage& Picture() const { return picture_; }

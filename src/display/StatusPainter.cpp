@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "display/Colours.h"
+#include "display/Palettes.h"
 #include "dsp/WaterfallColourIndex.h"
 
 namespace spectrino {
@@ -52,7 +53,7 @@ void DrawMeter(const OverlayPen& pen, const QRect& bar, double share, const QFon
 
 void DrawHistory(const OverlayPen& pen, const QRect& place, const MiniPan& pan) {
   const int rowHeight = std::max(1, pen.Layout.Px(1));
-  const auto& palette = WaterfallPalette();
+  const auto& palette = WaterfallPalette(pen.Palette);
   const int rows = std::min(static_cast<int>(pan.History.size()), place.height() / rowHeight);
   QImage picture(place.width(), std::max(1, rows), QImage::Format_RGB32);
   for (int y = 0; y < rows; ++y) {

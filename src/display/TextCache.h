@@ -41,6 +41,7 @@ struct OverlayPen {
   const PlotLayout& Layout;
   const ColourTable& Colours;
   TextCache& Texts;
+  int Palette = 0;  ///< of a radio's small waterfalls
 };
 
 }  // namespace spectrino

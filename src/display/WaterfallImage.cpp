@@ -1,13 +1,12 @@
 #include "display/WaterfallImage.h"
 
 #include <algorithm>
-#include <array>
 #include <cassert>
 #include <cmath>
 #include <cstddef>
 
 #include "display/Blit.h"
-#include "display/Colours.h"
+#include "display/Palettes.h"
 #include "dsp/WaterfallColourIndex.h"
 #include "state/SpectrumLine.h"
 
@@ -16,15 +15,6 @@ namespace {
 
 std::size_t At(int index) {
   return static_cast<std::size_t>(index);
-}
-
-const std::array<QRgb, kWaterfallColours>& DimmedPalette() {
-  static const std::array<QRgb, kWaterfallColours> dimmed = [] {
-    std::array<QRgb, kWaterfallColours> colours = WaterfallPalette();
-    for (QRgb& colour : colours) colour = 0xFF000000U | (colour >> 1 & 0x7F7F7FU);
-    return colours;
-  }();
-  return dimmed;
 }
 
 }  // namespace
@@ -64,6 +54,21 @@ void WaterfallImage::SetFollow(bool follow) {
   if (follow == follow_) return;
   follow_ = follow;
   PaintAll();
+}
+
+void WaterfallImage::SetLook(const WaterfallLook& look) {
+  if (look == look_) return;
+  look_ = look;
+  for (int y = 0; y < count_; ++y) ColourSlot(SlotAt(y));
+  PaintAll();
+}
+
+LevelRange WaterfallImage::ColourRange(const WaterfallRow& row) const {
+  // As it was given, to the last bit.
+  if (look_.FloorDb == 0 && look_.ContrastPercent == 100) return {row.BottomLevel, row.TopLevel};
+  const float bottom = row.BottomLevel + static_cast<float>(look_.FloorDb) * row.UnitsPerDb;
+  return {bottom,
+          bottom + (row.TopLevel - row.BottomLevel) * 100 / static_cast<float>(look_.ContrastPercent)};
 }
 
 void WaterfallImage::Clear() {
@@ -124,14 +129,15 @@ void WaterfallImage::ColourSlot(int slot) {
   const WaterfallRow& row = rows_[At(slot)];
   const auto levels = LevelsOf(slot);
   std::uint16_t* const colours = colours_.data() + At(slot) * At(Width());
+  const LevelRange range = ColourRange(row);
   for (std::size_t x = 0; x < levels.size(); ++x)
-    colours[x] = static_cast<std::uint16_t>(WaterfallColourIndex(levels[x], row.BottomLevel, row.TopLevel));
+    colours[x] = static_cast<std::uint16_t>(WaterfallColourIndex(levels[x], range.Bottom, range.Top));
 }
 
 void WaterfallImage::PaintSlot(int slot) {
   const WaterfallRow& row = rows_[At(slot)];
   const std::uint16_t* const colours = colours_.data() + At(slot) * At(Width());
-  const auto& palette = row.Dimmed ? DimmedPalette() : WaterfallPalette();
+  const auto& palette = row.Dimmed ? DimmedPalette(look_.Palette) : WaterfallPalette(look_.Palette);
   auto* const pixels = reinterpret_cast<QRgb*>(picture_.scanLine(slot));
   const RowMap map = MapOf(row);
   std::fill(pixels, pixels + map.First, emptyColour_);

@@ -10,6 +10,8 @@
 #include <span>
 #include <vector>
 
+#include "state/ScaleState.h"
+
 namespace spectrino {
 
 /// What a line of the waterfall knows of itself.
@@ -19,7 +21,17 @@ struct WaterfallRow {
   std::chrono::system_clock::time_point TakenUtc{};
   float BottomLevel = 0;  ///< its colours run from here
   float TopLevel = 0;     ///< to here
+  float UnitsPerDb = 1;   ///< of its levels
   bool Dimmed = false;    ///< half brightness: the radio was transmitting
+};
+
+/// How all lines are coloured.
+struct WaterfallLook {
+  int Palette = 0;
+  int FloorDb = 0;            ///< the darkest level lies so much above a line's BottomLevel
+  int ContrastPercent = 100;  ///< a line's range divided by it has all colours; above 0
+
+  bool operator==(const WaterfallLook&) const = default;
 };
 
 class WaterfallImage {
@@ -32,6 +44,8 @@ class WaterfallImage {
   /// With follow on, older lines stand where their frequencies are in the newest line's range; off, they
   /// scroll straight down.
   void SetFollow(bool follow);
+  /// The lines that are held are coloured anew.
+  void SetLook(const WaterfallLook& look);
   void Clear();
 
   /// A new line on top. levels: one per column, as many as the picture is wide.
@@ -46,6 +60,8 @@ class WaterfallImage {
   [[nodiscard]] int RowCount() const { return count_; }
   /// The line y pixels below the newest; nothing where no line has been yet.
   [[nodiscard]] std::optional<WaterfallRow> RowAt(int y) const;
+  /// From its darkest to its brightest colour.
+  [[nodiscard]] LevelRange ColourRange(const WaterfallRow& row) const;
   /// Level at a column as it is shown; kUndrawnLevel where there is none.
   [[nodiscard]] float LevelAt(int x, int y) const;
   /// Frequency at a column as it is shown, 0 where no line has been yet.
@@ -76,6 +92,7 @@ class WaterfallImage {
   int count_ = 0;
   QRgb emptyColour_ = 0xFF000000U;
   bool follow_ = false;
+  WaterfallLook look_;
   double leftMHz_ = 0;  ///< range of the newest line, which older ones follow
   double rightMHz_ = 0;
 };

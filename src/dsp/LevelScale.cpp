@@ -1,5 +1,6 @@
 #include "dsp/LevelScale.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 
@@ -57,6 +58,17 @@ void UpdateLevelScale(LevelScale& scale, int refLevel, int rangeDivisor, int bin
 int RangeDb(int rangeDivisor) {
   const RangeRow* range = FindRange(rangeDivisor);
   return range == nullptr ? 0 : range->rangeDb;
+}
+
+int ReferenceOf(float bottomLevel, int binWidthDb) {
+  return std::clamp(RoundToInt32(bottomLevel) - binWidthDb + 100, -199, 200);
+}
+
+int NearestDivisor(float rangeDb) {
+  const auto distance = [rangeDb](const RangeRow& row) {
+    return std::abs(rangeDb - static_cast<float>(row.rangeDb));
+  };
+  return std::ranges::min_element(kRanges, {}, distance)->divisor;
 }
 
 std::array<double, 21> BuildGridFrequencies(int sampleRate) {

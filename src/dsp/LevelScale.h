@@ -18,6 +18,11 @@ void UpdateLevelScale(LevelScale& scale, int refLevel, int rangeDivisor, int bin
 /// Displayed range: 20 log10(10 * rangeDivisor); 0 for a divisor that is none of the eight.
 [[nodiscard]] int RangeDb(int rangeDivisor);
 
+/// The reference whose plot begins at bottomLevel, -199..200.
+[[nodiscard]] int ReferenceOf(float bottomLevel, int binWidthDb);
+/// The divisor whose range comes nearest.
+[[nodiscard]] int NearestDivisor(float rangeDb);
+
 /// GridFrequencies: distances in Hz of the vertical grid lines from the centre at zoom 1.
 [[nodiscard]] std::array<double, 21> BuildGridFrequencies(int sampleRate);
 

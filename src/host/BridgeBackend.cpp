@@ -7,7 +7,6 @@
 namespace spectrino {
 namespace {
 
-constexpr double kStepMHz = 0.1;
 constexpr int kVfoB = 2;
 
 /// Index into the wheel's steps; the codes 10 and 11 are synchronous kinds of AM.
@@ -35,18 +34,9 @@ double RoundedMHz(double freqMHz, int stepHz) {
 
 }  // namespace
 
-bool BridgeBackend::Open() {
-  control_ = settings_.Control;
-  pan_ = {};
-  main_.Forget();
-  sub_.Forget();
-  read_.Reset();
-  return true;
-}
-
-PanValues BridgeBackend::Read() const {
-  PanValues pan = ReadPan(store_, control_);
-  if (RowOf(control_).Offset == OffsetRule::FixedCentre) return pan;
+PanValues BridgeBackend::Read(CatControl control, bool fixedCentre) const {
+  PanValues pan = ReadPan(store_, control);
+  if (fixedCentre) return pan;
   const auto value = [this](BridgeItem item) { return Val(link_.Text(item)); };
   pan.MainFreqMHz = value(BridgeItem::VfoAHz) / 1e6;
   pan.SubFreqMHz = value(BridgeItem::VfoBHz) / 1e6;
@@ -57,36 +47,13 @@ PanValues BridgeBackend::Read() const {
   return pan;
 }
 
-void BridgeBackend::Refresh(RadioState& radio) {
-  const auto now = clock_.Now();
-  if (read_.Take(now)) pan_ = Read();
-  radio.MainFreqMHz = shownMHz_ = main_.Shown(pan_.MainFreqMHz, now);
-  radio.RadioMode = RoundToInt16(pan_.Mode);
-  if (RowOf(control_).Offset == OffsetRule::FixedCentre) {
-    radio.SplitOn = 0;
-    return;
-  }
-  radio.SubFreqMHz = sub_.Shown(pan_.SubFreqMHz, now);
-  radio.SubRadioMode = RoundToInt16(pan_.SubMode);
-  radio.SplitOn = RoundToInt16(pan_.Split);
-  ClearEqualSplit(radio);
-  TellFilters(pan_, radio);
+double BridgeBackend::DialFor(const PanValues& pan, int radioMode, double freqMHz, Aim aim) const {
+  if (aim == Aim::Signal) freqMHz = CorrectedForTones(pan, radioMode, freqMHz);
+  return RoundedMHz(freqMHz, settings_.StepHz[StepIndex(radioMode)]);
 }
 
-void BridgeBackend::SetFrequency(Vfo vfo, double freqMHz, Aim aim) {
-  const bool main = vfo == Vfo::A;
-  const int radioMode = RoundToInt16(main ? pan_.Mode : pan_.SubMode);
-  if (aim == Aim::Signal) freqMHz = CorrectedForTones(pan_, radioMode, freqMHz);
-  freqMHz = RoundedMHz(freqMHz, settings_.StepHz[StepIndex(radioMode)]);
-  if (main)
-    main_.Ask(freqMHz, clock_.Now());
-  else
-    sub_.Ask(freqMHz, clock_.Now());
-  link_.BridgeSetFrequency(freqMHz, main ? 1 : kVfoB);
-}
-
-void BridgeBackend::StepFrequency(int direction, double /*centreMHz*/) {
-  if (shownMHz_ > 0) SetFrequency(Vfo::A, shownMHz_ + direction * kStepMHz, Aim::Dial);
+void BridgeBackend::Send(Vfo vfo, double freqMHz) {
+  link_.BridgeSetFrequency(freqMHz, vfo == Vfo::A ? 1 : kVfoB);
 }
 
 }  // namespace spectrino

@@ -2,47 +2,28 @@
 // "PAN", tuned by its commands.
 #pragma once
 
-#include "host/AskedFrequency.h"
 #include "host/BridgeLink.h"
-#include "host/PanKeys.h"
-#include "platform/Clock.h"
-#include "rig/RigBackend.h"
-#include "settings/PanSettings.h"
-#include "state/Pacer.h"
+#include "host/PanFollower.h"
 
 namespace spectrino {
 
-class BridgeBackend final : public RigBackend {
+class BridgeBackend final : public PanFollower {
  public:
   /// All outlive it.
   BridgeBackend(BridgeLink& link, SettingsStore& store, const PanSettings& settings, const Clock& clock)
-      : link_(link), store_(store), settings_(settings), clock_(clock) {}
+      : PanFollower(store, settings, clock), link_(link) {}
 
-  bool Open() override;
-  void Refresh(RadioState& radio) override;
-  [[nodiscard]] double LinkOffsetKHz() const override { return pan_.OffsetHz / 1000; }
-  /// A signal that was pointed at is corrected by the tone offset where the bridge says so. Rounded to the
-  /// wheel's step of the receiver's mode.
-  void SetFrequency(Vfo vfo, double freqMHz, Aim aim) override;
   /// Button 1 is the band number 0.
   void SelectBand(int button) override { link_.BridgeSetBand(button - 1); }
-  bool SelectMode(const ModeRequest& /*request*/) override { return false; }
-  void SendMacro(std::string_view /*text*/) override {}
-  /// 100 kHz from where VFO A is.
-  void StepFrequency(int direction, double centreMHz) override;
 
  private:
-  [[nodiscard]] PanValues Read() const;
+  [[nodiscard]] PanValues Read(CatControl control, bool fixedCentre) const override;
+  /// A signal that was pointed at is corrected by the tone offset where the bridge says so. Rounded to the
+  /// wheel's step of the receiver's mode.
+  [[nodiscard]] double DialFor(const PanValues& pan, int radioMode, double freqMHz, Aim aim) const override;
+  void Send(Vfo vfo, double freqMHz) override;
 
   BridgeLink& link_;
-  SettingsStore& store_;
-  const PanSettings& settings_;
-  const Clock& clock_;
-  CatControl control_ = CatControl::BridgeIf;
-  PanValues pan_;
-  double shownMHz_ = 0;  ///< of VFO A
-  Pacer read_{std::chrono::milliseconds(100)};
-  AskedFrequency main_, sub_;
 };
 
 }  // namespace spectrino

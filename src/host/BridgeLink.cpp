@@ -1,8 +1,11 @@
 #include "host/BridgeLink.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <utility>
+
+#include "state/Val.h"
 
 namespace spectrino {
 namespace {
@@ -10,6 +13,19 @@ namespace {
 constexpr const char* kNotRunning =
     "                     LP-Bridge is not running.\nClose Spectrino, start LP-Bridge, then start Spectrino.";
 constexpr double kMostHz = 99'999'999'999.0;
+constexpr double kMostBesideHz = 100e6;
+
+/// Nothing is not known; everything else begins with a number that a radio can have.
+bool IsTaken(BridgeItem item, std::string_view text) {
+  text = Trim(text);
+  if (item == BridgeItem::Trouble || text.empty()) return true;
+  const std::string_view digits = text.substr(text.find_first_not_of("+-.") == 1 ? 1 : 0);
+  if (digits[0] < '0' || digits[0] > '9') return false;
+  const double hz = Val(text);
+  if (item == BridgeItem::VfoAHz || item == BridgeItem::VfoBHz) return hz >= 0 && hz <= kMostHz;
+  const bool signless = item == BridgeItem::Bandwidth || item == BridgeItem::Bandwidth2;
+  return hz >= (signless ? 0 : -kMostBesideHz) && hz <= kMostBesideHz;
+}
 
 }  // namespace
 
@@ -21,10 +37,7 @@ BridgeLink::BridgeLink(BridgePort& port, Notifier& user, const Clock& clock)
     user_.Log(LogArea::Host, "the bridge is there");
   };
   port_.Missing = [this](const std::string& why) { Missed(why); };
-  port_.Told = [this](BridgeItem item, const std::string& text) {
-    texts_[static_cast<std::size_t>(item)] = text;
-    since_ = clock_.Now();
-  };
+  port_.Told = [this](BridgeItem item, const std::string& text) { Take(item, text); };
   port_.Refused = [this](const std::string& why) { user_.Log(LogArea::Host, "command refused: " + why); };
 }
 
@@ -39,7 +52,7 @@ BridgeLink::~BridgeLink() {
 void BridgeLink::OpenDdeLink() {
   if (active_) return;
   active_ = true;
-  found_ = answered_ = false;
+  found_ = answered_ = logged_ = false;
   texts_ = {};
   since_ = clock_.Now();
   port_.Open();
@@ -49,6 +62,16 @@ void BridgeLink::CloseDdeLink() {
   if (!active_) return;
   active_ = found_ = false;
   port_.Close();
+}
+
+void BridgeLink::Take(BridgeItem item, const std::string& text) {
+  if (IsTaken(item, text)) {
+    texts_[static_cast<std::size_t>(item)] = text;
+    if (item != BridgeItem::Trouble) since_ = clock_.Now();
+  } else if (!std::exchange(logged_, true)) {
+    user_.Log(LogArea::Host, std::string("the bridge told what no radio has: ") +
+                                 kBridgeItems[static_cast<std::size_t>(item)] + " \"" + text + '"');
+  }
 }
 
 void BridgeLink::Missed(const std::string& why) {
@@ -62,11 +85,14 @@ void BridgeLink::Missed(const std::string& why) {
 
 LinkHealth BridgeLink::Health() const {
   if (!active_) return {};
+  const std::string& trouble = Text(BridgeItem::Trouble);
+  if (found_ && !trouble.empty())
+    return {.State = LinkState::Lost, .Since = since_, .Why = "LP-Bridge: " + trouble};
   if (found_) return {.State = LinkState::Live, .Since = since_};
   if (!answered_) return {.State = LinkState::Connecting, .Since = since_};
   return {.State = LinkState::Lost,
           .Since = since_,
-          .Why = "LP-Bridge: " + why_ + " It is followed as soon as it runs"};
+          .Why = "LP-Bridge: " + why_ + " It is followed as soon as it runs and answers"};
 }
 
 void BridgeLink::BridgeSetBand(int band) {

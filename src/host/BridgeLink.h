@@ -1,4 +1,4 @@
-// The link to the bridge: seven linked texts, six told by it and one for commands. Open beside runs, as long
+// The link to the bridge: linked texts that it tells, and one for commands. Open beside runs, as long
 // as the bridge is the chosen way to the radio. Knows how commands are written, not when they are sent.
 #pragma once
 
@@ -28,7 +28,7 @@ class BridgeLink {
   [[nodiscard]] bool DdeActive() const { return active_; }
   [[nodiscard]] LinkHealth Health() const;
 
-  /// As the bridge told it last; empty before.
+  /// As the bridge told it last; empty before. A number that no radio has is not taken: the one before stays.
   [[nodiscard]] const std::string& Text(BridgeItem item) const {
     return texts_[static_cast<std::size_t>(item)];
   }
@@ -39,6 +39,7 @@ class BridgeLink {
   void BridgeSetFrequency(double freqMHz, int which);
 
  private:
+  void Take(BridgeItem item, const std::string& text);
   void Missed(const std::string& why);
   void Poke(const std::string& txtLPB_LINK);
 
@@ -49,6 +50,7 @@ class BridgeLink {
   bool active_ = false;
   bool found_ = false;
   bool answered_ = false;  ///< since it was opened: it is there, or it is not
+  bool logged_ = false;    ///< since it was opened: that something was not taken
   std::string why_;
   LinkHealth::Time since_{};
 };

@@ -17,13 +17,16 @@ constexpr auto kSearchTime = 1000ms;
 constexpr auto kOwnServerTime = 3000ms;
 constexpr auto kLook = 5ms;
 constexpr auto kAgain = 100ms;
-constexpr double kStepMHz = 0.1;
 constexpr std::string_view kPublisher = "Bexmora";
 
 }  // namespace
 
 RigctldEndpoint HostEndpoint(SettingsStore& store) {
-  if (const auto own = ParseEndpoint(SetupSection(store).Read(key::kHostEndpoint))) return *own;
+  return HostEndpoint(store, SetupSection(store).Read(key::kHostEndpoint));
+}
+
+RigctldEndpoint HostEndpoint(SettingsStore& store, std::string_view text) {
+  if (const auto own = ParseEndpoint(text)) return *own;
   return ParseEndpoint(store.GetSetting(kPublisher, kSetupSection, "AppPath", ""))
       .value_or(RigctldEndpoint{});
 }
@@ -38,6 +41,7 @@ void HostBackend::Begin() {
   const HostReads reads = beside ? HostReads::Beside : mainOnly ? HostReads::MainOnly : HostReads::Everything;
   parts_.Radio.Open(HostEndpoint(parts_.Store), reads);
   read_.Reset();
+  told_ = false;
 }
 
 void HostBackend::FollowLater() {
@@ -78,8 +82,13 @@ void HostBackend::Close() {
 void HostBackend::Refresh(RadioState& radio) {
   const HostRadio& host = parts_.Radio;
   if (!host.HostFound()) return;
-  radio.MainFreqMHz = host.HostGetFrequency(Vfo::A);
-  radio.RadioMode = RadioModeOfHost(host.HostGetMode(Vfo::A));
+  const double mainMHz = host.HostGetFrequency(Vfo::A);
+  told_ = told_ || mainMHz > 0;
+  // Found again and not read yet: the plot stays where it was, and is known to be stale.
+  if (mainMHz > 0 || !told_ || host.Client().Health().State == LinkState::Live) {
+    radio.MainFreqMHz = mainMHz;
+    radio.RadioMode = RadioModeOfHost(host.HostGetMode(Vfo::A));
+  }
   radio.Transmitting = host.State().Transmitting;
   radio.Teletype = radio.SubTeletype = !host.State().DataFamily;
   if (RowOf(control_).Offset == OffsetRule::FixedCentre) {
@@ -174,14 +183,12 @@ bool HostBackend::Transmit(bool on) {
   return true;
 }
 
+// The radio says which kind it takes, not the text. Before the host told of its radio nobody knows.
 void HostBackend::SendMacro(std::string_view text) {
-  const bool civ = parts_.Radio.State().SpeaksCiv && !Trim(text).ends_with(';');
-  parts_.Radio.HostSendCommand(civ ? HostCommandKind::CivHex : HostCommandKind::Text, text);
-}
-
-void HostBackend::StepFrequency(int direction, double /*centreMHz*/) {
-  const double freqMHz = parts_.Radio.HostGetFrequency(Vfo::A);
-  if (freqMHz > 0) parts_.Radio.HostSetFrequency(freqMHz + direction * kStepMHz, Vfo::A);
+  HostRadio& radio = parts_.Radio;
+  if (radio.HostFound() && !radio.Client().IsReady())
+    return parts_.User.ShowStatus("Not sent: Castelon has not told yet which radio it has.");
+  radio.HostSendCommand(radio.State().SpeaksCiv ? HostCommandKind::CivHex : HostCommandKind::Text, text);
 }
 
 }  // namespace spectrino

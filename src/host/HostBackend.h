@@ -20,6 +20,8 @@ namespace spectrino {
 /// Where the host is: key "HostEndpoint", else an endpoint in ("Bexmora", "Setup", "AppPath"), else port 4532
 /// of this machine.
 [[nodiscard]] RigctldEndpoint HostEndpoint(SettingsStore& store);
+/// The same with this text in place of what the key holds.
+[[nodiscard]] RigctldEndpoint HostEndpoint(SettingsStore& store, std::string_view text);
 
 class HostBackend final : public RigBackend {
  public:
@@ -55,10 +57,8 @@ class HostBackend final : public RigBackend {
   bool SetMode(Vfo receiver, const ExactMode& exact) override;
   bool SetSplit(bool on) override;
   bool Transmit(bool on) override;
-  /// For an Icom hexadecimal digits, unless it ends in ";".
+  /// For an Icom hexadecimal digits, for others text; "FA" or "FB" with 11 digits for any.
   void SendMacro(std::string_view text) override;
-  /// 100 kHz from where VFO A is.
-  void StepFrequency(int direction, double centreMHz) override;
 
  private:
   void Begin();
@@ -67,6 +67,7 @@ class HostBackend final : public RigBackend {
   Parts parts_;
   CatControl control_ = CatControl::HostIf;
   PanValues pan_;
+  bool told_ = false;  ///< a frequency, in this run
   Pacer read_{std::chrono::milliseconds(100)};
   std::vector<KeyValue> published_;
   std::uint64_t publishedSerial_ = 0;

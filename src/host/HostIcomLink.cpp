@@ -15,13 +15,18 @@ namespace {
 constexpr auto kAskPace = 250ms;
 /// After a frequency or command of the operator: while the wheel turns, reads are not worth their time.
 constexpr auto kAskLater = 300ms;
+constexpr int kLastPort = 65535;
+constexpr const char* kNoPort =
+    "they come one port above Castelon's, and above 65535 there is none. Choose a lower one in Setup";
 
 }  // namespace
 
 HostIcomLink::HostIcomLink(const Parts& parts) : parts_(parts) {
   parts_.Socket.Received = [this](std::span<const std::uint8_t> packet) {
     const auto line = ReadSpectrumPacket(packet);
-    if (line && LineCame) LineCame(*line);
+    if (!line) return;
+    lineCame_ = parts_.Time.Now();
+    if (LineCame) LineCame(*line);
   };
 }
 
@@ -33,8 +38,10 @@ HostIcomLink::~HostIcomLink() {
 void HostIcomLink::Open() {
   if (!parts_.Radio.HostFound()) parts_.Backend.FollowLater();
   const RigctldEndpoint endpoint = HostEndpoint(parts_.Store);
-  port_ = static_cast<std::uint16_t>(std::min(endpoint.Port + 1, 65535));
+  port_ = endpoint.Port < kLastPort ? static_cast<std::uint16_t>(endpoint.Port + 1) : std::uint16_t{0};
+  here_ = endpoint.IsThisMachine();
   open_ = true;
+  lineCame_ = {};
   answers_ = false;
   findings_ = 0;
   asked_.clear();
@@ -44,7 +51,7 @@ void HostIcomLink::Open() {
 
 void HostIcomLink::Listen() {
   listen_.Restart(parts_.Time.Now());
-  std::string trouble = parts_.Socket.Open(port_);
+  std::string trouble = port_ != 0 ? parts_.Socket.Open(port_) : kNoPort;
   if (!trouble.empty() && trouble != trouble_) parts_.User.Log(LogArea::Host, trouble);
   trouble_ = std::move(trouble);
 }
@@ -60,9 +67,9 @@ void HostIcomLink::Close() {
 void HostIcomLink::Tick() {
   if (!open_) return;
   if (!trouble_.empty() && listen_.Take(parts_.Time.Now())) Listen();
-  const bool answers = parts_.Radio.Client().IsReady() && parts_.Radio.HostGetFrequency(Vfo::A) > 0;
-  if (!parts_.Radio.Client().IsReady()) answers_ = false;
-  if (answers && !answers_) {
+  const bool answers = parts_.Radio.Client().IsReady() && Health().State == LinkState::Live;
+  if (!answers) answers_ = false;
+  if (answers && !answers_ && parts_.Radio.State().Of(Vfo::A).FreqHz > 0) {
     answers_ = true;
     ++findings_;
   }
@@ -70,7 +77,17 @@ void HostIcomLink::Tick() {
 }
 
 LinkHealth HostIcomLink::Health() const {
-  return parts_.Radio.Client().Health();
+  LinkHealth health = parts_.Radio.Client().Health();
+  const auto silent = [now = parts_.Time.Now()](LinkHealth::Time heard) {
+    return now - heard > LinkWatch::kSilence;
+  };
+  // A line that came is as good as an answer: the server may be busy with another of its clients. Where there
+  // is neither, it may be long until the server gives the radio up.
+  if (health.State == LinkState::Silent && !silent(lineCame_))
+    return {.State = LinkState::Live, .Since = health.Since};
+  if (health.State == LinkState::Live && silent(lineCame_) && silent(health.Since))
+    health.State = LinkState::Silent;
+  return health;
 }
 
 std::string HostIcomLink::Trouble() const {
@@ -78,6 +95,7 @@ std::string HostIcomLink::Trouble() const {
 }
 
 std::string HostIcomLink::ScopeOptions() const {
+  if (!here_) return {};
   return "--multicast-addr=127.0.0.1 --multicast-port=" + std::to_string(port_) + " -C async=1";
 }
 
@@ -105,7 +123,8 @@ void HostIcomLink::Ask(std::string_view hex) {
 
 void HostIcomLink::AskNext() {
   const auto now = parts_.Time.Now();
-  if (asked_.empty() || now < nextAsk_ || !parts_.Radio.MayRead()) return;
+  const auto due = std::max(nextAsk_, parts_.Radio.FrequencyAskedAt() + kAskLater);
+  if (asked_.empty() || now < due || !parts_.Radio.MayRead()) return;
   nextAsk_ = now + kAskPace;
   const CivRead* read = FindCivRead(asked_.front());
   asked_.pop_front();

@@ -41,6 +41,10 @@ class HostIcomLink final : public HostIcom {
   void SetUsualAddress(std::string_view address) override { parts_.Radio.SetUsualAddress(address); }
   [[nodiscard]] RigBackend& Backend() override { return parts_.Backend; }
   [[nodiscard]] double HostIcomFrequency() const override { return parts_.Radio.HostGetFrequency(Vfo::A); }
+  [[nodiscard]] bool HostIcomFrequencyIsAsked() const override {
+    return parts_.Radio.FrequencyIsAsked(Vfo::A);
+  }
+  [[nodiscard]] bool HostIcomTransmits() const override { return parts_.Radio.State().Transmitting; }
   [[nodiscard]] std::string HostIcomMode() const override;
   void SwitchScope(bool on) override;
   void SendCommand(std::string_view hex) override;
@@ -51,9 +55,11 @@ class HostIcomLink final : public HostIcom {
   void AskNext();
 
   Parts parts_;
-  std::uint16_t port_ = 0;
+  std::uint16_t port_ = 0;  ///< for the lines; 0: there is none above the server's
+  bool here_ = true;        ///< the server runs on this machine
   bool open_ = false;
-  bool answers_ = false;  ///< the radio, since the host was found
+  bool answers_ = false;  ///< the radio, since it was found or silent
+  LinkHealth::Time lineCame_{};
   int findings_ = 0;
   std::string trouble_;
   Pacer listen_{std::chrono::seconds(2)};

@@ -91,8 +91,10 @@ void HostPoll::Begin(HostReads reads, const RigctldReply& caps) {
   sentAt_ = {};
   next_ = clock_.Now();
   last_ = kSub;
-  state_.Transmitting = false;
-  state_.PreampDb = state_.AttenuatorDb = state_.PitchHz = state_.IfShiftHz = std::nullopt;
+  // It may be another radio, or have been tuned by others meanwhile.
+  const std::uint64_t serial = state_.Serial;
+  state_ = {};
+  state_.Serial = serial;
   for (std::size_t item = 0; item < kItems; ++item) {
     const ReadRow& row = kReads[item];
     asked_[item] = item == kMain ||
@@ -145,8 +147,7 @@ void HostPoll::Send(std::size_t item) {
                 .Arguments = std::string(row.Argument),
                 .Of = row.TakesVfo ? std::optional(Vfo::A) : std::nullopt,
                 .Done = [this, item, read](const RigctldReply* reply) { Answered(item, read, reply); },
-                .Slot = {},
-                .Deadline = reads_ == HostReads::Beside ? kBesideDeadline : RigctldRequest{}.Deadline});
+                .Slot = {}});
 }
 
 void HostPoll::Answered(std::size_t item, std::uint64_t read, const RigctldReply* reply) {
@@ -155,10 +156,11 @@ void HostPoll::Answered(std::size_t item, std::uint64_t read, const RigctldReply
   const auto took = std::chrono::ceil<std::chrono::milliseconds>(now - sentAt_[item]);
   next_ = now + std::clamp(took, reads_ == HostReads::Beside ? kBesidePause : kLeastPause, kMostPause);
   if (reply->Code == rprt::kDone) {
+    const HostState before = state_;
     kReads[item].Store(*reply, state_);
+    if (state_ != before) ++state_.Serial;
     if (item == kMain) state_.Of(Vfo::A).Read = read;
     if (item == kSub) state_.Of(Vfo::B).Read = read;
-    ++state_.Serial;
   } else if (rprt::RadioIsSilent(reply->Code)) {
     next_ = now + kSilentPause;
   } else if (item != kMain && rprt::NeverWorks(reply->Code)) {

@@ -30,15 +30,14 @@ class HostPoll {
   static constexpr std::chrono::milliseconds kMostPause{1000};
   static constexpr std::chrono::milliseconds kBesidePause{100};
   static constexpr int kBesideSlower = 3;
-  /// A server whose radio sends its scope may be busy with a spoilt reply for longer than a read may take.
-  static constexpr std::chrono::milliseconds kBesideDeadline{5000};
   static constexpr std::chrono::milliseconds kSilentPause{500};
 
   /// All outlive it.
   HostPoll(RigctldClient& client, HostState& state, const Clock& clock)
       : client_(client), state_(state), clock_(clock) {}
 
-  /// A connection was made: what the server tells of its radio ("dump_caps") decides what is asked.
+  /// A connection was made: nothing that was told before counts, and what the server tells of its radio
+  /// ("dump_caps") decides what is asked.
   void Begin(HostReads reads, const RigctldReply& caps);
   /// Sends the next read when its time has come.
   void Tick();

@@ -16,12 +16,16 @@ namespace {
 
 /// A radio that owes no answer is waited for by the server, up to its own time-out.
 constexpr auto kRawDeadline = 5s;
+/// A server whose radio sends its scope may be busy with a spoilt reply for so long.
+constexpr auto kPatienceBeside = 5s;
 /// FE FE controller radio, FB or FA, FD: what an Icom says to a command that asks nothing.
 constexpr const char* kCivAnswerBytes = "6";
 /// What a radio says to a command of its own kind may come a little after the server answered.
 constexpr auto kRawRest = 60ms;
 constexpr std::size_t kFrequencyDigits = 11;
 constexpr double kMostMHz = 1e6;
+constexpr std::size_t kAddressDigits = 2;
+constexpr std::string_view kUsualController = "E0";
 
 constexpr bool IsDigit(char c) {
   return c >= '0' && c <= '9';
@@ -54,6 +58,12 @@ std::string EscapedBytes(std::string_view hex) {
   return escaped;
 }
 
+/// Two hexadecimal digits of a file or a model; empty where it is anything else.
+std::string AddressIn(std::string_view text) {
+  text = Trim(text);
+  return text.size() == kAddressDigits && std::ranges::all_of(text, IsHex) ? std::string(text) : "";
+}
+
 }  // namespace
 
 HostRadio::HostRadio(ByteSocket& socket, SettingsStore& store, Notifier& user, const Clock& clock)
@@ -69,7 +79,8 @@ HostRadio::HostRadio(ByteSocket& socket, SettingsStore& store, Notifier& user, c
 void HostRadio::Open(const RigctldEndpoint& endpoint, HostReads reads) {
   Close();
   reads_ = reads;
-  client_.Open(endpoint, SetupSection(store_).Read(key::kReconnect));
+  client_.Open(endpoint, SetupSection(store_).Read(key::kReconnect),
+               reads == HostReads::Beside ? kPatienceBeside : RigctldClient::kPatience);
 }
 
 void HostRadio::Close() {
@@ -77,6 +88,7 @@ void HostRadio::Close() {
   hostFound_ = false;
   rawOut_ = 0;
   state_ = {};
+  usualAddress_.clear();
   wantedFreq_ = {};
   wantedMode_.reset();
 }
@@ -87,13 +99,18 @@ void HostRadio::Tick() {
 }
 
 void HostRadio::Found(const RigctldReply& caps) {
+  const std::string before = state_.Model;
   poll_.Begin(reads_, caps);
+  if (state_.Model != before) usualAddress_.clear();
+  // What the radio took on an earlier connection no read will confirm as the answer to it.
+  for (std::optional<Wanted>* wanted : {&wantedFreq_[0], &wantedFreq_[1], &wantedMode_})
+    if (*wanted && (*wanted)->TakenAfter) wanted->reset();
   user_.Log(LogArea::Host, "found: " + state_.Model + ", Hamlib model " + std::to_string(state_.ModelNumber) +
                                (client_.TakesVfo() ? "" : ", takes no VFO"));
 }
 
 bool HostRadio::Stands(const std::optional<Wanted>& wanted, Vfo vfo) const {
-  if (!wanted || clock_.Now() - wanted->Since > kConfirmTime) return false;
+  if (!wanted) return false;
   return !wanted->TakenAfter || state_.Of(vfo).Read <= *wanted->TakenAfter;
 }
 
@@ -139,24 +156,27 @@ void HostRadio::HostSetFrequency(double freqMHz, Vfo vfo) {
   }
   const std::string hertz = HertzText(freqMHz * 1e6);
   std::optional<Wanted>& wanted = WantedFreq(vfo);
-  wanted = {Val(hertz), hostmode::kUnknown, ++wantedCount_, clock_.Now(), std::nullopt};
+  frequencyAsked_ = clock_.Now();
+  wanted = {Val(hertz), hostmode::kUnknown, ++wantedCount_, std::nullopt};
   client_.Set({.Command = "set_freq",
                .Arguments = hertz,
                .Of = vfo,
                .Done = Settling(wanted, vfo, "frequency " + hertz),
-               .Slot = vfo == Vfo::A ? "frequency A" : "frequency B"});
+               .Slot = vfo == Vfo::A ? "frequency A" : "frequency B",
+               .LeavesAnyway = true});
 }
 
 // The radio's own filter for the mode stays: -1 asks for no width.
 void HostRadio::HostSetMode(int hostMode, bool dataFamily) {
   const std::string_view word = WordOfHostMode(hostMode, dataFamily);
   if (!hostFound_ || word.empty()) return;
-  wantedMode_ = {0, hostMode, ++wantedCount_, clock_.Now(), std::nullopt};
+  wantedMode_ = {0, hostMode, ++wantedCount_, std::nullopt};
   client_.Set({.Command = "set_mode",
                .Arguments = std::string(word) + " -1",
                .Of = Vfo::A,
                .Done = Settling(wantedMode_, Vfo::A, "mode " + std::string(word)),
-               .Slot = "mode"});
+               .Slot = "mode",
+               .LeavesAnyway = true});
 }
 
 // Some radios put VFO B elsewhere with it: where it is now is asked for again.
@@ -191,9 +211,11 @@ void HostRadio::HostSetBand(int band) {
 
 void HostRadio::HostSendCommand(HostCommandKind kind, std::string_view text) {
   if (!hostFound_ || Trim(text).empty()) return;
-  if (kind == HostCommandKind::CivHex) return SendCiv(text);
+  // 13 characters are no pairs of digits: no command of an Icom is taken for a frequency.
   if (const auto frequency = FrequencyIn(text))
     HostSetFrequency(frequency->second / 1e6, frequency->first);
+  else if (kind == HostCommandKind::CivHex)
+    SendCiv(text);
   else
     SendRaw("send_cmd", std::string(Trim(text)));
 }
@@ -201,9 +223,11 @@ void HostRadio::HostSendCommand(HostCommandKind kind, std::string_view text) {
 // FE FE | radio | controller | command, sub-command, data | FD, each byte as "\0x" and two digits
 void HostRadio::SendCiv(std::string_view hex) {
   const SetupSection setup(store_);
-  std::string address(Trim(setup.Read(key::kIcAddress)));
-  if (address.empty()) address = usualAddress_;
-  const std::string head = EscapedBytes(address + setup.Read(key::kControllerAddress));
+  // The stored address may be that of another radio, on its serial line.
+  const std::string address = AddressIn(usualAddress_.empty() ? setup.Read(key::kIcAddress) : usualAddress_);
+  std::string controller = AddressIn(setup.Read(key::kControllerAddress));
+  if (controller.empty()) controller = kUsualController;
+  const std::string head = address.empty() ? "" : EscapedBytes(address + controller);
   const std::string body = EscapedBytes(Trim(hex));
   if (head.empty() || body.empty()) {
     user_.ShowStatus(body.empty() ? "Not sent: a macro for an Icom is pairs of hexadecimal digits."
@@ -225,7 +249,7 @@ void HostRadio::SendRaw(std::string_view command, std::string arguments) {
                      poll_.Rest(kRawRest);
                    },
                .Slot = {},
-               .Deadline = kRawDeadline});
+               .LeastDeadline = kRawDeadline});
 }
 
 void HostRadio::SetFunction(std::string_view name, bool on, std::string_view slot) {
@@ -234,8 +258,7 @@ void HostRadio::SetFunction(std::string_view name, bool on, std::string_view slo
                .Arguments = std::string(name) + (on ? " 1" : " 0"),
                .Of = Vfo::A,
                .Done = {},
-               .Slot = slot,
-               .Deadline = kRawDeadline});
+               .Slot = slot});
 }
 
 bool HostRadio::MayRead() const {
@@ -248,8 +271,7 @@ void HostRadio::Read(std::string_view command, std::string_view argument,
                 .Arguments = std::string(argument),
                 .Of = Vfo::A,
                 .Done = std::move(done),
-                .Slot = {},
-                .Deadline = kRawDeadline});
+                .Slot = {}});
 }
 
 void HostRadio::SayGoodbye(std::string_view command, std::string_view arguments) {

@@ -29,9 +29,6 @@ enum class HostCommandKind {
 
 class HostRadio {
  public:
-  /// What was asked for is shown as if it were so, until the radio tells, refuses, or this has passed.
-  static constexpr std::chrono::milliseconds kConfirmTime{2000};
-
   /// All outlive it; the socket comes not connected.
   HostRadio(ByteSocket& socket, SettingsStore& store, Notifier& user, const Clock& clock);
 
@@ -47,8 +44,15 @@ class HostRadio {
   [[nodiscard]] const RigctldClient& Client() const { return client_; }
   [[nodiscard]] const HostState& State() const { return state_; }
 
-  /// MHz; 0 while unknown.
+  /// MHz; 0 while unknown. What was asked for is told as if it were so until a later read tells, the radio
+  /// refuses, or the connection is lost.
   [[nodiscard]] double HostGetFrequency(Vfo vfo) const;
+  /// Whether HostGetFrequency is what was asked for.
+  [[nodiscard]] bool FrequencyIsAsked(Vfo vfo) const {
+    return Stands(wantedFreq_[vfo == Vfo::A ? 0 : 1], vfo);
+  }
+  /// When a frequency was asked for last.
+  [[nodiscard]] LinkHealth::Time FrequencyAskedAt() const { return frequencyAsked_; }
   /// The host's code; hostmode::kUnknown while unknown.
   [[nodiscard]] int HostGetMode(Vfo vfo) const;
   [[nodiscard]] int HostGetSplit() const { return hostFound_ ? state_.Split : 0; }
@@ -68,7 +72,8 @@ class HostRadio {
   void HostTransmit(bool on);
   /// "FA" or "FB" with 11 digits sets a frequency, whatever the radio; other text is for the radio itself.
   void HostSendCommand(HostCommandKind kind, std::string_view text);
-  /// Where the settings name no CI-V address. Two hex digits.
+  /// The CI-V address of the model that the host tells, two hex digits; empty where it is not known, and that
+  /// of the settings is taken. Holds until the host tells another model.
   void SetUsualAddress(std::string_view address) { usualAddress_ = address; }
   /// A function of the radio by Hamlib's name. slot: as RigctldRequest's.
   void SetFunction(std::string_view name, bool on, std::string_view slot);
@@ -88,7 +93,6 @@ class HostRadio {
     double FreqHz = 0;
     int Mode = hostmode::kUnknown;
     std::uint64_t Number = 0;
-    LinkHealth::Time Since{};
     std::optional<std::uint64_t> TakenAfter;  ///< the reads sent when the radio took it
   };
 
@@ -112,6 +116,7 @@ class HostRadio {
   std::string usualAddress_;
   int rawOut_ = 0;  ///< commands for the radio itself, not answered yet
   LinkHealth::Time rawEnd_{};
+  LinkHealth::Time frequencyAsked_{};
   std::uint64_t wantedCount_ = 0;
   std::array<std::optional<Wanted>, 2> wantedFreq_;
   std::optional<Wanted> wantedMode_;

@@ -30,6 +30,8 @@ struct HostVfo {
   int Mode = hostmode::kUnknown;
   double WidthHz = 0;
   std::uint64_t Read = 0;  ///< which read told it: counted in the order they were sent
+
+  bool operator==(const HostVfo&) const = default;
 };
 
 struct HostState {
@@ -48,6 +50,7 @@ struct HostState {
   bool SpeaksCiv = false;    ///< an Icom
   std::uint64_t Serial = 0;  ///< grows with each change
 
+  bool operator==(const HostState&) const = default;
   [[nodiscard]] HostVfo& Of(Vfo vfo) { return Vfos[vfo == Vfo::A ? 0 : 1]; }
   [[nodiscard]] const HostVfo& Of(Vfo vfo) const { return Vfos[vfo == Vfo::A ? 0 : 1]; }
 };

@@ -46,18 +46,11 @@ constexpr auto kKeys = std::to_array<KeyRow>({
     {"PITCH", &PanValues::PitchHz, kIf | kK3},
     {"PI", &PanValues::PitchHz, kOutside},
     {"FT", &PanValues::Split, kOutside},
-    {"SB", &PanValues::SubRx, kOutside},
     {"PRE", &PanValues::PreampDb, kIfAdapters},
     {"ATT", &PanValues::AttenuatorDb, kIfAdapters},
-    {"DT", &PanValues::DataMode, kIfAdapters},
-    {"DualCW", &PanValues::DualCw, kK3 | kOutside},
-    {"DualFSK", &PanValues::DualFsk, kK3 | kOutside},
-    {"AMSB", &PanValues::AmSideband, kK3 | kOutside},
-    {"SAM", &PanValues::SynchronousAm, kK3 | kOutside},
     {"FSK", &PanValues::FskOffset, kIf | kK3 | kBridge},
     {"CO", &PanValues::Corrects, kIf | kK3 | kBridge},
     {"SHIFT", &PanValues::ToneShiftHz, kIfAdapters},
-    {"DIV", &PanValues::Diversity, kIfAdapters},
 });
 
 bool Reads(const KeyRow& row, CatControl control) {

@@ -17,21 +17,18 @@ inline constexpr double kUsualPitchHz = 600;
 
 /// What the section holds; 0 for what is missing, or not read under this CAT control.
 struct PanValues {
-  double MainFreqMHz = 0, SubFreqMHz = 0;    ///< "FA", "FB"
-  double Mode = 0, SubMode = 0;              ///< "MD"; "MD$" or "MD2"
-  double OffsetHz = 0;                       ///< "FI"
-  double IfCentreHz = 0;                     ///< "IS": audio frequency of the filter's middle
-  double IfShiftHz = 0;                      ///< "IFS": of the filter, from its usual place
-  double WidthHz = 0, SubWidthHz = 0;        ///< "FW"; "FW$" or "FW2"
-  double PitchHz = 0;                        ///< "PITCH" or "PI"; read as 600 when it is 0
-  double PreampDb = 0, AttenuatorDb = 0;     ///< "PRE", "ATT"
-  double Split = 0, SubRx = 0;               ///< "FT", "SB"
-  double ToneShiftHz = 0;                    ///< "SHIFT": between the two tones of FSK
-  double FskOffset = 0;                      ///< "FSK": the display has the tones' offset in it already
-  double Corrects = 0;                       ///< "CO": a click on an FSK signal is corrected
-  double DataMode = 0, Diversity = 0;        ///< "DT", "DIV"
-  double DualCw = 0, DualFsk = 0;            ///< "DualCW", "DualFSK"
-  double AmSideband = 0, SynchronousAm = 0;  ///< "AMSB", "SAM"
+  double MainFreqMHz = 0, SubFreqMHz = 0;  ///< "FA", "FB"
+  double Mode = 0, SubMode = 0;            ///< "MD"; "MD$" or "MD2"
+  double OffsetHz = 0;                     ///< "FI"
+  double IfCentreHz = 0;                   ///< "IS": audio frequency of the filter's middle
+  double IfShiftHz = 0;                    ///< "IFS": of the filter, from its usual place
+  double WidthHz = 0, SubWidthHz = 0;      ///< "FW"; "FW$" or "FW2"
+  double PitchHz = 0;                      ///< "PITCH" or "PI"; read as 600 when it is 0
+  double PreampDb = 0, AttenuatorDb = 0;   ///< "PRE", "ATT"
+  double Split = 0;                        ///< "FT"
+  double ToneShiftHz = 0;                  ///< "SHIFT": between the two tones of FSK
+  double FskOffset = 0;                    ///< "FSK": the display has the tones' offset in it already
+  double Corrects = 0;                     ///< "CO": a click on an FSK signal is corrected
 
   /// From the dial to the middle of the tones, Hz.
   [[nodiscard]] int ToneOffsetHz() const;

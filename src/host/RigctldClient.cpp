@@ -50,6 +50,10 @@ std::optional<RigctldEndpoint> ParseEndpoint(std::string_view text) {
   return RigctldEndpoint{std::string(host), static_cast<std::uint16_t>(port)};
 }
 
+bool RigctldEndpoint::IsThisMachine() const {
+  return Host == "localhost" || Host == "::1" || Host.starts_with("127.");
+}
+
 RigctldClient::RigctldClient(ByteSocket& socket, const Clock& clock)
     : socket_(socket),
       clock_(clock),
@@ -69,9 +73,11 @@ RigctldClient::~RigctldClient() {
   socket_.DataArrival = nullptr;
 }
 
-void RigctldClient::Open(const RigctldEndpoint& endpoint, bool reconnect) {
+void RigctldClient::Open(const RigctldEndpoint& endpoint, bool reconnect,
+                         std::chrono::milliseconds patience) {
   Close();
   endpoint_ = endpoint;
+  patience_ = patience;
   watch_.TryAgain(reconnect);
   open_ = true;
   heardAt_ = clock_.Now();
@@ -81,7 +87,7 @@ void RigctldClient::Open(const RigctldEndpoint& endpoint, bool reconnect) {
 void RigctldClient::Close() {
   open_ = false;
   out_.clear();
-  unsent_.clear();
+  if (const std::string words = TakeLastWords(); !words.empty()) socket_.Send(words);
   silentWhy_.clear();
   DropRequests();
   socket_.Close();
@@ -148,9 +154,17 @@ void RigctldClient::Read(RigctldRequest request) {
   if (ReadsIdle()) Send(std::move(request), true);
 }
 
+// In one piece: once we are gone the server may read no further.
 void RigctldClient::SayGoodbye(const RigctldRequest& request) {
-  unsent_.clear();
-  if (ready_) socket_.Send(WireText(request, takesVfo_));
+  const std::string words = TakeLastWords();
+  if (ready_) socket_.Send(words + WireText(request, takesVfo_));
+}
+
+std::string RigctldClient::TakeLastWords() {
+  std::string words;
+  for (const RigctldRequest& request : std::exchange(unsent_, {}))
+    if (ready_ && request.LeavesAnyway) words += WireText(request, takesVfo_);
+  return words;
 }
 
 void RigctldClient::Send(RigctldRequest request, bool isRead) {
@@ -179,7 +193,7 @@ void RigctldClient::Answered(const RigctldReply& reply) {
   if (std::ranges::none_of(out_, sameKind)) (done.IsRead ? readOut_ : setOut_) = false;
   if (rprt::RadioIsSilent(reply.Code)) {
     silentWhy_ = kRadioSilent;
-  } else if (ready_ && reply.Code == rprt::kDone) {
+  } else if (ready_ && rprt::RadioAnswered(reply.Code)) {
     heard_ = true;
     heardAt_ = clock_.Now();
     silentWhy_.clear();
@@ -196,7 +210,7 @@ void RigctldClient::Tick() {
     if (watch_.TryDue()) Connect();
   } else if (!connected_) {
     if (now - since_ > kConnectTime) Fail("Castelon at " + endpoint_.Text() + " cannot be reached", false);
-  } else if (!out_.empty() && now - since_ > out_.front().Request.Deadline) {
+  } else if (!out_.empty() && now - since_ > std::max(patience_, out_.front().Request.LeastDeadline)) {
     Fail("Castelon at " + endpoint_.Text() + " does not answer", true);
   }
 }

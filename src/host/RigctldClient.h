@@ -24,6 +24,8 @@ struct RigctldEndpoint {
 
   bool operator==(const RigctldEndpoint&) const = default;
   [[nodiscard]] std::string Text() const { return Host + ":" + std::to_string(Port); }
+  /// By a name or address that only this machine has.
+  [[nodiscard]] bool IsThisMachine() const;
 };
 
 /// "host:port" with a port of 1..65535, "[::1]:4532" too; nothing for any other text, a folder for one.
@@ -37,12 +39,14 @@ struct RigctldRequest {
   std::function<void(const RigctldReply*)> Done;
   /// Where not empty: takes the place of an unsent request of the same slot.
   std::string_view Slot;
-  std::chrono::milliseconds Deadline{2000};
+  /// Where the server itself may wait longer for the radio than the connection's patience.
+  std::chrono::milliseconds LeastDeadline{};
+  bool LeavesAnyway = false;  ///< where it is still unsent when the connection is closed
 };
 
 /// At most one read and one command are on their way: answers come in the order of the requests, so a click
-/// need not wait for a slow read, and a slow radio is not flooded. A request that is not answered in time
-/// costs the connection: its answer may still come, and is not to be taken for another one's.
+/// need not wait for a slow read, and a slow radio is not flooded. A request that is not answered within the
+/// patience costs the connection: its answer may still come, and is not to be taken for another one's.
 class RigctldClient {
  public:
   /// Takes over the events of the socket. Both outlive it.
@@ -51,9 +55,13 @@ class RigctldClient {
   RigctldClient(const RigctldClient&) = delete;
   RigctldClient& operator=(const RigctldClient&) = delete;
 
-  /// reconnect: a lost connection is opened again, after 1, 2, 4, 8, then every 15 s.
-  void Open(const RigctldEndpoint& endpoint, bool reconnect);
-  /// What was not answered never will be; nobody is told.
+  static constexpr std::chrono::milliseconds kPatience{2000};
+
+  /// reconnect: a lost connection is opened again, after 1, 2, 4, 8, then every 15 s. patience: for the
+  /// answer to any request.
+  void Open(const RigctldEndpoint& endpoint, bool reconnect, std::chrono::milliseconds patience = kPatience);
+  /// Requests that LeavesAnyway still leave, without being waited for. What was not answered never will be;
+  /// nobody is told.
   void Close();
   /// Deadlines and new attempts: to be called every few milliseconds while open.
   void Tick();
@@ -64,7 +72,7 @@ class RigctldClient {
   void Read(RigctldRequest request);
   [[nodiscard]] bool ReadsIdle() const { return ready_ && !readOut_; }
 
-  /// A last command before Close: leaves at once, its answer is not waited for. What waits unsent is dropped.
+  /// A last command before Close: leaves at once behind what LeavesAnyway, its answer is not waited for.
   void SayGoodbye(const RigctldRequest& request);
 
   /// Called each time that a server was found, with what it tells of its radio.
@@ -91,6 +99,8 @@ class RigctldClient {
   void SendOpening();
   void Send(RigctldRequest request, bool isRead);
   void SendNextSet();
+  /// What leaves anyway of what is unsent; nothing is unsent any more.
+  [[nodiscard]] std::string TakeLastWords();
   void Ended(std::string_view why);
   /// serverThere: it only does not answer.
   void Fail(std::string why, bool serverThere);
@@ -101,6 +111,7 @@ class RigctldClient {
   LinkWatch watch_;
   RigctldReader reader_;
   RigctldEndpoint endpoint_;
+  std::chrono::milliseconds patience_ = kPatience;
   std::deque<Outstanding> out_;        ///< sent, in order; the first one's deadline runs
   std::deque<RigctldRequest> unsent_;  ///< commands
   std::string silentWhy_;              ///< the server is there, the radio is not

@@ -34,11 +34,16 @@ inline constexpr int kNotImplemented = -4;
 inline constexpr int kTimeOut = -5;
 inline constexpr int kInputOutput = -6;
 inline constexpr int kProtocol = -8;
+inline constexpr int kRejected = -9;
 inline constexpr int kNotAvailable = -11;
 
 /// The server is there, its radio is not.
 [[nodiscard]] constexpr bool RadioIsSilent(int code) {
   return code == kTimeOut || code == kInputOutput || code == kProtocol;
+}
+/// The radio said something to it.
+[[nodiscard]] constexpr bool RadioAnswered(int code) {
+  return code == kDone || code == kRejected;
 }
 /// This radio will never do it.
 [[nodiscard]] constexpr bool NeverWorks(int code) {

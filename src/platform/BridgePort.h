@@ -1,4 +1,4 @@
-// The bridge as a peer on the desktop's message bus: seven items of text, six told by it and one told to it.
+// The bridge as a peer on the desktop's message bus: items of text that it tells, commands that it is told.
 // Knows no meaning of the texts.
 #pragma once
 
@@ -9,7 +9,7 @@
 
 namespace spectrino {
 
-/// What the bridge tells, each as decimal text.
+/// What the bridge tells, each as decimal text but the last.
 enum class BridgeItem {
   VfoAHz,      ///< frequency of VFO A
   VfoBHz,      ///< frequency of VFO B
@@ -17,11 +17,12 @@ enum class BridgeItem {
   Shift,       ///< IF shift
   Bandwidth,   ///< of the main receiver, Hz
   Bandwidth2,  ///< of the sub receiver, Hz
+  Trouble,     ///< why the bridge does not hear its radio, for the user; empty while it does
 };
 
 /// The items by the names that they have on the bus, in the order of BridgeItem.
-inline constexpr std::array<const char*, 6> kBridgeItems{"VfoAHz", "VfoBHz",    "Offset",
-                                                         "Shift",  "Bandwidth", "Bandwidth2"};
+inline constexpr std::array<const char*, 7> kBridgeItems{"VfoAHz",    "VfoBHz",     "Offset", "Shift",
+                                                         "Bandwidth", "Bandwidth2", "Trouble"};
 
 /// Events come from the event loop, never from within a call of ours, and may call any method.
 class BridgePort {
@@ -43,7 +44,7 @@ class BridgePort {
   std::function<void()> Found;
   /// It is not there at Open, or left. why: in the user's terms, a sentence.
   std::function<void(const std::string& why)> Missing;
-  /// An item as it is now; at most 64 characters.
+  /// An item as it is now; at most 200 characters.
   std::function<void(BridgeItem item, const std::string& text)> Told;
   /// A command was refused or not answered; for the log.
   std::function<void(const std::string& why)> Refused;

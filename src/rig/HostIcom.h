@@ -35,22 +35,28 @@ class HostIcom {
   virtual void Open() = 0;
   /// Switches the scope's lines off and lets go of the host. Never waits.
   virtual void Close() = 0;
+  /// Live while answers or lines come; Since is that of the answers.
   [[nodiscard]] virtual LinkHealth Health() const = 0;
-  /// How many times the host was found and its radio answered since Open: the radio is set up anew then.
+  /// How many times the radio began to answer since Open, the host's restarts and its own silences between:
+  /// it is set up anew then.
   [[nodiscard]] virtual int Findings() const = 0;
   /// Why no line can be received here, for the user; empty while all is well.
   [[nodiscard]] virtual std::string Trouble() const = 0;
-  /// What the host is to be started with, so that it passes the lines on to here.
+  /// What the host is to be started with, so that it passes the lines on to here; empty where it is another
+  /// machine's, from which none can come.
   [[nodiscard]] virtual std::string ScopeOptions() const = 0;
   /// "IC-7300"; empty while unknown.
   [[nodiscard]] virtual std::string Model() const = 0;
-  /// The CI-V address of that model, two hex digits: taken where the set-up names none.
+  /// The CI-V address of that model, two hex digits; empty: not known, that of the set-up is taken.
   virtual void SetUsualAddress(std::string_view address) = 0;
 
   /// What an operator asks of the host: frequencies, and what it tells of filters and transmitter.
   [[nodiscard]] virtual RigBackend& Backend() = 0;
   /// MHz; 0 while unknown.
   [[nodiscard]] virtual double HostIcomFrequency() const = 0;
+  /// It is what was asked for, and the radio has not told yet.
+  [[nodiscard]] virtual bool HostIcomFrequencyIsAsked() const = 0;
+  [[nodiscard]] virtual bool HostIcomTransmits() const = 0;
   /// The mode byte, two hex digits; empty while unknown.
   [[nodiscard]] virtual std::string HostIcomMode() const = 0;
 

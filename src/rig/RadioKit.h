@@ -60,6 +60,9 @@ class RadioKit {
   /// Whether frequencies and commands of this way go through it.
   [[nodiscard]] virtual bool Carries(CatWay /*way*/) const { return false; }
 
+  /// Whether it is the dial of such a source where nothing else carries frequencies.
+  [[nodiscard]] virtual bool IsDialOf(SourceKind /*source*/) const { return false; }
+
   /// Whether its own commands go through what carries this way: it controls itself then.
   [[nodiscard]] virtual bool GoesThrough(CatWay /*way*/) const { return false; }
 

@@ -19,7 +19,7 @@ struct RadioTraits {
   bool OwnSpan = false;                      ///< the zoom keys step the span of the radio
   bool ScopeThroughHost = false;             ///< the host program can pass its scope on, and then controls it
   std::string_view StepText = "100kHz";      ///< how far the cmdUpDn buttons move
-  double StepMHz = 0;                        ///< the same, from VFO A; 0: RigBackend::StepFrequency knows
+  double StepMHz = 0.1;                      ///< the same, from VFO A; 0: RigBackend::StepFrequency knows
 };
 
 }  // namespace spectrino

@@ -6,6 +6,7 @@ namespace spectrino {
 
 void FrameMaker::Forget() {
   RestartHistory();
+  scale_.Levels().Restart();
   run_.Line = SpectrumLine{};
   meter_.Reset();
   lastRadioMode_ = session_.Radio.RadioMode;
@@ -30,7 +31,7 @@ void FrameMaker::Show(SMeter::TimePoint now) {
     history_.Reset(historyPoints_);
   }
   RestartIfMoved();
-  FollowScale();
+  FollowScale(now);
   // Polled under the scale of the line before it.
   if (run_.Link == nullptr) {
     run_.Line.BottomLevel = scale_.State().Levels.BottomLevel;
@@ -45,19 +46,22 @@ void FrameMaker::Show(SMeter::TimePoint now) {
   meter_.Update(run_, session_.Radio, settings, now);
   const bool newestShown = settings.DisplayMode == static_cast<int>(DisplayMode::Normal);
   sink_.ShowFrame({line, scale_.State().Geometry, history_.DisplayLevel(), history_.BackgroundPeak(),
-                   newestShown ? std::span<const float>() : history_.NewestLevel()});
+                   newestShown ? std::span<const float>() : history_.NewestLevel(),
+                   scale_.Levels().Colours()});
   ++times_.Frames;
   const auto asked = std::exchange(spotAsked_, std::nullopt);
   if (asked && now - *asked <= kSpotWait && SpotFrame) SpotFrame(line);
 }
 
-void FrameMaker::FollowScale() {
+void FrameMaker::FollowScale(SMeter::TimePoint now) {
   const SpectrumLine& line = run_.Line;
   const ScaleState& scale = scale_.State();
-  const bool moved = !(scale_.GeometryOf(line) == scale.Geometry) || line.CentreMHz != scale.LabelCentreMHz ||
+  const FrameGeometry geometry = scale_.GeometryOf(line);
+  scale_.Levels().Follow(geometry, now);
+  const bool moved = !(geometry == scale.Geometry) || line.CentreMHz != scale.LabelCentreMHz ||
                      scale.FrequencyKnown != (session_.Radio.MainFreqMHz != 0);
   const bool otherMode = std::exchange(lastRadioMode_, session_.Radio.RadioMode) != session_.Radio.RadioMode;
-  const bool otherLevels = run_.Link != nullptr && !(run_.Link->Scale() == scale.Levels);
+  const bool otherLevels = !(scale_.Levels().Current() == scale.Levels);
   if (moved || otherMode || otherLevels) scale_.Update();
 }
 

@@ -40,7 +40,7 @@ class FrameMaker {
 
  private:
   void RestartIfMoved();
-  void FollowScale();
+  void FollowScale(SMeter::TimePoint now);
 
   Session& session_;
   FrameSink& sink_;

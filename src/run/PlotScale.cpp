@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "bandplan/Bands.h"
 #include "dsp/LevelScale.h"
 #include "state/Val.h"
 
@@ -84,9 +83,9 @@ void PlotScale::Update() {
     for (double& offset : scale_.GridOffsetHz) offset /= plan.DisplayZoom;
     scale_.Zoomed = plan.DisplayZoom != 1;
     scale_.LabelCentreMHz = hasLine ? run_.Line.CentreMHz : session_.Radio.MainFreqMHz;
-    if (scale_.FrequencyKnown) ApplyBandLevels();
+    if (scale_.FrequencyKnown) levels_.ApplyBand();
   }
-  RebuildLevels();
+  scale_.Levels = levels_.Current();
   sink_.DrawScale(scale_);
 }
 
@@ -131,53 +130,29 @@ double PlotScale::PanBy(double widths) {
   return static_cast<double>(Pan(RoundToInt32(points), planned)) / shownPoints;
 }
 
-void PlotScale::RebuildLevels() {
-  if (const RadioLink* link = ShownLink()) {
-    scale_.Levels = link->Scale();
-    return;
-  }
-  const ZoomPlan& plan = run_.HasLine() ? run_.LinePlan : run_.Plan;
-  UpdateLevelScale(scale_.Levels, session_.Settings.RefLevel, session_.Settings.RangeDivisor,
-                   BinWidthDb(plan.SampleRate, plan.FftBits));
-}
-
-void PlotScale::ApplyBandLevels() {
-  const std::optional<int> band = RefBand(session_.Radio.MainFreqMHz);
-  if (!band) return;
-  session_.Settings.RefLevel = session_.Settings.BandRef[static_cast<std::size_t>(*band)];
-  session_.Settings.RangeDivisor = session_.Settings.BandDivisor[static_cast<std::size_t>(*band)];
-}
-
-void PlotScale::RememberBandLevels() {
-  if (!run_.Running || session_.Radio.MainFreqMHz == 0) return;
-  const std::optional<int> band = RefBand(session_.Radio.MainFreqMHz);
-  if (!band) return;
-  session_.Settings.BandRef[static_cast<std::size_t>(*band)] = session_.Settings.RefLevel;
-  session_.Settings.BandDivisor[static_cast<std::size_t>(*band)] = session_.Settings.RangeDivisor;
-}
-
-void PlotScale::ChangeReference(int stepDb) {
-  if (run_.Link != nullptr) return;
-  int& reference = session_.Settings.RefLevel;
-  // The limits are looked at before the step, so the ends are 81 and -102 when stepping from -60.
-  const bool allowed = stepDb > 0 ? reference < 80 : reference > -100;
-  if (allowed) reference += stepDb;
-  RememberBandLevels();
+void PlotScale::SetAutoLevel(bool on) {
+  levels_.SetAuto(on);
   Update();
 }
 
+void PlotScale::ChangeReference(int stepDb) {
+  levels_.ChangeReference(stepDb);
+  Update();
+}
+
+int PlotScale::MoveReference(int db) {
+  const int moved = levels_.MoveReference(db);
+  if (moved != 0) Update();
+  return moved;
+}
+
 void PlotScale::RangeUp() {
-  if (run_.Link != nullptr) return;
-  if (session_.Settings.RangeDivisor < 10'000'000) session_.Settings.RangeDivisor *= 10;
-  RememberBandLevels();
+  levels_.RangeUp();
   Update();
 }
 
 void PlotScale::RangeDown() {
-  if (run_.Link != nullptr) return;
-  // A stored divisor may be no power of ten; below one there is no range.
-  if (session_.Settings.RangeDivisor >= 10) session_.Settings.RangeDivisor /= 10;
-  RememberBandLevels();
+  levels_.RangeDown();
   Update();
 }
 

@@ -1,10 +1,12 @@
-// What is visible of a line, and between which levels: geometry, zoom window, pan, reference and range.
-// Takes no pass and opens nothing; what a zoom means to the sound card's rate is the run cycle's.
+// What is visible of a line: geometry, zoom window and pan. The levels that it is drawn between are
+// PlotLevels'. Takes no pass and opens nothing; what a zoom means to the sound card's rate is the run
+// cycle's.
 #pragma once
 
 #include <functional>
 
 #include "dsp/VisibleRange.h"
+#include "run/PlotLevels.h"
 #include "run/RunView.h"
 #include "run/Session.h"
 #include "state/FrameSink.h"
@@ -15,7 +17,7 @@ class PlotScale {
  public:
   /// All outlive it. offsetKHz: radio frequency minus what arrives at the 0 Hz of a sound card.
   PlotScale(Session& session, FrameSink& sink, const RunView& run, std::function<double()> offsetKHz)
-      : session_(session), sink_(sink), run_(run), offsetKHz_(std::move(offsetKHz)) {}
+      : session_(session), sink_(sink), run_(run), offsetKHz_(std::move(offsetKHz)), levels_(session, run) {}
 
   /// Brings the scale to the sink after anything that it depends on changed.
   void Update();
@@ -30,17 +32,21 @@ class PlotScale {
   void PanTo(double freqMHz, double x);
   void ResetPan() { panHz_ = 0; }
 
+  /// What changes there comes to the sink with the next Update.
+  [[nodiscard]] PlotLevels& Levels() { return levels_; }
+  /// Button AUTO, setting "AutoLevel".
+  void SetAutoLevel(bool on);
   /// Command1 and Command18, Command3 and Command2. No effect on radios with a scale of their own.
   void ReferenceUp() { ChangeReference(+3); }
   void ReferenceDown() { ChangeReference(-3); }
   void RangeUp();
   void RangeDown();
 
+  /// By so many dB; returns by how many both ends of the level axis moved.
+  int MoveReference(int db);
+
  private:
   void ChangeReference(int stepDb);
-  void RememberBandLevels();
-  void ApplyBandLevels();
-  void RebuildLevels();
   [[nodiscard]] PointWindow WindowOf(const SpectrumLine& line) const;
   [[nodiscard]] PointWindow PlannedWindow() const;
   [[nodiscard]] FrameGeometry PlannedGeometry() const;
@@ -60,6 +66,7 @@ class PlotScale {
   FrameSink& sink_;
   const RunView& run_;
   std::function<double()> offsetKHz_;
+  PlotLevels levels_;
   ScaleState scale_;
   double panHz_ = 0;  ///< how far the zoomed window was dragged off its centre: at any rate the same
 };

@@ -46,9 +46,12 @@ Route RigRouter::RouteOf(const SourceId& source, CatControl control) const {
   RadioKit* own = at == kits_.end() ? nullptr : *at;
   const CatWay way = RowOf(control).Way;
   if (own != nullptr && (ControlsItself(own->Traits(), control) || own->GoesThrough(way)))
-    return {own, own, own->Traits()};
-  Route route{own, KitFor(way), TraitsOf(way)};
-  if (own != nullptr) {
+    return {own, own, nullptr, own->Traits()};
+  const auto dial =
+      std::ranges::find_if(kits_, [&](const RadioKit* kit) { return kit->IsDialOf(source.Kind); });
+  Route route{own, KitFor(way), dial == kits_.end() ? nullptr : *dial, TraitsOf(way)};
+  // A step that only its back-end knows stays with that one.
+  if (own != nullptr && own->Traits().StepMHz != 0) {
     route.Traits.StepText = own->Traits().StepText;
     route.Traits.StepMHz = own->Traits().StepMHz;
   }

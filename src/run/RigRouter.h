@@ -11,6 +11,7 @@ namespace spectrino {
 struct Route {
   RadioKit* Source = nullptr;   ///< delivers the lines; null for sound inputs
   RadioKit* Control = nullptr;  ///< tells and sets the frequency; null where nothing here carries this way
+  RadioKit* Dial = nullptr;     ///< of the source itself: controls where Control is not there; null: has none
   RadioTraits Traits;  ///< of the way that controls, whether a kit carries it or not; steps are the source's
 };
 

@@ -181,6 +181,8 @@ LinkHealth RunCycle::Health() const {
 double RunCycle::OffsetKHz() const {
   if (session_.Radio.OwnSpectrum) return 0;
   const bool on = run_.Running || starting_;
+  // Its band stands around it.
+  if (on && run_.Way.Dial != nullptr && run_.Way.Control == run_.Way.Dial) return 0;
   const PanSettings& settings = session_.Settings;
   const CatControl control = on ? start_.Control() : settings.Control;
   RadioKit* kit = (on ? run_.Way : parts_.Router.RouteOf(settings.Source.Id, control)).Control;

@@ -40,15 +40,24 @@ void RunStart::OpenHost() {
   // A way of its own beside the host: it reads what another program publishes, and is always there.
   if (!UsesHost(control_) && run_.Way.Control != nullptr && run_.Way.Control != run_.Way.Source)
     static_cast<void>(run_.Way.Control->Backend().Open());
-  if (!UsesHost(control_) || !session_.SearchHost) return;
+  const bool search = UsesHost(control_) && session_.SearchHost;
   RadioKit* host = parts_.Router.Host();
-  hostOpen_ = host != nullptr && host->Backend().Open();
-  if (hostOpen_ || stopped_()) return;
+  hostOpen_ = search && host != nullptr && host->Backend().Open();
+  if (hostOpen_ || stopped_() || TakeDial() || !search) return;
   // What the last run's host told is not known of this one.
   session_.Radio = RadioState{};
   parts_.User.ShowStatus("Castelon not found");
   parts_.Pump.Wait(1000ms);
   parts_.User.ShowStatus("");
+}
+
+bool RunStart::TakeDial() {
+  Route& way = run_.Way;
+  const bool free = way.Control == nullptr || way.Control == parts_.Router.Host();
+  if (!free || way.Dial == nullptr) return false;
+  way.Control = way.Dial;
+  way.Traits = way.Dial->Traits();
+  return way.Dial->Backend().Open();
 }
 
 bool RunStart::Open() {

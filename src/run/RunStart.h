@@ -61,6 +61,8 @@ class RunStart {
   [[nodiscard]] const AudioKeeper& Audio() const { return audio_; }
 
  private:
+  /// Where no other way is there the source's own dial carries the frequency; false where it has none.
+  [[nodiscard]] bool TakeDial();
   [[nodiscard]] bool OpenAudio();
   [[nodiscard]] CaptureSettings Capture() const;
   void TellOpenFailure(const std::string& reason);

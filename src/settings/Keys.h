@@ -57,8 +57,14 @@ inline constexpr FlagKey kBandMode{{"BandMode"}};
 }
 /// The waterfall takes the newest levels, whatever the display mode makes of them.
 inline constexpr FlagKey kWFLive{{"WFLive"}, true};
+/// Its colours: the palette by number, what is darkest in dB above where it would be, how steep in percent.
+inline constexpr IntKey kWFPalette{{"WFPalette"}, 0, {0, 3, 0}};
+inline constexpr IntKey kWFFloor{{"WFFloor"}, 0, {-40, 40}};
+inline constexpr IntKey kWFContrast{{"WFContrast"}, 100, {25, 400, 100}};
 /// Older waterfall lines stay at their frequencies.
 inline constexpr FlagKey kWFFollow{{"WFFollow"}, true};
+/// The strip on the frequency axis: 0 none, else the IARU region.
+inline constexpr IntKey kBandPlanRegion{{"BandPlanRegion"}, 1, {0, 3}};
 inline constexpr FlagKey kAutoRef{{"AutoREF"}, true};
 inline constexpr FlagKey kQsy{{"qsy"}, true};
 inline constexpr FlagKey kMinipan{{"MP"}};
@@ -122,6 +128,8 @@ inline constexpr std::size_t kRefBandCount = 13;
   return {KeyName("Divisor").WithIndex(band), currentDivisor, {1, INT32_MAX, kUsualDivisor}};
 }
 inline constexpr NumberKey kLevelCorrection{{"db"}, 0, 0, {-200, 200}};
+/// Bottom and top of the plot and the waterfall's colours follow the noise; reference and range take over.
+inline constexpr FlagKey kAutoLevel{{"AutoLevel"}, true};
 inline constexpr IntKey kDisplayMode{{"Disp"}, 0, {0, 3}};
 inline constexpr FlagKey kOnTop{{"OnTop"}};
 inline constexpr FlagKey kBackgroundPeakHold{{"bph"}};

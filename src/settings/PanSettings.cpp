@@ -50,6 +50,10 @@ void LoadDisplay(const SetupSection& setup, PanSettings& settings) {
   settings.Qsy = setup.Read(key::kQsy);
   settings.WFFollow = setup.Read(key::kWFFollow);
   settings.WFLive = setup.Read(key::kWFLive);
+  settings.WFPalette = setup.Read(key::kWFPalette);
+  settings.WFFloorDb = setup.Read(key::kWFFloor);
+  settings.WFContrast = setup.Read(key::kWFContrast);
+  settings.BandPlanRegion = setup.Read(key::kBandPlanRegion);
   settings.MinipanOption = setup.Read(key::kMinipan);
   settings.OptSM = setup.Read(key::kOptSM);
   settings.SMeterCorrDb = setup.Read(key::kSMeterCorr);
@@ -57,6 +61,7 @@ void LoadDisplay(const SetupSection& setup, PanSettings& settings) {
 }
 
 void LoadRange(const SetupSection& setup, PanSettings& settings) {
+  settings.AutoLevel = setup.Read(key::kAutoLevel);
   settings.AutoRef = setup.Read(key::kAutoRef);
   settings.RefLevel = setup.Read(key::kRef);
   settings.RangeDivisor = setup.Read(key::kDivisor);
@@ -69,7 +74,12 @@ void LoadRange(const SetupSection& setup, PanSettings& settings) {
 void PutRange(SetupBatch& batch, const PanSettings& settings, std::optional<int> refBand) {
   const int ref = settings.RefLevel;
   const int divisor = settings.RangeDivisor;
-  batch.Put(key::kLevelCorrection, settings.BandLevelDb).Put(key::kRef, ref).Put(key::kDivisor, divisor);
+  batch.Put(key::kAutoLevel, settings.AutoLevel)
+      .Put(key::kWFFloor, settings.WFFloorDb)
+      .Put(key::kWFContrast, settings.WFContrast)
+      .Put(key::kLevelCorrection, settings.BandLevelDb)
+      .Put(key::kRef, ref)
+      .Put(key::kDivisor, divisor);
   if (!settings.AutoRef || !refBand || *refBand < 0) return;
   const auto band = static_cast<std::size_t>(*refBand);
   if (band < key::kRefBandCount)

@@ -56,6 +56,10 @@ struct PanSettings {
   ColourTable Colours = kColoursK4;
   bool Qsy = key::kQsy.Default;
   bool WFFollow = key::kWFFollow.Default, WFLive = key::kWFLive.Default;
+  int WFPalette = key::kWFPalette.Default;            ///< 0..3
+  int WFFloorDb = key::kWFFloor.Default;              ///< -40..40
+  int WFContrast = key::kWFContrast.Default;          ///< percent, 25..400
+  int BandPlanRegion = key::kBandPlanRegion.Default;  ///< 0 no strip, 1..3
   bool MinipanOption = key::kMinipan.Default;
   int OptSM = key::kOptSM.Default;  ///< S-meter source: 0 scope, 1 mini-pan
   int SMeterCorrDb = key::kSMeterCorr.Default;
@@ -65,8 +69,9 @@ struct PanSettings {
   bool OnTop = key::kOnTop.Default, BackgroundPeakHold = key::kBackgroundPeakHold.Default;
 
   // Range.
-  bool AutoRef = key::kAutoRef.Default;  ///< remember reference and range for each band
-  int RefLevel = key::kRef.Default;      ///< dB
+  bool AutoLevel = key::kAutoLevel.Default;  ///< by the noise, not by reference and range
+  bool AutoRef = key::kAutoRef.Default;      ///< remember reference and range for each band
+  int RefLevel = key::kRef.Default;          ///< dB
   int RangeDivisor = key::kDivisor.Default;
   std::array<int, key::kRefBandCount> BandRef = ForEachBand(key::kRef.Default);
   std::array<int, key::kRefBandCount> BandDivisor = ForEachBand(key::kDivisor.Default);

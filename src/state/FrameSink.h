@@ -1,6 +1,7 @@
 // Where the run cycle's frames go. The display implements it; the run cycle knows nothing of pictures.
 #pragma once
 
+#include <optional>
 #include <span>
 
 #include "state/FrameGeometry.h"
@@ -16,6 +17,7 @@ struct Frame {
   std::span<const float> DisplayLevel;    ///< by point index, like Line.Levels
   std::span<const float> BackgroundPeak;  ///< the same; empty while peak hold is off
   std::span<const float> NewestLevel{};   ///< the same, of this line alone; empty: DisplayLevel is
+  std::optional<LevelRange> Colours{};    ///< of its waterfall line; empty: the line's own range
 };
 
 class FrameSink {

@@ -17,6 +17,16 @@ struct LevelScale {
   bool InDb = true;      ///< levels are dBm; otherwise heights of a radio's own scope
 
   bool operator==(const LevelScale&) const = default;
+
+  static constexpr float kHeightsPerDb = 2;  ///< about, of such a scope
+};
+
+/// From what level to what level something runs, in the levels' own units.
+struct LevelRange {
+  float Bottom = 0;
+  float Top = 0;
+
+  bool operator==(const LevelRange&) const = default;
 };
 
 struct ScaleState {

@@ -124,6 +124,9 @@ bool Tuner::KeyPress(char character) {
     case 'p':
       cmdSpot_Click();
       return true;
+    case 'v':
+      parts_.Window.ToggleAutoLevel();
+      return true;
     case 'z':
       if (parts_.SpanOwner() == nullptr) parts_.Window.ZoomOff();
       return true;

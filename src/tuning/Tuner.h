@@ -22,6 +22,8 @@ class TuningWindow {
   /// optZoom one further (+1) or back (-1). wraps: from the last to the first; otherwise the ends hold.
   virtual void StepZoom(int direction, bool wraps) = 0;
   virtual void ZoomOff() = 0;  ///< 1X
+  /// Button AUTO.
+  virtual void ToggleAutoLevel() = 0;
   /// PEAK begins anew.
   virtual void RestartTraces() = 0;
   /// The next frame is searched for the signal to centre.
@@ -61,6 +63,8 @@ class Tuner {
   void WheelStep(int direction, bool tenfold);
   /// The same by key: tunes wherever the pointer rests.
   void KeyStep(int direction, bool tenfold);
+  /// A digit of this VFO's frequency was turned, by so many hertz. tenfold and step do not matter.
+  void TurnDigit(Vfo vfo, double hertz) { wheel_.MoveBy(vfo, hertz); }
   /// A character typed in the window; false when it means nothing here.
   bool KeyPress(char character);
   void cmdSpot_Click() { parts_.Window.RequestSpot(); }

@@ -51,15 +51,23 @@ void Wheel::Turn(int notches, bool tenfold) {
   const Vfo vfo = Tuned();
   const int radioMode = vfo == Vfo::A ? radio_.RadioMode : radio_.SubRadioMode;
   const double stepHz = WheelStepHz(settings_, radioMode) * (WheelFast || tenfold ? kFastFactor : 1);
-  if (stepHz <= 0) return;
+  if (stepHz > 0) CountOn(vfo, (settings_.WheelInverted ? -notches : notches) * stepHz, stepHz);
+}
+
+void Wheel::MoveBy(Vfo vfo, double hertz) {
+  if (backend_() == nullptr || (vfo == Vfo::B && !hasVfoB_())) return;
+  constexpr double kSnapHz = 1;  // sums of binary fractions stay whole hertz
+  CountOn(vfo, hertz, kSnapHz);
+}
+
+void Wheel::CountOn(Vfo vfo, double hertz, double snapHz) {
   const Time now = clock_.Now();
   if (target_ && target_->Of != vfo) Forget(vfo);
   const bool counting = target_ && now - lastTurn_ < kOwnCount;
   const double fromMHz = counting ? target_->FreqMHz : FreqOf(vfo);
   if (!(fromMHz > 0)) return;
-  const int direction = settings_.WheelInverted ? -notches : notches;
-  const double freqMHz = fromMHz + direction * stepHz / 1e6;
-  const double snappedMHz = std::round(freqMHz * 1e6 / stepHz) * stepHz / 1e6;
+  const double freqMHz = fromMHz + hertz / 1e6;
+  const double snappedMHz = std::round(freqMHz * 1e6 / snapHz) * snapHz / 1e6;
   if (!(snappedMHz > 0) || snappedMHz > kHighestMHz) return;
   target_ = Target{vfo, freqMHz, snappedMHz};
   lastTurn_ = now;

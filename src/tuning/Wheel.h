@@ -42,6 +42,9 @@ class Wheel {
   /// A wheel or touchpad that tells fractions of a notch: adds them up. A rest or a change of direction
   /// starts anew.
   void AddDelta(int eighthsOfDegree, bool tenfold = false);
+  /// Moves this VFO by so many hertz, whatever its mode and step; never to 0 or below. Paced as the notches
+  /// are.
+  void MoveBy(Vfo vfo, double hertz);
   /// Sends what waited; every few milliseconds.
   void Pump();
   /// Puts where the wheel got to in place of what the radio reported of its earlier notches. After each
@@ -66,6 +69,8 @@ class Wheel {
   };
 
   [[nodiscard]] double& FreqOf(Vfo vfo);
+  /// Counts the VFO on by so many hertz and sends what that snaps to.
+  void CountOn(Vfo vfo, double hertz, double snapHz);
   void Send(const Target& target);
 
   RadioState& radio_;

@@ -1,8 +1,10 @@
 // The window on a real rigctld with Hamlib's dummy radio: it follows, it tunes, it survives the server's end.
 #include <QDir>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QProcess>
 #include <QTcpServer>
+#include <QTcpSocket>
 
 #include "app/WindowBench.h"
 
@@ -16,17 +18,20 @@ class Host : public Window {
     free.listen(QHostAddress::LocalHost);
     port_ = QString::number(free.serverPort());
     free.close();
+    LoadWith(port_);
+  }
+  void LoadWith(const QString& port) {
     QDir(folder_.path()).mkpath("spectrino");
     QFile settings(folder_.filePath("spectrino/Spectrino.ini"));
     settings.open(QIODevice::WriteOnly);
-    settings.write(("[Setup]\nOptFreq=0\nHostEndpoint=127.0.0.1:" + port_ + "\n").toLocal8Bit());
+    settings.write(("[Setup]\nOptFreq=0\nHostEndpoint=127.0.0.1:" + port + "\n").toLocal8Bit());
     settings.close();
     Reload();
   }
   ~Host() override { EndServer(); }
 
   void StartServer() {
-    server_.start("rigctld", {"-m", "1", "-T", "127.0.0.1", "-t", port_});
+    server_.start("rigctld", {"-m", "1", "-P", "RIG", "-T", "127.0.0.1", "-t", port_});
     ASSERT_TRUE(QTest::qWaitFor([this] { return Ask({"f"}) != ""; }, 10000));
   }
   void EndServer() {
@@ -76,6 +81,65 @@ TEST_F(Host, TheWindowFollowsAndTunesARadioBehindRigctld) {
   Ask({"F", "21025000"});
   EXPECT_TRUE(Shows("lblFreqA", "21.025.000"));
   EXPECT_TRUE(Find<QLabel>("lblStatus")->text().isEmpty());
+}
+
+TEST_F(Host, WhoTransmitsBehindItIsShown) {
+  ASSERT_NO_FATAL_FAILURE(StartServer());
+  Click("optWaterfall2");
+  Click("StartButton");
+  ASSERT_TRUE(LinesCome(8));
+  // The newest rows of the waterfall are dimmed while the radio transmits.
+  const auto light = [this] {
+    const QImage picture = Find<QWidget>("Scope")->grab().toImage();
+    int sum = 0;
+    for (int x = 0; x < picture.width(); ++x)
+      sum += qGray(picture.pixel(x, program_->Display().Layout().WaterfallTop + 2));
+    return sum;
+  };
+  const int received = light();
+  Ask({"T", "1"});
+  EXPECT_TRUE(QTest::qWaitFor([&] { return light() < 0.7 * received; }, 8000))
+      << light() << " of " << received;
+  Ask({"T", "0"});
+  EXPECT_TRUE(QTest::qWaitFor([&] { return light() > 0.85 * received; }, 8000))
+      << light() << " of " << received;
+}
+
+TEST_F(Host, AServerThatAnswersAfterTwoSecondsCostsNoFrame) {
+  ASSERT_NO_FATAL_FAILURE(StartServer());
+  // Lines in 3 s, and the longest time that the window was deaf in, ms.
+  const auto run = [this] {
+    Click("StartButton");
+    EXPECT_TRUE(LinesCome(3));
+    const std::uint64_t before = Lines();
+    qint64 longest = 0;
+    QElapsedTimer time, gap;
+    gap.start();
+    for (time.start(); time.elapsed() < 3000; longest = std::max(longest, gap.restart())) QTest::qWait(10);
+    return std::pair(static_cast<double>(Lines() - before), longest);
+  };
+  const double usual = run().first;
+  QTcpServer late;
+  late.listen(QHostAddress::LocalHost);
+  int asked = 0;
+  QObject::connect(&late, &QTcpServer::newConnection, &late, [&] {
+    QTcpSocket* client = late.nextPendingConnection();
+    auto* server = new QTcpSocket(client);
+    server->connectToHost(QHostAddress::LocalHost, static_cast<quint16>(port_.toInt()));
+    QObject::connect(client, &QTcpSocket::readyRead, server, [=, &asked] {
+      server->write(client->readAll());
+      ++asked;
+    });
+    QObject::connect(server, &QTcpSocket::readyRead, client, [=] {
+      QTimer::singleShot(2000, client, [=, text = server->readAll()] { client->write(text); });
+    });
+  });
+  LoadWith(QString::number(late.serverPort()));
+  const auto [lines, longestMs] = run();
+  EXPECT_GT(lines, 0.8 * usual);
+  EXPECT_LT(longestMs, 400);
+  EXPECT_GT(asked, 0);
+  Click("StopButton");
 }
 
 }  // namespace

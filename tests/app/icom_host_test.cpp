@@ -24,8 +24,8 @@ class IcomHost : public Window {
     QDir(folder_.path()).mkpath("spectrino");
     QFile settings(folder_.filePath("spectrino/Spectrino.ini"));
     settings.open(QIODevice::WriteOnly);
-    settings.write(
-        "[Setup]\nOptFreq=8\nICOM=1\nICCTRL=1\nHostEndpoint=127.0.0.1:" + QByteArray::number(port_) + "\n");
+    settings.write("[Setup]\nOptFreq=8\nICOM=1\nICCTRL=1\nICADDR=70\nHostEndpoint=127.0.0.1:" +
+                   QByteArray::number(port_) + "\n");
     settings.close();
     Reload();
   }
@@ -121,6 +121,29 @@ TEST_F(IcomHost, ItsScopeAndCommandsShareTheRadioWithAnotherProgram) {
   EXPECT_NE(Ask({"f"}), "");
 }
 
+TEST_F(IcomHost, ARadioThatIsSwitchedOffIsAskedAboutAndComesBackWithItsScope) {
+  ASSERT_NO_FATAL_FAILURE(StartServer());
+  Click("StartButton");
+  ASSERT_TRUE(LinesCome(3));
+  auto* status = Find<QLabel>("lblStatus");
+  QString told;
+  radio_.Radio().SwitchPower(false);
+  EXPECT_TRUE(QTest::qWaitFor(
+      [&] {
+        told += status->text() + '\n';
+        return told.contains("silent for 6 s");
+      },
+      15000))
+      << told.toStdString();
+  EXPECT_TRUE(told.contains("is it switched on?", Qt::CaseInsensitive)) << told.toStdString();
+  EXPECT_FALSE(told.contains("rigctld")) << told.toStdString();
+  radio_.Radio().SwitchPower(true);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return ScopeDataOn(); }, 20000)) << "its scope stays off";
+  EXPECT_TRUE(LinesCome(3));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return status->text().isEmpty(); }, 8000))
+      << status->text().toStdString();
+}
+
 TEST_F(IcomHost, LinesThatStayAwayAreFetchedAndAServerThatEndsIsFollowed) {
   ASSERT_NO_FATAL_FAILURE(StartServer());
   Click("StartButton");
@@ -133,6 +156,31 @@ TEST_F(IcomHost, LinesThatStayAwayAreFetchedAndAServerThatEndsIsFollowed) {
   EXPECT_TRUE(Shows("lblStatus", "is gone"));
   ASSERT_NO_FATAL_FAILURE(StartServer());
   EXPECT_TRUE(LinesCome(3));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Find<QLabel>("lblStatus")->text().isEmpty(); }, 8000))
+      << Find<QLabel>("lblStatus")->text().toStdString();
+}
+
+TEST_F(IcomHost, ItsLinesComeBackAfterTheWindowWasAwayAndAfterStop) {
+  ASSERT_NO_FATAL_FAILURE(StartServer());
+  frmPan& window = program_->Window();
+  Click("StartButton");
+  ASSERT_TRUE(LinesCome(3));
+  window.showMinimized();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !ScopeDataOn(); }, 8000)) << "lines that nobody sees";
+  Ask({"F", "14100000"});
+  EXPECT_TRUE(Shows("lblFreqA", "14.100.000")) << "the dial is followed all the same";
+  window.showNormal();
+  EXPECT_TRUE(LinesCome(5)) << "minimised";
+  for (const int width : {900, 1100, 800}) {
+    window.resize(width, 600);
+    QTest::qWait(30);
+  }
+  EXPECT_TRUE(LinesCome(5)) << "resized";
+  for (int round = 0; round < 3; ++round) {
+    Click("StopButton");
+    Click("StartButton");
+    ASSERT_TRUE(LinesCome(3)) << "start " << round << ": " << Find<QLabel>("lblStatus")->text().toStdString();
+  }
   EXPECT_TRUE(QTest::qWaitFor([&] { return Find<QLabel>("lblStatus")->text().isEmpty(); }, 8000))
       << Find<QLabel>("lblStatus")->text().toStdString();
 }

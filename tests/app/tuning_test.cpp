@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QSlider>
+#include <QToolButton>
 #include <QWheelEvent>
 
 #include "app/WindowBench.h"
@@ -76,6 +77,61 @@ TEST_F(Dial, AK4IsTunedByClickWheelAndKeys) {
   EXPECT_TRUE(HearsWithin("FB", 14.080025e6));
   Click("cmdUpDn0");
   EXPECT_TRUE(HearsWithin("FA", tenfold + 50000, 250));
+}
+
+TEST_F(Dial, DigitsOfBothVfosTurnByWheelAndClick) {
+  ASSERT_NO_FATAL_FAILURE(Begin("--demo=k4d"));
+  auto* a = Find<QLabel>("lblFreqA");
+  auto* b = Find<QLabel>("lblFreqB");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return b->accessibleDescription() == "14.080.000"; }, 3000));
+  // The middle of each character, from the light line under it; nothing may be lit under a dot alone.
+  const auto digits = [](QLabel* label) {
+    std::vector<int> middles;
+    int begin = -1;
+    QTest::mouseMove(label, QPoint(1, 1));
+    for (int x = 0; x < label->width(); ++x) {
+      QMouseEvent move(QEvent::MouseMove, QPointF(x, 5), label->mapToGlobal(QPointF(x, 5)), Qt::NoButton,
+                       Qt::NoButton, {});
+      QApplication::sendEvent(label, &move);
+      const QImage image = label->grab().toImage();
+      int first = -1, last = -1;
+      for (int at = 0; at < image.width(); ++at) {
+        if (image.pixel(at, image.height() - 1) != 0xFF7CC4EE) continue;
+        if (first < 0) first = at;
+        last = at;
+      }
+      if (first >= 0 && std::exchange(begin, first) != first) middles.push_back((first + last) / 2);
+    }
+    return middles;
+  };
+  const auto turn = [](QLabel* label, int x, int delta) {
+    QWheelEvent event(QPointF(x, 8), label->mapToGlobal(QPointF(x, 8)), QPoint(), QPoint(0, delta),
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(label, &event);
+  };
+  const std::vector<int> ofA = digits(a), ofB = digits(b);
+  ASSERT_EQ(ofA.size(), 8U);
+  ASSERT_EQ(ofB.size(), 8U);
+  for (int notch = 0; notch < 3; ++notch) turn(a, ofA[4], 120);
+  EXPECT_EQ(a->cursor().shape(), Qt::SizeVerCursor);
+  EXPECT_TRUE(HearsWithin("FA", 14.077e6)) << Heard("FA");
+  turn(b, ofB[0], -60);
+  turn(b, ofB[0], -60);
+  EXPECT_TRUE(HearsWithin("FB", 4.08e6)) << Heard("FB");
+  turn(b, ofB[0], -120);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return b->accessibleDescription() == "4.080.000"; }, 1000));
+  EXPECT_EQ(Heard("FB"), 4.08e6) << "never below zero";
+  QTest::mouseClick(a, Qt::LeftButton, {}, {ofA[7], 3});
+  EXPECT_TRUE(HearsWithin("FA", 14.077001e6)) << Heard("FA");
+  QTest::qWait(QApplication::doubleClickInterval() + 50);
+  QTest::mouseClick(a, Qt::LeftButton, {}, {ofA[3], a->height() - 3});
+  EXPECT_TRUE(HearsWithin("FA", 14.067001e6)) << Heard("FA");
+  QTest::qWait(QApplication::doubleClickInterval() + 50);
+  // A double click takes its first click back and opens the entry.
+  QTest::mouseClick(a, Qt::LeftButton, {}, {ofA[3], 3});
+  QTest::mouseDClick(a, Qt::LeftButton, {}, {ofA[3], 3});
+  EXPECT_TRUE(Find<QLineEdit>("txtFrequency")->isVisible());
+  EXPECT_TRUE(HearsWithin("FA", 14.067001e6)) << Heard("FA");
 }
 
 TEST_F(Dial, AK4IsWorkedByBandModeMacroAndTypedFrequency) {
@@ -214,6 +270,34 @@ TEST_F(Dial, AnIcomIsTunedByClick) {
   EXPECT_EQ(pointer.Text().find("dBm"), std::string::npos) << pointer.Text();
 }
 
+TEST_F(Dial, ANewcomersDemoIsTunedByAllThatTunes) {
+  ASSERT_NO_FATAL_FAILURE(Begin("--demo=iq"));
+  EXPECT_TRUE(Find("optDisp1")->isChecked() && Find("optWaterfall3")->isChecked() &&
+              Find("chkAutoLevel")->isChecked());
+  EXPECT_EQ(Display().Waterfall().RowAt(0)->TopLevel - Display().Waterfall().RowAt(0)->BottomLevel, 45);
+  const auto centreBecomes = [&](double mhz, double tolerance = 1e-4) {
+    return QTest::qWaitFor(
+        [&] {
+          return std::abs(Display().Geometry().FrequencyAt(Display().Layout().PlotWidth / 2.0) - mhz) <
+                 tolerance;
+        },
+        3000);
+  };
+  EXPECT_TRUE(centreBecomes(14.074));
+  QTest::mouseClick(scope_, Qt::LeftButton, Qt::NoModifier, PlotAt(14.084));
+  EXPECT_TRUE(centreBecomes(14.084));
+  Turn(PlotAt(14.08), 120);
+  EXPECT_TRUE(centreBecomes(14.084, 3e-4));
+  Click("cmdUndo");
+  EXPECT_TRUE(centreBecomes(14.074));
+  QTest::mouseClick(Find<QToolButton>("cmdFoldDeck"), Qt::LeftButton);
+  Click("cmdBand3");
+  EXPECT_TRUE(centreBecomes(7.1));
+  EXPECT_EQ(Find<QLabel>("lblMode")->text(), "LSB");
+  Click("cmdBand5");
+  EXPECT_TRUE(centreBecomes(14.074)) << "where it was";
+}
+
 TEST_F(Dial, WithCtrlTheWheelZoomsAtThePointerAndADragPans) {
   ASSERT_NO_FATAL_FAILURE(Begin("--demo=iq"));
   const int x = Display().Layout().PlotWidth / 4;
@@ -241,6 +325,94 @@ TEST_F(Dial, WithCtrlTheWheelZoomsAtThePointerAndADragPans) {
   QTest::keyClick(&program_->Window(), '-');
   QTest::keyClick(&program_->Window(), '-');
   EXPECT_TRUE(Find("optZoom0")->isChecked());
+}
+
+TEST_F(Dial, TheAxesAreDraggedAndTurned) {
+  const auto drag = [&](QPoint from, QPoint by) {
+    QTest::mousePress(scope_, Qt::LeftButton, {}, from);
+    for (int step = 1; step <= 10; ++step) {
+      const QPointF to = from + QPointF(by) * step / 10;
+      QMouseEvent move(QEvent::MouseMove, to, scope_->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
+      QApplication::sendEvent(scope_, &move);
+    }
+    QTest::mouseRelease(scope_, Qt::LeftButton, {}, from + by);
+  };
+  // Stopped, with settings that stay.
+  scope_ = Find<QWidget>("Scope");
+  Turn({Display().Layout().PlotWidth + 6, 20}, 120);
+  drag({Display().Layout().PlotWidth + 6, 20}, {0, -4000});
+  EXPECT_TRUE(QTest::qWaitFor(
+      [&] { return SettingsText().contains("Ref=-102\n") && SettingsText().contains("Divisor=100000\n"); },
+      3000));
+  for (const char* demo : {"--demo=iq", "--demo=k4"}) {
+    SCOPED_TRACE(demo);
+    ASSERT_NO_FATAL_FAILURE(Begin(demo));
+    const bool card = QByteArray(demo) == "--demo=iq";
+    const PlotLayout& layout = Display().Layout();
+    const QPoint levels(layout.PlotWidth + 6, layout.PlotHeight / 2);
+    const QPoint strip(layout.Width - 5, layout.PlotHeight / 2);
+    const QPoint frequencies(layout.PlotWidth / 2, layout.WaterfallTop - 4);
+    const std::string ownReference = card ? "" : program_->Demo().K4()->Radio().Value("#REF");
+    const auto shape = [&](QPoint at) {
+      QMouseEvent move(QEvent::MouseMove, at, scope_->mapToGlobal(at), Qt::NoButton, Qt::NoButton, {});
+      QApplication::sendEvent(scope_, &move);
+      return scope_->cursor().shape();
+    };
+    // The level that stood there, by its label.
+    const auto yOf = [&](const std::string& text) {
+      scope_->grab();
+      for (const ScaleLabel& label : Display().Scale().LevelLabels)
+        if (label.Text == text) return label.Top;
+      return -1000;
+    };
+    auto* automatic = Find("chkAutoLevel");
+    EXPECT_TRUE(automatic->isChecked());
+    drag(levels, {0, 10});
+    QTest::qWait(100);
+    EXPECT_FALSE(automatic->isChecked()) << "a hand on the axis takes over";
+    scope_->grab();
+    ASSERT_GE(Display().Scale().LevelLabels.size(), 3U);
+    const std::string middle = Display().Scale().LevelLabels[2].Text;
+    const int labelled = yOf(middle);
+    EXPECT_EQ(shape(levels), Qt::SizeVerCursor);
+    EXPECT_EQ(shape(strip), Qt::PointingHandCursor);
+    for (const auto& [from, by] : {std::pair{levels, 40}, {strip, -60}, {levels, 20}}) {
+      const int before = yOf(middle);
+      drag(from, {0, by});
+      EXPECT_NEAR(yOf(middle), before + by, 4);
+    }
+    EXPECT_NEAR(yOf(middle), labelled, 6) << "there and back";
+    EXPECT_TRUE(Find("optZoom0")->isChecked()) << "a drag in the strip is no click";
+    const std::string highest = Display().Scale().LevelLabels.front().Text;
+    Turn(levels, 120);
+    scope_->grab();
+    EXPECT_EQ(Display().Scale().LevelLabels.front().Text != highest, card);
+    if (card) {
+      drag(levels, {0, -4000});
+      EXPECT_EQ(Find<QLabel>("lblRef")->text(), "Ref -102 dB");
+    } else {
+      EXPECT_EQ(program_->Demo().K4()->Radio().Value("#REF"), ownReference);
+    }
+
+    QTest::mouseDClick(scope_, Qt::LeftButton, {}, levels);
+    EXPECT_TRUE(automatic->isChecked());
+
+    const double leftMHz = Display().Geometry().LeftMHz;
+    EXPECT_EQ(shape(frequencies), Qt::ArrowCursor) << "nothing moves at 1X";
+    drag(frequencies, {-50, 0});
+    EXPECT_EQ(Display().Geometry().LeftMHz, leftMHz);
+    QTest::mouseClick(scope_, Qt::LeftButton, {}, strip);
+    EXPECT_TRUE(Find("optZoom1")->isChecked());
+    const double underMHz = Display().Geometry().FrequencyAt(frequencies.x());
+    Turn(frequencies, 120);
+    EXPECT_TRUE(Find("optZoom2")->isChecked());
+    ASSERT_TRUE(LinesCome(2));
+    const double tolerance = Display().Geometry().ShownSpanHz() / 1e6 / 200;
+    EXPECT_NEAR(Display().Geometry().FrequencyAt(frequencies.x()), underMHz, tolerance);
+    EXPECT_EQ(shape(frequencies), Qt::OpenHandCursor);
+    drag(frequencies, {-100, 0});
+    EXPECT_NEAR(Display().Geometry().FrequencyAt(frequencies.x() - 100), underMHz, tolerance);
+  }
 }
 
 TEST_F(Dial, LettersTypedInAListOrASliderAreNotForTheDial) {

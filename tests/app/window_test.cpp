@@ -4,6 +4,7 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
+#include <QDir>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -38,6 +39,12 @@ TEST_F(Window, StartRunsTheDemoAndStopEndsIt) {
 }
 
 TEST_F(Window, ClosingWhileTheHostIsLookedForEndsCleanly) {
+  // The demo signal has a dial of its own and waits for nobody.
+  QFile file(folder_.filePath("spectrino/Spectrino.ini"));
+  ASSERT_TRUE(QDir().mkpath(folder_.filePath("spectrino")) && file.open(QIODevice::WriteOnly));
+  file.write("[Setup]\nNDevice=USB Codec\nDeviceId=pulse:usb\n");
+  file.close();
+  Reload();
   QTimer::singleShot(200, &program_->Window(), [this] { program_->Window().close(); });
   Click("StartButton");
   QTest::qWait(100);
@@ -86,7 +93,7 @@ TEST_F(Window, ADemoRunLeavesTheUsersSettingsAlone) {
   Click("StartButton");
   EXPECT_TRUE(LinesCome(2));
   Reload();
-  EXPECT_EQ(Find<QLabel>("lblRef")->text(), "Ref -60 dB");
+  EXPECT_TRUE(Find("chkAutoLevel")->isChecked()) << "the reference of the demo took over there";
 }
 
 TEST_F(Window, KeepsThePlotLargeAndEveryCaptionWhole) {
@@ -161,7 +168,7 @@ TEST_F(Window, ADemoIcomIsShownWithItsFrequencyAndAReadingThatCanBe) {
   auto* header = Find<HeaderPanel>("HeaderPanel");
   header->Vfos().BeginEntry(1, "7");
   EXPECT_FALSE(Find<QLineEdit>("txtFrequency")->isVisible());
-  QTest::mouseClick(Find<QLabel>("lblFreqA"), Qt::LeftButton);
+  QTest::mouseDClick(Find<QLabel>("lblFreqA"), Qt::LeftButton);
   EXPECT_TRUE(Find<QLineEdit>("txtFrequency")->isVisible());
   for (const char* name : {"Command1", "Command3", "cmdIQ"}) {
     EXPECT_FALSE(Find(name)->isEnabled()) << name;
@@ -170,6 +177,32 @@ TEST_F(Window, ADemoIcomIsShownWithItsFrequencyAndAReadingThatCanBe) {
   const QString reading = Find<QLabel>("lblSMeter")->text();
   EXPECT_FALSE(reading.isEmpty());
   EXPECT_LE(QString(reading).remove('+').toDouble(), 60) << qPrintable(reading);
+}
+
+TEST_F(Window, TheBandPlanIsOnTheAxisAndOnesOwnFileWins) {
+  PanDisplay* display = &program_->Display();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return display->Layout().StripHeight > 0; }, 3000)) << "by default";
+  const auto nameAt = [&](double mhz) {
+    ScaleState scale;
+    scale.Geometry = {0, 100, 50, mhz - 0.01, mhz + 0.01, display->PlotWidth()};
+    scale.FrequencyKnown = true;
+    display->DrawScale(scale);
+    return display->At({display->PlotWidth() / 2, 30}).Text();
+  };
+  EXPECT_NE(nameAt(14.02).find("20 m CW"), std::string::npos) << nameAt(14.02);
+  QDir().mkpath(folder_.filePath("spectrino"));
+  QFile own(folder_.filePath("spectrino/bandplan.json"));
+  ASSERT_TRUE(own.open(QIODevice::WriteOnly));
+  own.write(R"({"bands": [{"name": "mine", "low": 14000, "high": 14350, "segments": []}, 7]})");
+  own.close();
+  Reload();
+  display = &program_->Display();
+  EXPECT_NE(nameAt(14.02).find("mine"), std::string::npos) << nameAt(14.02);
+  ASSERT_TRUE(own.open(QIODevice::WriteOnly));
+  own.write("{");
+  own.close();
+  program_->Window().LoadSettings();
+  EXPECT_NE(nameAt(14.02).find("20 m CW"), std::string::npos) << "a broken one is none";
 }
 
 TEST_F(Window, BandAndModeRowsFoldWhereNoRadioAnswersThem) {

@@ -4,10 +4,17 @@
 #include <gmock/gmock.h>
 
 #include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
 #include <QElapsedTimer>
 #include <QProcess>
 #include <map>
 #include <memory>
+
+#include "fakes/MemorySettingsFile.h"
+#include "fakes/Recorders.h"
+#include "host/BridgeBackend.h"
 
 namespace spectrino {
 namespace {
@@ -85,7 +92,7 @@ TEST_F(BridgeBench, IsFollowedWhenItComesLeavesAndReturns) {
     Set("VfoAHz", "14074000");
     Until([&] { return items_[BridgeItem::VfoAHz] == "14074000"; });
     Set("Shift", QString(5000, 'x'));
-    Until([&] { return items_[BridgeItem::Shift] == std::string(64, 'x'); });
+    Until([&] { return items_[BridgeItem::Shift] == std::string(200, 'x'); });
   }
   Until([&] { return missing_.size() == 2; });
   Running again;
@@ -114,6 +121,115 @@ TEST_F(BridgeBench, HandsCommandsOverOnceItIsThere) {
   EXPECT_FALSE(seen.contains("FA00001000000;"));
   watch.kill();
   watch.waitForFinished();
+}
+
+/// A bridge on a connection of its own that answers and tells what no bridge should.
+class OddBridge final : public QDBusVirtualObject {
+ public:
+  OddBridge() {
+    bus_.registerVirtualObject("/org/spectrino/Bridge", this);
+    bus_.registerService("org.spectrino.Bridge");
+  }
+  ~OddBridge() override { QDBusConnection::disconnectFromBus("odd"); }
+
+  [[nodiscard]] QString introspect(const QString&) const override { return {}; }
+  bool handleMessage(const QDBusMessage& call, const QDBusConnection& bus) override {
+    ++Asked;
+    const bool fails = Failures > 0 && Failures-- > 0;
+    return bus.send(fails ? call.createErrorReply(QDBusError::Failed, "not yet")
+                          : call.createReply(QVariant(Items)));
+  }
+  void Tell(const QVariantList& arguments) {
+    QDBusMessage signal = QDBusMessage::createSignal("/org/spectrino/Bridge",
+                                                     "org.freedesktop.DBus.Properties", "PropertiesChanged");
+    signal.setArguments(arguments);
+    bus_.send(signal);
+  }
+  void Tell(const QVariantMap& items) { Tell({"org.spectrino.Bridge1", items, QStringList()}); }
+
+  QVariantMap Items{{"VfoAHz", "14074000"}};
+  int Failures = 0;
+  int Asked = 0;
+
+ private:
+  QDBusConnection bus_ = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "odd");
+};
+
+TEST_F(BridgeBench, IsAskedAgainWhenItsAnswerFailed) {
+  OddBridge bridge;
+  bridge.Failures = 1;
+  port_.Open();
+  Until([&] { return items_[BridgeItem::VfoAHz] == "14074000"; });
+  EXPECT_THAT(missing_, ElementsAre("not yet."));
+
+  port_.Close();
+  bridge.Failures = 3;
+  port_.Open();
+  Until([&] { return missing_.size() == 2; });
+  QElapsedTimer time;
+  time.start();
+  bridge.Items["VfoAHz"] = "7030000";
+  while (found_ == 1 && time.elapsed() < 10'000) {
+    bridge.Tell(QVariantMap{{"Offset", "1"}});
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
+  }
+  Until([&] { return items_[BridgeItem::VfoAHz] == "7030000"; });
+  EXPECT_LT(time.elapsed(), 2500) << "at once when it is heard: by the pauses alone it were 3 s";
+  EXPECT_EQ(missing_.size(), 2U) << "the same failure is told once";
+}
+
+TEST_F(BridgeBench, WhatNoBridgeTellsLeavesTheRadioAsItIs) {
+  MemorySettingsFile file;
+  file.Files["LP-Bridge"] = "[PAN]\nMD=2\n";
+  RecordingNotifier user;
+  SettingsStore store(file, user);
+  PanSettings settings;
+  settings.Control = CatControl::BridgeIf;
+  const SystemClock clock;
+  BridgeLink link(port_, user, clock);
+  BridgeBackend backend(link, store, settings, clock);
+  backend.Open();
+  OddBridge bridge;
+  link.OpenDdeLink();
+  RadioState radio;
+  const auto tells = [&](double mainMHz) {
+    Until([&] {
+      backend.Refresh(radio);
+      return radio.MainFreqMHz == mainMHz;
+    });
+  };
+  tells(14.074);
+  bridge.Tell(QVariantMap{{"VfoBHz", "14080000"}, {"Offset", "1500"}, {"Bandwidth", "2400"}});
+  const QVariant odd[] = {"no number",
+                          "+",
+                          ".",
+                          "- 5",
+                          "nan",
+                          "inf",
+                          "99999999999999999999999999",
+                          QString(100'000, '9'),
+                          "-14074000000000000",
+                          QString(QChar(0xD800)),
+                          7030000,
+                          7.03e6,
+                          true,
+                          QVariantMap{{"VfoAHz", "1"}},
+                          QVariantList{1, "2"},
+                          QByteArray("7030000"),
+                          QStringList{"7030000"}};
+  for (const QVariant& value : odd) {
+    for (const char* item : kBridgeItems)
+      if (item != std::string("Trouble")) bridge.Tell(QVariantMap{{item, value}});
+    bridge.Tell(QVariantList{value});
+    bridge.Tell(QVariantList{"org.spectrino.Bridge1", value, QStringList()});
+  }
+  bridge.Tell(QVariantMap{{"VfoAHz", "14074001"}, {"Trouble", 5}});
+  tells(14.074001);
+  EXPECT_DOUBLE_EQ(radio.SubFreqMHz, 14.08);
+  EXPECT_DOUBLE_EQ(backend.LinkOffsetKHz(), 1.5);
+  EXPECT_DOUBLE_EQ(radio.MainBandwidthHz, 2400);
+  EXPECT_EQ(link.Health().State, LinkState::Live);
+  EXPECT_EQ(user.Messages.size(), 0U);
 }
 
 }  // namespace

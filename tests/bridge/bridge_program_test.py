@@ -1,5 +1,6 @@
 """spectrino-bridge in front of an XML-RPC server that answers as flrig does, and of a rigctld, judged by gdbus."""
 
+import fcntl
 import os
 import re
 import socket
@@ -8,26 +9,41 @@ import sys
 import tempfile
 import threading
 import time
+from socketserver import ThreadingMixIn
 from xmlrpc.server import SimpleXMLRPCServer
 
 NAME, PATH = "org.spectrino.Bridge", "/org/spectrino/Bridge"
 
 
+class Server(ThreadingMixIn, SimpleXMLRPCServer):
+    daemon_threads = True
+
+
 class Radio:
     def __init__(self):
         self.a, self.b, self.mode = 14074000, 14080500, "CW-R"
+        self.tells_split = threading.Event()
+        self.server = None
 
-    def serve(self):
-        server = SimpleXMLRPCServer(("127.0.0.1", 0), allow_none=True, logRequests=False)
+    def split(self):
+        self.tells_split.wait(30)
+        return 1
+
+    def serve(self, port=0):
+        server = self.server = Server(("127.0.0.1", port), allow_none=True, logRequests=False)
         server.register_function(lambda: str(self.a), "rig.get_vfoA")
         server.register_function(lambda: str(self.b), "rig.get_vfoB")
         server.register_function(lambda: self.mode, "rig.get_mode")
         server.register_function(lambda: ["2400", "lower"], "rig.get_bw")
-        server.register_function(lambda: 1, "rig.get_split")
+        server.register_function(self.split, "rig.get_split")
         server.register_function(lambda hz: setattr(self, "a", int(hz)), "rig.set_vfoA")
         server.register_function(lambda hz: setattr(self, "b", int(hz)), "rig.set_vfoB")
         threading.Thread(target=server.serve_forever, daemon=True).start()
         return server.server_address[1]
+
+    def vanish(self):
+        self.server.shutdown()
+        self.server.server_close()
 
 
 def gdbus(*arguments):
@@ -54,7 +70,8 @@ def follow_rigctld():
     with socket.socket() as probe:
         probe.bind(("127.0.0.1", 0))
         port = probe.getsockname()[1]
-    server = subprocess.Popen(["rigctld", "-m", "1", "-T", "127.0.0.1", "-t", str(port)])
+    rigctld = ["rigctld", "-m", "1", "-T", "127.0.0.1", "-t", str(port)]
+    server = subprocess.Popen(rigctld)
     with tempfile.TemporaryDirectory() as folder:
         bridge = subprocess.Popen([sys.argv[1], "--rigctld", f"127.0.0.1:{port}"], stdout=subprocess.PIPE, text=True,
                                   env={**os.environ, "XDG_CONFIG_HOME": folder})
@@ -67,6 +84,12 @@ def follow_rigctld():
             command("FA00007030000;")
             wait_for("the bridge turned", lambda: subprocess.run([*rigctl, "f"], capture_output=True, text=True, timeout=10,
                                                                  check=True).stdout.strip() == "7030000")
+            server.terminate()
+            server.wait(10)
+            wait_for("that the rigctld is gone", lambda: item("Trouble") ==
+                     f"the rigctld at 127.0.0.1:{port} is gone: is it running?")
+            server = subprocess.Popen(rigctld)
+            wait_for("the rigctld again", lambda: (item("Trouble"), item("VfoAHz")) == ("", "145000000"))
         finally:
             for process in (bridge, server):
                 process.terminate()
@@ -82,11 +105,18 @@ def follow_flrig():
         try:
             assert bridge.stdout.readline() == "READY\n"
             wait_for("what the radio tells", lambda: item("VfoAHz") == "14074000" and item("Bandwidth") == "2400")
-            assert item("VfoBHz") == "14080500"
+            wait_for("VFO B", lambda: item("VfoBHz") == "14080500")
+            radio.tells_split.set()  # nothing waits for what comes late
             pan = os.path.join(folder, "spectrino", "LP-Bridge.ini")
             wait_for("mode and split as settings", lambda: os.path.exists(pan))
-            text = open(pan, encoding="utf-8").read()
-            assert "MD=7" in text and "FT=1" in text, text
+            wait_for("both of them", lambda: {"MD=7", "FT=1"} <= set(open(pan, encoding="utf-8").read().split("\n")))
+            with open(pan + ".lock", "w", encoding="utf-8") as lock:
+                fcntl.flock(lock, fcntl.LOCK_EX)  # another program is writing the settings
+                started, radio.b = time.monotonic(), 14080600
+                for _ in range(3):
+                    radio.a += 500
+                    wait_for("the dial", lambda: item("VfoAHz") == str(radio.a))
+                assert time.monotonic() - started < 4, "the bus waited for the file"
             watch = subprocess.Popen(["gdbus", "monitor", "--session", "-d", NAME], stdout=subprocess.PIPE, text=True)
             try:
                 while "is owned by" not in watch.stdout.readline():
@@ -105,6 +135,13 @@ def follow_flrig():
             finally:
                 watch.terminate()
                 watch.wait(10)
+            assert item("Trouble") == ""
+            radio.vanish()
+            wait_for("that flrig is gone", lambda: item("Trouble") == f"the flrig at 127.0.0.1:{port} does not answer: "
+                     "is it running, with its server on?")
+            radio.a = 3573000
+            radio.serve(port)
+            wait_for("flrig again", lambda: (item("Trouble"), item("VfoAHz")) == ("", "3573000"))
             second = subprocess.run([sys.argv[1]], capture_output=True, text=True, timeout=10, check=False)
             assert second.returncode == 1 and "another bridge" in second.stderr, second
         finally:

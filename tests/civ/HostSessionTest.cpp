@@ -4,7 +4,9 @@
 #include <gmock/gmock.h>
 
 #include "civ/CivDoubles.h"
+#include "civ/IcomCarriers.h"
 #include "civ/IcomCommands.h"
+#include "civ/IcomSession.h"
 #include "fakes/FakeClock.h"
 #include "fakes/MemorySettingsFile.h"
 #include "fakes/Recorders.h"
@@ -36,13 +38,15 @@ struct RecordingHost final : HostIcom {
   [[nodiscard]] LinkHealth Health() const override { return Now; }
   [[nodiscard]] int Findings() const override { return Found; }
   [[nodiscard]] std::string Trouble() const override { return {}; }
-  [[nodiscard]] std::string ScopeOptions() const override { return "--these"; }
+  [[nodiscard]] std::string ScopeOptions() const override { return Options; }
   [[nodiscard]] std::string Model() const override { return Name; }
   void SetUsualAddress(std::string_view address) override {
     Said.push_back("address " + std::string(address));
   }
   [[nodiscard]] RigBackend& Backend() override { return Tuner; }
   [[nodiscard]] double HostIcomFrequency() const override { return FreqMHz; }
+  [[nodiscard]] bool HostIcomFrequencyIsAsked() const override { return Asked; }
+  [[nodiscard]] bool HostIcomTransmits() const override { return Transmits; }
   [[nodiscard]] std::string HostIcomMode() const override { return "03"; }
   void SwitchScope(bool on) override { Said.emplace_back(on ? "scope on" : "scope off"); }
   void SendCommand(std::string_view hex) override { Said.emplace_back(hex); }
@@ -55,12 +59,16 @@ struct RecordingHost final : HostIcom {
   std::string Name = "IC-7610";
   int Found = 0;
   double FreqMHz = 14.074;
+  bool Asked = false;
+  bool Transmits = false;
+  std::string Options = "--these";
 };
 
 struct HostSessionTest : testing::Test {
   void Pass(std::chrono::milliseconds time) {
     for (; time > 0ms; time -= 20ms) {
       Time.Advance(20ms);
+      if (Answers) Host.Now.Since = Time.Now();
       Session.Pump();
     }
   }
@@ -84,9 +92,11 @@ struct HostSessionTest : testing::Test {
   RecordingNotifier User;
   MemorySettingsFile File;
   SettingsStore Store{File, User};
-  ScriptedPump Pump;
+  ScriptedPump Pump{&Time};
   RecordingHost Host;
-  HostSession Session{{Port, State, Panel, Store, Time, Pump, User}, Host};
+  bool Answers = true;
+  IcomParts Parts{Port, State, Panel, Store, Time, Pump, User};
+  HostSession Session{Parts, Host};
 };
 
 TEST_F(HostSessionTest, SetsTheRadioUpWhenItIsFoundAndAgainWhenItIsSilent) {
@@ -153,6 +163,80 @@ TEST_F(HostSessionTest, LinesGoThroughTheRadiosOwnAssembly) {
   Host.LineCame(fixed);
   EXPECT_EQ(State.ScopeLineHighMHz, 14.35);
   EXPECT_THAT(Panel.Told, testing::HasSubstr("FIX: 175.0k"));
+}
+
+TEST_F(HostSessionTest, WhyLinesStayAwayIsToldOnlyOfARadioThatAnswers) {
+  ASSERT_TRUE(Session.Open());
+  Host.Found = 1;
+  Host.Options.clear();
+  Pass(20ms);
+  Host.Transmits = true;
+  Pass(3s);
+  EXPECT_TRUE(State.Transmitting);
+  EXPECT_FALSE(Session.LinesDue());
+  Host.Transmits = Answers = false;
+  Pass(2400ms);
+  Host.Now.State = LinkState::Silent;
+  Host.Take();
+  Pass(9s);
+  EXPECT_THAT(Host.Take(), IsEmpty()) << "nobody hears it";
+  EXPECT_THAT(User.Statuses, IsEmpty()) << "is it switched on? says the health alone";
+  Host.Now.State = LinkState::Live;
+  Host.Found = 2;
+  Answers = true;
+  Pass(2100ms);
+  EXPECT_THAT(Host.Take(), testing::Contains("271300")) << "it was off, and is set up anew";
+  EXPECT_THAT(User.Statuses,
+              ElementsAre(testing::HasSubstr("another machine. Let Spectrino run rigctld here")));
+}
+
+TEST_F(HostSessionTest, TheDialIsWhereItWasAskedForWhateverALineOfBeforeTells) {
+  ASSERT_TRUE(Session.Open());
+  Host.Found = 1;
+  State.CivParserBusy = true;
+  Pass(20ms);
+  State.CivParserBusy = false;
+  Pass(20ms);
+  EXPECT_EQ(State.RadioModeIndex, 2) << "refused the first time";
+  Host.LineCame(Line("64"));
+  Host.FreqMHz = 21.2;
+  Host.Asked = true;
+  Pass(20ms);
+  EXPECT_EQ(State.RadioFreqMHz, 21.2) << "at once";
+  Host.FreqMHz = 14.08;
+  Host.Asked = false;
+  Pass(20ms);
+  EXPECT_EQ(State.RadioFreqMHz, 14.08) << "taken back";
+  Session.Close();
+  Host.FreqMHz = 7.1;
+  ASSERT_TRUE(Session.Open());
+  Pass(20ms);
+  EXPECT_EQ(State.RadioFreqMHz, 7.1) << "the line was another run's";
+  Host.LineCame(Line("64", 7.1));
+  Host.Name = "IC-9700";
+  Host.Found = 3;
+  Host.FreqMHz = 145.0;
+  Pass(40ms);
+  EXPECT_EQ(State.RadioFreqMHz, 145.0) << "the line was another radio's";
+  Host.Name = "IC-718";
+  Host.Found = 4;
+  Host.Take();
+  Pass(20ms);
+  EXPECT_EQ(Host.Take().front(), "address ") << "not that of the former radio";
+}
+
+TEST_F(HostSessionTest, TheSerialLineHasSaidItsLastWordsBeforeTheHostBegins) {
+  Store.SaveSetting("Spectrino", "Setup", "ICADDR", "98");
+  IcomSession serial(Parts);
+  IcomCarriers carriers(State, serial, &Session);
+  ASSERT_TRUE(carriers.Open());
+  carriers.Close();
+  EXPECT_TRUE(carriers.Closing());
+  State.IcomControl = 1;
+  ASSERT_TRUE(carriers.Open());
+  EXPECT_FALSE(Port.IsOpen());
+  EXPECT_EQ(Port.Written.back(), "FEFE98E0271100FD");
+  EXPECT_EQ(Host.Take().back(), "open");
 }
 
 TEST_F(HostSessionTest, CommandsLeaveAsTheHostTakesThem) {

@@ -72,6 +72,16 @@ TEST_F(IcomSessionTest, AScopeThatFallsSilentIsSwitchedOnAgainWhileLinesAreWante
   Hear("2700000211");  // the second of eleven alone
   Seconds(1, answering);
   EXPECT_THAT(Session.Health().Why, testing::HasSubstr("come damaged"));
+  // A whole line and the beginning of the next, on a bus that is cut off there: nothing is damaged.
+  for (int division = 1; division <= 11; ++division)
+    Hear("270000" + std::to_string(division / 10) + std::to_string(division % 10) + "11" +
+         (division == 1 ? "000040071400005002000000" : std::string(division == 11 ? 50 : 100, '0')));
+  Time.Advance(100ms);
+  Hear("2700000111000040071400005002000000");
+  std::string told;
+  Seconds(2, [&] { return answering() && (told = Session.Health().Why, true); });
+  EXPECT_THAT(told, testing::HasSubstr("its scope sends nothing"));
+  User.Statuses.clear();
   // Behind a hidden window, and while the scan's dialog stands.
   Link.BeforeLayout();
   Link.AfterLayout(true);

@@ -137,5 +137,44 @@ TEST(ScaleLinesTest, LinesStandAtTheFrequenciesTheyName) {
   }
 }
 
+/// Zoomed: from 1 kHz to 10 MHz, wherever the view begins, each label is its line's frequency to the hertz.
+TEST(ScaleLinesTest, ZoomedLabelsAreExactToTheStep) {
+  const PlotLayout layout = LayoutPlot(1036, 500, 1, 0, {});
+  for (const double centreMHz : {0.4721234, 14.0749876, 29.9999995, 432.1000005, 10368.123}) {
+    for (double spanHz = 1000; spanHz <= 1e7; spanHz *= 1.37) {
+      for (const bool known : {true, false}) {
+        SCOPED_TRACE(testing::Message()
+                     << centreMHz << " MHz, " << spanHz << " Hz" << (known ? "" : " unknown"));
+        ScaleState scale = Scale20m(layout.PlotWidth, 1);
+        scale.LabelCentreMHz = centreMHz;
+        scale.Geometry.LeftMHz = centreMHz - 0.37 * spanHz / 1e6;
+        scale.Geometry.RightMHz = centreMHz + 0.63 * spanHz / 1e6;
+        scale.Zoomed = true;
+        scale.FrequencyKnown = known;
+        const ScaleLines lines = PlaceScale(layout, scale, false, true, kMetrics);
+        ASSERT_GE(lines.FrequencyLabels.size(), 3U);
+        ASSERT_GE(lines.Frequencies.size(), lines.FrequencyLabels.size());
+        std::vector<double> named;
+        for (const ScaleLabel& label : lines.FrequencyLabels) {
+          std::string digits = label.Text;
+          if (known && digits.rfind('.') != digits.find('.')) digits.erase(digits.rfind('.'), 1);
+          const double hz = known ? std::stod(digits) * 1e6 : std::stod(digits) * 1e3;
+          const double x = scale.Geometry.FrequencyToPixel(known ? hz / 1e6 : centreMHz + hz / 1e6);
+          EXPECT_NEAR(label.Left + label.Width / 2.0, x, 0.51) << label.Text;
+          named.push_back(std::round(hz * 100) / 100);
+        }
+        const double stepHz = named[1] - named[0];
+        const double mantissa = std::pow(10, std::log10(stepHz) - std::floor(std::log10(stepHz) + 1e-9));
+        EXPECT_LT(std::min({std::abs(mantissa - 1), std::abs(mantissa - 2), std::abs(mantissa - 5)}), 1e-6)
+            << stepHz;
+        for (std::size_t n = 0; n < named.size(); ++n) {
+          EXPECT_NEAR(std::remainder(named[n], stepHz), 0, 1e-3) << named[n];
+          EXPECT_NEAR(named[n], named[0] + static_cast<double>(n) * stepHz, 1e-3);
+        }
+      }
+    }
+  }
+}
+
 }  // namespace
 }  // namespace spectrino

@@ -9,6 +9,7 @@
 #include <random>
 #include <vector>
 
+#include "display/BandStrip.h"
 #include "display/Colours.h"
 #include "display/Overlays.h"
 #include "display/PanDisplay.h"
@@ -182,6 +183,52 @@ TEST(PanDisplayTest, HoverTellsFrequencyAndLevelOfPlotAndWaterfall) {
   EXPECT_EQ(HoverText({0.00125, false, -71.2F, true, {}}), "+1.25K  -71 dBm");
   const std::chrono::system_clock::time_point taken{std::chrono::hours(45) + std::chrono::seconds(62)};
   EXPECT_EQ(HoverText({-0.00125, false, kUndrawnLevel, true, taken}), "-1.25K  21:01:02Z");
+}
+
+/// The band plan's strip hides nothing of the plot, and its edges stand where the scale has their
+/// frequencies, zoomed and panned.
+TEST(PanDisplayTest, TheBandPlanStandsAtItsFrequencies) {
+  const BandPlan plan(
+      {{"20 m",
+        14.0,
+        14.078,
+        {{14.0, 14.072, BandUse::Cw}, {14.074, 14.0741, BandUse::Beacons}, {14.076, 14.078, BandUse::Fm}}}});
+  for (const auto& [size, ratio] :
+       {std::pair{QSize(800, 400), 1.0}, {QSize(700, 200), 1.0}, {QSize(900, 500), 2.0}}) {
+    for (const double spanMHz : {0.048, 0.012, 0.3}) {
+      Bench bench(size, ratio, 2, spanMHz);
+      const int plotHeight = bench.Display.Layout().PlotHeight;
+      bench.Display.SetBandPlan(plan);
+      const PlotLayout layout = bench.Display.Layout();
+      ASSERT_GT(layout.StripHeight, 0);
+      EXPECT_EQ(layout.PlotHeight + layout.StripHeight, plotHeight);
+      const QImage image = bench.Paint();
+      const int y = layout.PlotBottom() + layout.StripHeight - 1;
+      const auto shown = [&](double mhz) {
+        const double x = bench.Display.Geometry().FrequencyToPixel(mhz);
+        return x >= 1 && x < layout.PlotWidth - 1 ? image.pixel(static_cast<int>(x), y) : 0;
+      };
+      const double pixelMHz = spanMHz / layout.PlotWidth;
+      const QRgb ground = ColourAt(kColoursK4, ColourIndex::Background);
+      for (const auto& [edge, side, use] : {std::tuple{14.072, -1, BandUse::Cw}, {14.076, 1, BandUse::Fm}}) {
+        const QRgb inside = shown(edge + 3 * side * pixelMHz);
+        EXPECT_TRUE(inside == 0 || inside == Mix(ground, BandUseColour(use), 0.75)) << edge;
+        EXPECT_NE(inside, shown(edge - 3 * side * pixelMHz));
+      }
+      const QRgb beyond = image.pixel(static_cast<int>(bench.Display.Geometry().FrequencyToPixel(14.0795)),
+                                      layout.PlotBottom() + layout.StripHeight / 2);
+      EXPECT_GT(qRed(beyond), 2 * qGreen(beyond)) << "out of band";
+      const double strip = (layout.PlotBottom() + layout.StripHeight / 2) / ratio;
+      const auto text = [&](double mhz) {
+        return bench.Display.At({bench.Display.Geometry().FrequencyToPixel(mhz) / ratio, strip}).Text();
+      };
+      EXPECT_TRUE(text(14.07399).ends_with("  20 m")) << text(14.07399);
+      EXPECT_TRUE(text(14.077).ends_with("  20 m FM")) << text(14.077);
+      EXPECT_TRUE(text(14.0795).ends_with("  out of band")) << text(14.0795);
+      bench.Display.SetBandPlan({});
+      EXPECT_EQ(bench.Paint(), Bench(size, ratio, 2, spanMHz).Paint());
+    }
+  }
 }
 
 TEST(PanDisplayTest, TextsStayInsideThePlot) {

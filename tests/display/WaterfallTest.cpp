@@ -8,8 +8,9 @@
 #include <random>
 #include <vector>
 
-#include "display/Colours.h"
+#include "display/Legend.h"
 #include "display/Overlays.h"
+#include "display/Palettes.h"
 #include "display/WaterfallImage.h"
 #include "state/SpectrumLine.h"
 
@@ -24,6 +25,19 @@ TEST(WaterfallColours, RunFromBlackOverBlueToRed) {
   EXPECT_EQ(WaterfallPalette()[106], qRgb(0, 255, 127)) << "150 degrees";
   EXPECT_EQ(WaterfallPalette()[34], qRgb(0, 76, 255)) << "222 degrees, full brightness";
   EXPECT_EQ(WaterfallPalette()[17], qRgb(0, 2, 130)) << "239 degrees, 51 %";
+}
+
+TEST(WaterfallColours, OfTheOtherPalettesRiseSteadilyFromDarkToBright) {
+  for (const int palette : {palette::kInferno, palette::kCividis, palette::kGrey}) {
+    const Palette& colours = WaterfallPalette(palette);
+    for (std::size_t i = 1; i < colours.size(); ++i)
+      ASSERT_GE(Luminance(colours[i]), Luminance(colours[i - 1])) << palette << " at " << i;
+    EXPECT_LT(Luminance(colours.front()), 0.02) << palette;
+    EXPECT_GT(Luminance(colours.back()), 0.75) << palette;
+  }
+  EXPECT_EQ(WaterfallPalette(palette::kInferno)[256], qRgb(0xFC, 0xFF, 0xA4));
+  EXPECT_EQ(WaterfallPalette(-1), WaterfallPalette(palette::kHues));
+  EXPECT_EQ(WaterfallPalette(4), WaterfallPalette(palette::kHues));
 }
 
 constexpr WaterfallRow kRow{
@@ -46,6 +60,33 @@ void PlainAddLine(QImage& image, const std::vector<float>& levels) {
     image.setPixel(x, 0,
                    WaterfallPalette()[static_cast<std::size_t>(levels[static_cast<std::size_t>(x)] + 256)]);
   }
+}
+
+TEST(WaterfallTest, AnotherLookColoursEveryLineAnew) {
+  WaterfallImage waterfall;
+  waterfall.Resize(2, 3);
+  waterfall.AddLine(std::vector<float>{-256, -128}, kRow);
+  WaterfallRow heights = kRow;
+  heights.UnitsPerDb = 2;
+  heights.BottomLevel = 0;
+  heights.TopLevel = 160;
+  waterfall.AddLine(std::vector<float>{40, 60}, heights);
+  const QImage before = Picture(waterfall);
+  waterfall.SetLook({.Palette = palette::kGrey, .FloorDb = 20, .ContrastPercent = 400});
+  const QImage image = Picture(waterfall);
+  EXPECT_EQ(image.pixel(0, 0), qRgb(0, 0, 0)) << "20 dB are 40 heights";
+  EXPECT_EQ(image.pixel(1, 0), qRgb(128, 128, 128)) << "half of a quarter of 160";
+  EXPECT_EQ(image.pixel(0, 1), qRgb(0, 0, 0));
+  EXPECT_EQ(image.pixel(1, 1), qRgb(255, 255, 255));
+  waterfall.SetLook({});
+  EXPECT_EQ(Picture(waterfall), before);
+}
+
+TEST(WaterfallTest, TheLegendNamesLevelsThatStayApart) {
+  EXPECT_THAT(LegendLevels({-122, -77}, 100, 13), ElementsAre(-80, -100)) << "-120 would be cut";
+  EXPECT_THAT(LegendLevels({60, 150}, 400, 13), ElementsAre(140, 130, 120, 110, 100, 90, 80, 70));
+  EXPECT_THAT(LegendLevels({-122, -77}, 20, 13), ElementsAre());
+  EXPECT_THAT(LegendLevels({0, 0}, 400, 13), ElementsAre()) << "no line has come yet";
 }
 
 TEST(WaterfallTest, RingLooksLikeBlockCopies) {

@@ -70,7 +70,7 @@ class FakeScope final : public RadioLink, public SpectrumSource {
   [[nodiscard]] bool Paused() const override { return Pauses; }
   void Close() override { ++Closes; }
   [[nodiscard]] SpectrumSource& Source() override { return *this; }
-  [[nodiscard]] LevelScale Scale() const override { return {-140, -40, 100, 20}; }
+  [[nodiscard]] LevelScale Scale() const override { return Levels; }
   [[nodiscard]] std::array<double, 21> GridHz() const override {
     std::array<double, 21> grid{};
     for (std::size_t i = 0; i < grid.size(); ++i) grid[i] = 5000.0 * static_cast<double>(i);
@@ -86,6 +86,7 @@ class FakeScope final : public RadioLink, public SpectrumSource {
   }
   [[nodiscard]] std::string Failure() const override { return {}; }
 
+  LevelScale Levels{-140, -40, 100, 20};
   bool Accepts = true;
   bool Pauses = false;
   double BesideDbm = 0;

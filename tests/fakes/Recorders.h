@@ -32,6 +32,7 @@ class RecordingSink final : public FrameSink {
   void ShowFrame(const Frame& frame) override {
     ++Frames;
     Line = frame.Line;
+    Colours = frame.Colours;
     Geometry = frame.Geometry;
     DisplayLevel.assign(frame.DisplayLevel.begin(), frame.DisplayLevel.end());
     BackgroundPeak.assign(frame.BackgroundPeak.begin(), frame.BackgroundPeak.end());
@@ -43,6 +44,7 @@ class RecordingSink final : public FrameSink {
   int Frames = 0;
   int Clears = 0;
   SpectrumLine Line;
+  std::optional<LevelRange> Colours;
   FrameGeometry Geometry;
   ScaleState Scale;
   std::vector<float> DisplayLevel;

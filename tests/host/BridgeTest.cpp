@@ -68,7 +68,39 @@ TEST_F(Bridge, ItsTextsAndItsSectionMakeTheRadio) {
   EXPECT_DOUBLE_EQ(Backend.LinkOffsetKHz(), 1.5);
   Port.Told(BridgeItem::VfoAHz, "no number");
   Refresh();
-  EXPECT_EQ(State.MainFreqMHz, 0);
+  EXPECT_DOUBLE_EQ(State.MainFreqMHz, 14.074);
+  Port.Told(BridgeItem::VfoAHz, "");
+  Refresh();
+  EXPECT_EQ(State.MainFreqMHz, 0) << "not known";
+}
+
+// No mode can be asked of the bridge: a button sets it here alone, for the wheel and the filters.
+TEST_F(Bridge, AModeThatAButtonSetHoldsUntilTheBridgeTellsAnother) {
+  for (const CatControl control : {CatControl::BridgeIf, CatControl::BridgeFixedLo}) {
+    Store.SaveSetting("LP-Bridge", "PAN", "MD", "2");
+    Begin(control);
+    Refresh();
+    State.RadioMode = mode::kAm;
+    Refresh();
+    EXPECT_EQ(State.RadioMode, mode::kAm);
+    Port.Commands.clear();
+    Backend.SetFrequency(Vfo::A, 14.0746, Aim::Dial);
+    EXPECT_THAT(Port.Commands, ElementsAre("FA00014075000;"));
+    Store.SaveSetting("LP-Bridge", "PAN", "MD", "3");
+    Refresh();
+    EXPECT_EQ(State.RadioMode, mode::kCw);
+    Link.CloseDdeLink();
+  }
+}
+
+TEST_F(Bridge, ARadioThatItDoesNotHearIsGone) {
+  Begin(CatControl::BridgeIf);
+  EXPECT_EQ(Link.Health().State, LinkState::Live);
+  Port.Told(BridgeItem::Trouble, "the rigctld at localhost:4532 is gone: is it running?");
+  EXPECT_EQ(Link.Health().State, LinkState::Lost);
+  EXPECT_EQ(Link.Health().Why, "LP-Bridge: the rigctld at localhost:4532 is gone: is it running?");
+  Port.Told(BridgeItem::Trouble, "");
+  EXPECT_EQ(Link.Health().State, LinkState::Live);
 }
 
 TEST_F(Bridge, AFixedOscillatorTakesItAllFromTheSection) {
@@ -87,7 +119,7 @@ TEST_F(Bridge, TuningIsRoundedToTheStepAndCorrectedOnClicksAlone) {
   Backend.SetFrequency(Vfo::A, 14.02551, Aim::Signal);
   Backend.SetFrequency(Vfo::B, 14.08, Aim::Signal);
   Backend.SetFrequency(Vfo::B, 14.08, Aim::Dial);
-  Backend.StepFrequency(+1, 0);
+  Backend.SetFrequency(Vfo::A, 14.174, Aim::Dial);
   Backend.SelectBand(5);
   Backend.SelectBand(0);
   EXPECT_THAT(Port.Commands,

@@ -76,7 +76,7 @@ TEST(RigctldClient, AClickOvertakesReadsAndTheNewestFrequencyTheUnsentOnes) {
   bench.Socket.Receive(VfoInfo("VFOA", 14250000, "USB"));
   EXPECT_DOUBLE_EQ(bench.Radio.HostGetFrequency(Vfo::A), 14.25) << "the radio has the last word";
   bench.Backend.SetFrequency(Vfo::A, 21.0, Aim::Dial);
-  bench.Time.Advance(2100ms);
+  bench.Pass(2001ms);
   EXPECT_DOUBLE_EQ(bench.Radio.HostGetFrequency(Vfo::A), 14.25) << "never answered";
 }
 
@@ -126,6 +126,15 @@ TEST(RigctldClient, ALateAnswerCostsTheConnectionAndIsNobodys) {
   bench.Pass(0s);
   EXPECT_EQ(bench.Radio.Client().Health().State, LinkState::Live);
   EXPECT_DOUBLE_EQ(bench.Radio.HostGetFrequency(Vfo::A), 7.0);
+  for (int answers = 0; answers < 6; ++answers) {
+    bench.Answer(VfoInfo("VFOA", 7000000, "LSB"));
+    bench.Answer(VfoInfo("VFOB", 7000000, "LSB"));
+  }
+  EXPECT_EQ(bench.Radio.Client().Health().State, LinkState::Live);
+  bench.Socket.Closed();
+  const int before = bench.Socket.Attempts;
+  bench.Pass(1s);
+  EXPECT_EQ(bench.Socket.Attempts, before + 1) << "one that answers for a while is looked for at once";
 }
 
 TEST(RigctldClient, ARadioThatIsOffIsToldFromAServerThatIsGone) {

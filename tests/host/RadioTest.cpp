@@ -55,25 +55,59 @@ TEST(HostRadio, OperationsAreTheseLines) {
          b.SelectMode({9, false});
        },
        nullptr},
-      {"USB", kDump, [](B b) { b.StepFrequency(-1, 0); }, "set_freq VFOA 13974000"},
       {"USB", kDump, [](B b) { b.SelectBand(5); }, nullptr},  // is there
       {"USB", kDump, [](B b) { b.SelectBand(3); }, "set_freq VFOA 7150000"},
       {"USB", kDump, [](B b) { b.SendMacro("FB00007050000;"); }, "set_freq VFOB 7050000"},
       {"USB", kDump, [](B b) { b.SendMacro("KY CQ\nF 1;"); }, "send_cmd KY CQ F 1;"},
       {"USB", icom, [](B b) { b.SendMacro("FA00014025500;"); }, "set_freq VFOA 14025500"},
       {"USB", icom, [](B b) { b.SendMacro("1602"); },
-       "send_cmd_rx \\0xFE\\0xFE\\0x94\\0xE0\\0x16\\0x02\\0xFD 6"},
+       "send_cmd_rx \\0xFE\\0xFE\\0x94\\0xE1\\0x16\\0x02\\0xFD 6"},
       {"USB", icom, [](B b) { b.SendMacro("1602 1"); }, nullptr},
+      {"USB", icom, [](B b) { b.SendMacro("KY CQ;"); }, nullptr},  // it knows no text
   };
   for (const auto& at : cases) {
     HostBench bench;
-    bench.Store.SaveSetting("Spectrino", "Setup", "ICADDR", "94");
+    bench.Store.SaveSetting("Spectrino", "Setup", "ICADDR", "94 ");
+    bench.Store.SaveSetting("Spectrino", "Setup", "CTRLADDR", " E1 ");
     bench.Begin(CatControl::HostIf, at.Mode, at.Caps);
     at.Ask(bench.Backend);
     std::vector<std::string> sent;
     if (at.Sent != nullptr) sent.push_back("+\\" + std::string(at.Sent) + "\n");
     EXPECT_EQ(bench.TakeSent(), sent);
   }
+}
+
+TEST(HostRadio, AnIcomIsAddressedAsItsModelIsAndBySetupWhereNobodyKnowsThat) {
+  const std::string model = "dump_caps:\nMfg name:\tIcom\nModel name: ";
+  HostBench bench;
+  bench.Store.SaveSetting("Spectrino", "Setup", "ICADDR", "94");
+  bench.Store.SaveSetting("Spectrino", "Setup", "CTRLADDR", "x");
+  bench.Begin(CatControl::FixedLo, "USB", model + "IC-7610\n");
+  const auto sent = [&] {
+    bench.Socket.Sent.clear();
+    bench.Backend.SendMacro("1602");
+    bench.Socket.Receive("send_cmd_rx:\nRPRT 0\n");
+    const auto lines = bench.TakeSent();
+    return lines.empty() ? "" : lines.front();
+  };
+  bench.Radio.SetUsualAddress("98");
+  EXPECT_THAT(sent(), testing::HasSubstr("\\0xFE\\0x98\\0xE0\\0x16")) << "94 was an earlier radio's";
+  for (const auto& [name, address] : {std::pair("IC-7610", "98"), {"IC-718", "94"}}) {
+    bench.Socket.Closed();
+    bench.Pass(1s);
+    bench.Accept(model + name + "\n");
+    EXPECT_THAT(sent(), testing::HasSubstr(std::string("\\0xFE\\0x") + address)) << name;
+  }
+}
+
+TEST(HostBackend, AMacroIsNotSentBeforeTheKindOfRadioIsKnown) {
+  HostBench bench;
+  bench.Backend.FollowLater();
+  bench.Socket.Connected();
+  bench.Backend.SendMacro("1602");
+  EXPECT_EQ(bench.User.Statuses.size(), 1U);
+  bench.Accept("dump_caps:\nMfg name:\tIcom\n");
+  for (const std::string& sent : bench.Socket.Sent) EXPECT_EQ(sent.find("1602"), std::string::npos) << sent;
 }
 
 TEST(HostRadio, ABandIsFoundAsItWasLeft) {
@@ -113,12 +147,11 @@ TEST(HostBackend, AClickOnFskIsCorrectedAndNothingElseIs) {
 }
 
 TEST(PanKeys, EachCatControlReadsItsKeysAndNoOthers) {
-  const std::string k3 = "FB MD MD$ FI IS FW FW$ PITCH PRE ATT DT DualCW DualFSK AMSB SAM FSK CO SHIFT DIV ";
-  const std::string ketrel =
-      "FA FB MD MD2 FI IS FW FW2 PI FT SB PRE ATT DT DualCW DualFSK AMSB SAM SHIFT DIV ";
+  const std::string k3 = "FB MD MD$ FI IS FW FW$ PITCH PRE ATT FSK CO SHIFT ";
+  const std::string ketrel = "FA FB MD MD2 FI IS FW FW2 PI FT PRE ATT SHIFT ";
   // The rest comes by the bus.
-  const std::string bridge = "MD MD2 PI FT SB PRE ATT DT DualCW DualFSK AMSB SAM FSK CO SHIFT DIV ";
-  const std::string adapter = "FB IFS FW PITCH PRE ATT DT FSK CO SHIFT DIV ";
+  const std::string bridge = "MD MD2 PI FT PRE ATT FSK CO SHIFT ";
+  const std::string adapter = "FB IFS FW PITCH PRE ATT FSK CO SHIFT ";
   const std::string expected[] = {adapter, "", k3, bridge, "FA MD ", ketrel, "FA MD ", "", adapter};
   for (int number = 0; number <= 8; ++number) {
     const auto control = static_cast<CatControl>(number);
@@ -158,14 +191,25 @@ TEST(HostBackend, WhatTheRadioTellsIsPublishedAndBeatsTheFile) {
   EXPECT_TRUE(bench.State.Transmitting);
   EXPECT_EQ(bench.State.SplitOn, 1);
   EXPECT_DOUBLE_EQ(bench.Backend.LinkOffsetKHz(), 0.25);
+  const std::uint64_t serial = bench.Radio.State().Serial;
+  bench.Answer(VfoInfo("VFOA", 14074000, "CW", 1));
+  EXPECT_EQ(bench.Radio.State().Serial, serial) << "told once more, not changed";
   bench.Backend.SetFrequency(Vfo::B, 14.074, Aim::Dial);
   bench.Backend.Refresh(bench.State);
   EXPECT_EQ(bench.State.SplitOn, 0) << "equal frequencies";
+  bench.Socket.Receive("set_freq:\nRPRT 0\n");
   bench.Socket.Closed();
   bench.Pass(1s);
   bench.Accept(caps);
   bench.Backend.Refresh(bench.State);
   EXPECT_FALSE(bench.State.Transmitting) << "nobody told that since it is back";
+  EXPECT_EQ(bench.Radio.HostGetFrequency(Vfo::B), 0) << "it may be another radio";
+  EXPECT_EQ(bench.Radio.HostGetSplit(), 0);
+  EXPECT_DOUBLE_EQ(bench.State.MainFreqMHz, 14.074) << "the plot stays until it is read";
+  bench.Answer("get_vfo_info: VFOA\nRPRT -11\n");
+  bench.Answer(VfoInfo("VFOB", 7000000, "LSB"));
+  bench.Backend.Refresh(bench.State);
+  EXPECT_EQ(bench.State.MainFreqMHz, 0) << "a radio that answers and does not tell";
   bench.Backend.Close();
   EXPECT_EQ(bench.Store.GetSetting("Bexmora", "PAN", "FB", ""), "7000000") << "the file's again";
 }

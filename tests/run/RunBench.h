@@ -21,6 +21,7 @@ struct RunBench {
     State.Settings.SRate = 3;  // 48000
     State.Settings.Control = CatControl::RadioDirect;
     State.Settings.HistoryDepth = 0;
+    State.Settings.AutoLevel = false;
     for (int& reference : State.Settings.BandRef) reference = State.Settings.RefLevel;
     for (int& divisor : State.Settings.BandDivisor) divisor = State.Settings.RangeDivisor;
     Devices.InitDevices();

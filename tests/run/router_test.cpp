@@ -19,6 +19,7 @@ TEST(RigRouter, LinesCommandsAndButtonsAgreeForEverySourceAndControl) {
   k4.Has.StepMHz = 0.05;
   icom.Has.Deck = with60m;
   icom.Has.ScopeThroughHost = true;
+  icom.Has.StepMHz = 0;
   const RigRouter router({&host, &k4, &icom});
   using enum CatControl;
   const struct {
@@ -56,7 +57,8 @@ TEST(RigRouter, LinesCommandsAndButtonsAgreeForEverySourceAndControl) {
     EXPECT_EQ(route.Source, at.Lines);
     EXPECT_EQ(route.Control, at.Commands);
     EXPECT_EQ(route.Traits.Deck, at.Deck);
-    EXPECT_EQ(route.Traits.StepMHz, at.Lines == &k4 ? 0.05 : 0) << "the source's step, whoever takes it";
+    const double stepMHz = at.Lines == &k4 ? 0.05 : at.Commands == &icom ? 0 : 0.1;
+    EXPECT_EQ(route.Traits.StepMHz, stepMHz) << "the source's, unless its back-end alone knows it";
   }
 }
 

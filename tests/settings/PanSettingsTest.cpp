@@ -27,12 +27,13 @@ TEST_F(PanSettingsTest, WhatIsRemovedFromTheFileIsBackAtItsDefault) {
   std::istringstream keys(
       "24b Bits SRate IQ IQCW IQUSB Flip6 FlipFreq FlipFreq2 TypZoom Zoom Spik0 APO integr Priority OptFreq "
       "Offset4 Center3 Global AutoSpan2 Step3 Inverted Design subd BandMode ccolor12 MP OptSM SMCorr SMHold "
-      "QSplit1 ICCTRL Ref Divisor db Disp OnTop bph WF CWR FSKR DePhase DeAmp HostEndpoint DeviceId Device");
+      "QSplit1 ICCTRL Ref Divisor db Disp OnTop bph WF CWR FSKR DePhase DeAmp HostEndpoint DeviceId Device "
+      "WFPalette WFFloor WFContrast BandPlanRegion");
   for (std::string key; keys >> key;) text += key + "=1\n";
-  Write(text + "Fill=0\nMHZ=0\nqsy=0\nAutoREF=0\nMouse=0\n");
+  Write(text + "Fill=0\nMHZ=0\nqsy=0\nAutoREF=0\nMouse=0\nAutoLevel=0\n");
   const PanSettings loaded = Load();
   EXPECT_EQ(loaded.Control, CatControl::FixedLo);
-  EXPECT_FALSE(loaded.Fill || loaded.MHz || loaded.Qsy || loaded.AutoRef || loaded.Mouse);
+  EXPECT_FALSE(loaded.Fill || loaded.MHz || loaded.Qsy || loaded.AutoRef || loaded.Mouse || loaded.AutoLevel);
   Write("[Setup]\nTop=1\n");
   EXPECT_EQ(Load(loaded), PanSettings());
 }
@@ -56,6 +57,7 @@ TEST_F(PanSettingsTest, AnyValueLoadsAsAUsableOneAndStaysInTheFile) {
       {"Bits=", LOADED(Bits), 0},
       {"APO=1e9", LOADED(WindowTypeIndex), 0},
       {"Disp=-7", LOADED(DisplayMode), 0},
+      {"BandPlanRegion=4", LOADED(BandPlanRegion), 3},
       {"OptFreq=9", LOADED(Control), 8},
       {"ccolor4=-1", LOADED(Colours[4]), 0xFFFFFF},
       {"ccolor12=255", LOADED(Colours[12]), 255},
@@ -107,15 +109,17 @@ TEST_F(PanSettingsTest, SavesTheRangeForItsBandOnlyWithAutoRef) {
   settings.BandLevelDb = -1.5;
   settings.AutoRef = false;
   SaveRange(Keys, settings, 5);
-  EXPECT_EQ(OnDisk(), "[Setup]\ndb=-1.5\nRef=-72\nDivisor=10000\n");
+  EXPECT_EQ(OnDisk(), "[Setup]\nAutoLevel=1\nWFFloor=0\nWFContrast=100\ndb=-1.5\nRef=-72\nDivisor=10000\n");
   settings.AutoRef = true;
   for (const std::optional<int> noBand : {std::optional<int>(), std::optional(13), std::optional(-1)})
     SaveRange(Keys, settings, noBand);
-  EXPECT_EQ(OnDisk(), "[Setup]\ndb=-1.5\nRef=-72\nDivisor=10000\n");
+  EXPECT_EQ(OnDisk(), "[Setup]\nAutoLevel=1\nWFFloor=0\nWFContrast=100\ndb=-1.5\nRef=-72\nDivisor=10000\n");
   settings.BandRef[12] = -75;  // another band is tuned by now: the band's own values are stored
   settings.BandDivisor[12] = 100;
   SaveRange(Keys, settings, 12);
-  EXPECT_EQ(OnDisk(), "[Setup]\ndb=-1.5\nRef=-72\nDivisor=10000\nRef12=-75\nDivisor12=100\n");
+  EXPECT_EQ(OnDisk(),
+            "[Setup]\nAutoLevel=1\nWFFloor=0\nWFContrast=100\ndb=-1.5\nRef=-72\nDivisor=10000\nRef12=-"
+            "75\nDivisor12=100\n");
 }
 
 TEST_F(PanSettingsTest, AWindowComesBackAsItWas) {

@@ -29,6 +29,7 @@ class Tuning : public testing::Test, public TuningWindow {
     Note("zoom " + std::to_string(direction) + (wraps ? " wraps" : ""));
   }
   void ZoomOff() override { Note("1X"); }
+  void ToggleAutoLevel() override { Note("auto level"); }
   void RestartTraces() override { ++Restarts; }
   void RequestSpot() override { Note("spot"); }
   void Note(std::string what) { Rig.Requests.push_back(std::move(what)); }
@@ -66,6 +67,7 @@ TEST_F(Tuning, ClicksTuneTheirVfoAndUndoGoesBack) {
   Tune.EnterFrequency(Vfo::B, 7.1);
   Tune.EnterFrequency(Vfo::A, 0);
   EXPECT_THAT(Asked(), ElementsAre("remember", "B 7.100000"));
+  Traits.StepMHz = 0;
   Tune.cmdUpDn_Click(0, 14.2);
   Tune.cmdUpDn_Click(1, 14.2);
   EXPECT_THAT(Asked(), ElementsAre("step 1 from 14.200000", "step -1 from 14.200000"));
@@ -157,6 +159,28 @@ TEST_F(Tuning, ANotchStepsByTheModeAndSnaps) {
     EXPECT_EQ(asked.empty() ? "" : asked.front(), c.Sent);
     EXPECT_NEAR(Radio.MainFreqMHz, c.Kept, 1e-9);
   }
+}
+
+TEST_F(Tuning, ATurnedDigitIsPacedAsTheWheelAndStaysAboveZero) {
+  Traits.HasVfoB = true;
+  Settings.WheelInverted = true;
+  Radio.MainFreqMHz = 9.9995;
+  for (int step = 0; step < 9; ++step) Tune.TurnDigit(Vfo::A, 1000);
+  EXPECT_NEAR(Radio.MainFreqMHz, 10.0085, 1e-9) << "shown at once";
+  EXPECT_THAT(Asked(), ElementsAre("A 10.000500", "A 10.008500")) << "the last one always goes out";
+  Tune.TurnDigit(Vfo::A, -1e7);
+  Tune.TurnDigit(Vfo::A, 1);
+  Tune.TurnDigit(Vfo::B, -1e7);
+  EXPECT_THAT(Asked(), ElementsAre("A 0.008501", "B 4.300000")) << "and what waited for A left before B";
+  Time.Advance(1s);
+  Radio.MainFreqMHz = 0.9;
+  Tune.TurnDigit(Vfo::A, -1e6);
+  Traits.HasVfoB = false;
+  Tune.TurnDigit(Vfo::B, 1e6);
+  HasRig = false;
+  Tune.TurnDigit(Vfo::A, 1);
+  EXPECT_THAT(Asked(), IsEmpty());
+  EXPECT_EQ(Radio.MainFreqMHz, 0.9);
 }
 
 TEST_F(Tuning, NothingMovesWithoutARunARadioOrAStep) {
@@ -258,8 +282,8 @@ TEST_F(Tuning, KeysDoWhatTheTableSays) {
   EXPECT_THAT(Asked(), ElementsAre("span 1", "span -1", "full screen", "spot", "spot"));
   Traits.OwnSpan = false;
   Radio.OwnSpectrum = false;
-  for (const char key : {'+', '-', 'z'}) EXPECT_TRUE(Tune.KeyPress(key)) << key;
-  EXPECT_THAT(Asked(), ElementsAre("zoom 1", "zoom -1", "1X"));
+  for (const char key : {'+', '-', 'z', 'v'}) EXPECT_TRUE(Tune.KeyPress(key)) << key;
+  EXPECT_THAT(Asked(), ElementsAre("zoom 1", "zoom -1", "1X", "auto level"));
   Tune.KeyPress('B');
   Tune.KeyPress('F');
   EXPECT_EQ(Tune.WheelVfo(), Vfo::B);

@@ -56,7 +56,11 @@ void QtDatagramSocket::Deliver() {
   }
   if (socket != nullptr && socket->hasPendingDatagrams())
     QMetaObject::invokeMethod(
-        socket.get(), [this] { Deliver(); }, Qt::QueuedConnection);
+        socket.get(),
+        [this, alive = std::weak_ptr(alive_)] {
+          if (!alive.expired()) Deliver();
+        },
+        Qt::QueuedConnection);
 }
 
 }  // namespace spectrino

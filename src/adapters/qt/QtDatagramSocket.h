@@ -27,6 +27,7 @@ class QtDatagramSocket final : public DatagramSocket {
 
   std::unique_ptr<QUdpSocket, Later> socket_;
   std::vector<std::uint8_t> packet_;
+  std::shared_ptr<int> alive_ = std::make_shared<int>();  ///< what is queued looks whether we are gone
 };
 
 }  // namespace spectrino

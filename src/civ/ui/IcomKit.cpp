@@ -59,7 +59,8 @@ const RadioTraits& IcomKit::Traits() const {
                                   .MacrosInHex = true,
                                   .HasVfoB = false,
                                   .LevelsAreHeights = true,
-                                  .ScopeThroughHost = true};
+                                  .ScopeThroughHost = true,
+                                  .StepMHz = 0};
   return traits;
 }
 

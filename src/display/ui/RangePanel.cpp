@@ -1,13 +1,16 @@
 #include "display/ui/RangePanel.h"
 
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QResizeEvent>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QVBoxLayout>
+#include <cmath>
 #include <utility>
 
 #include "controls/Controls.h"
+#include "settings/Keys.h"
 
 namespace spectrino {
 namespace {
@@ -20,6 +23,7 @@ struct Control {
 
 constexpr Control kReference[] = {{"Command18", "\u22123", "Reference DOWN -3dB"},
                                   {"Command1", "+3", "Reference UP +3dB"}};
+constexpr Control kAutoLevel[] = {{"chkAutoLevel", "AUTO", "Levels follow the noise by themselves (v)"}};
 constexpr Control kRange[] = {{"Command2", "\u221220", "Range DOWN -20dB"},
                               {"Command3", "+20", "Range UP +20dB"}};
 constexpr Control kDisplay[] = {{"optDisp0", "MAX", "Maximum values (for AVG/MAX Samples)"},
@@ -37,9 +41,19 @@ constexpr Control kSpotUndo[] = {{"cmdSpot", "Spot", "Center signal"},
                                  {"cmdUndo", "Undo", "Back to the frequency before the last click"}};
 constexpr Control kUpDn[] = {{"cmdUpDn1", "<<", ""}, {"cmdUpDn0", ">>", ""}};
 constexpr int kCaptionsHeight = 372;  // from here on there is room for what is written over the blocks
-constexpr int kRowsHeight = 272;      // below, the rows move closer
+constexpr int kSliderHeight = 15;
+constexpr int kRowsHeight = 272;  // below, the rows move closer
 constexpr Control kPeakHold = {"chkBPH", "BPH", "Background Peak Hold"};
 constexpr Control kCalibration = {"cmdIQ", "I/Q", "Calibration (I/Q Rejection, CAL Level)"};
+
+/// Contrast doubles with each ten steps of its slider.
+int PercentOf(int steps) {
+  return qRound(100 * std::exp2(steps / 10.0));
+}
+
+int StepsOf(int percent) {
+  return qRound(10 * std::log2(percent / 100.0));
+}
 
 QPushButton* MakeNarrow(const Control& control, QWidget* parent) {
   QPushButton* button = MakeButton(control.name, control.caption, control.toolTip, parent);
@@ -83,8 +97,11 @@ RangePanel::RangePanel(QWidget* parent) : QWidget(parent) {
   const auto reference = AddBlock(kReference, 2, this, nullptr);
   FraRange_ = AddCaption({}, "FraRange");
   const auto range = AddBlock(kRange, 2, this, nullptr);
+  chkAutoLevel_ = AddBlock(kAutoLevel, 1, this, nullptr).front();
+  chkAutoLevel_->setCheckable(true);
   for (QPushButton* button : reference + range) scaleButtons_.append(button);
   connect(reference[0], &QPushButton::clicked, this, &RangePanel::Command18_Click);
+  connect(chkAutoLevel_, &QPushButton::clicked, this, &RangePanel::chkAutoLevel_Click);
   connect(reference[1], &QPushButton::clicked, this, &RangePanel::Command1_Click);
   connect(range[0], &QPushButton::clicked, this, &RangePanel::Command2_Click);
   connect(range[1], &QPushButton::clicked, this, &RangePanel::Command3_Click);
@@ -95,6 +112,7 @@ RangePanel::RangePanel(QWidget* parent) : QWidget(parent) {
   AddCaption("Waterfall Hgt", "fraWaterfall");
   optWaterfall_ = new QButtonGroup(this);
   AddBlock(kWaterfall, 4, this, optWaterfall_);
+  AddColours();
   AddCaption("Zoom", "fraZoom");
   optZoom_ = new QButtonGroup(this);
   AddBlock(kZoom, 3, this, optZoom_);
@@ -115,6 +133,30 @@ RangePanel::RangePanel(QWidget* parent) : QWidget(parent) {
   scaleButtons_.append(cmdIQ_);
   for (const QAbstractButton* button : scaleButtons_) scaleToolTips_.append(button->toolTip());
   column->addStretch(1);
+}
+
+void RangePanel::AddColours() {
+  sldWFFloor_ = MakeSlider("sldWFFloor", key::kWFFloor.Limits.Low, key::kWFFloor.Limits.High, {}, this);
+  sldWFContrast_ = MakeSlider("sldWFContrast", StepsOf(key::kWFContrast.Limits.Low),
+                              StepsOf(key::kWFContrast.Limits.High), {}, this);
+  auto* row = new QHBoxLayout;
+  row->setSpacing(3);
+  for (QSlider* slider : {sldWFFloor_, sldWFContrast_}) {
+    slider->setMinimumWidth(kNarrowest);
+    slider->setMaximumHeight(kSliderHeight);
+    row->addWidget(slider);
+    connect(slider, &QSlider::valueChanged, this, [this] {
+      DescribeColours();
+      emit WaterfallColours_Change(sldWFFloor_->value(), PercentOf(sldWFContrast_->value()));
+    });
+  }
+  static_cast<QVBoxLayout*>(layout())->addLayout(row);
+  DescribeColours();
+}
+
+void RangePanel::DescribeColours() {
+  Describe(*sldWFFloor_, tr("Waterfall: darkest level %1 dB higher").arg(sldWFFloor_->value()));
+  Describe(*sldWFContrast_, tr("Waterfall: contrast %1 %").arg(PercentOf(sldWFContrast_->value())));
 }
 
 void RangePanel::AddTuning() {
@@ -142,7 +184,8 @@ QLabel* RangePanel::AddCaption(const QString& text, const QString& name) {
 }
 
 void RangePanel::Show(const RangePanelState& state) {
-  lblRef_->setText(QString("Ref %1 dB").arg(state.RefLevel));
+  lblRef_->setText(state.AutoLevel ? tr("Ref auto") : QString("Ref %1 dB").arg(state.RefLevel));
+  chkAutoLevel_->setChecked(state.AutoLevel);
   FraRange_->setText(QString("Range %1dB").arg(state.RangeDb));
   const auto check = [](QButtonGroup* group, int index) {
     if (QAbstractButton* button = group->button(index)) button->setChecked(true);
@@ -151,6 +194,11 @@ void RangePanel::Show(const RangePanelState& state) {
   check(optWaterfall_, state.WaterfallSel);
   check(optZoom_, state.Zoom);
   AllowScale(state.OwnScale);
+  const QSignalBlocker silentFloor(sldWFFloor_);
+  const QSignalBlocker silentContrast(sldWFContrast_);
+  sldWFFloor_->setValue(state.WFFloorDb);
+  sldWFContrast_->setValue(StepsOf(state.WFContrast));
+  DescribeColours();
   const QSignalBlocker silent(chkBPH_);
   chkBPH_->setChecked(state.BackgroundPeakHold);
 }

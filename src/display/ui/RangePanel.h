@@ -7,14 +7,18 @@
 #include <QButtonGroup>
 #include <QLabel>
 #include <QPushButton>
+#include <QSlider>
 #include <QWidget>
 
 namespace spectrino {
 
 /// What the strip shows.
 struct RangePanelState {
+  bool AutoLevel = false;
   int RefLevel = -60;
   int RangeDb = 140;
+  int WFFloorDb = 0;
+  int WFContrast = 100;  ///< percent
   int DisplayMode = 0;
   int WaterfallSel = 0;
   int Zoom = 0;
@@ -28,14 +32,18 @@ class RangePanel final : public QWidget {
   explicit RangePanel(QWidget* parent = nullptr);
   /// Moves the controls without sending anything.
   void Show(const RangePanelState& state);
+  /// As a press of AUTO.
+  void ToggleAutoLevel() { chkAutoLevel_->click(); }
   /// How far the cmdUpDn buttons move, for their tool tips: "100kHz".
   void SetUpDnStep(const QString& step);
 
  signals:
+  void chkAutoLevel_Click(bool on);
   void Command1_Click();   ///< reference up
   void Command18_Click();  ///< reference down
   void Command3_Click();   ///< range up
   void Command2_Click();   ///< range down
+  void WaterfallColours_Change(int floorDb, int contrastPercent);
   void optDisp_Click(int index);
   void optWaterfall_Click(int index);
   void optZoom_Click(int index);
@@ -50,6 +58,8 @@ class RangePanel final : public QWidget {
 
  private:
   QLabel* AddCaption(const QString& text, const QString& name);
+  void AddColours();
+  void DescribeColours();
   void AddTuning();
   void AllowScale(bool allow);
   void SetDense(bool dense);
@@ -62,6 +72,9 @@ class RangePanel final : public QWidget {
   QButtonGroup* optZoom_ = nullptr;
   QList<QAbstractButton*> scaleButtons_;  ///< those that act on sound inputs alone
   QStringList scaleToolTips_;             ///< what they do
+  QPushButton* chkAutoLevel_ = nullptr;
+  QSlider* sldWFFloor_ = nullptr;
+  QSlider* sldWFContrast_ = nullptr;
   QAbstractButton* chkBPH_ = nullptr;
   QAbstractButton* cmdIQ_ = nullptr;
   QList<QPushButton*> cmdUpDn_;

@@ -124,6 +124,11 @@ void ScopeWidget::mousePressEvent(QMouseEvent* event) {
   emit MouseDown(event->position(), event->button(), event->modifiers());
 }
 
+void ScopeWidget::mouseDoubleClickEvent(QMouseEvent* event) {
+  emit DoubleClicked(event->position(), event->button());
+  mousePressEvent(event);
+}
+
 void ScopeWidget::mouseReleaseEvent(QMouseEvent*) {
   emit DragEnded();
 }

@@ -33,6 +33,8 @@ class ScopeWidget final : public QWidget {
   void HoverMoved(QPointF at);  ///< outside the widget when the pointer left
   /// Positions are logical pixels of this widget.
   void MouseDown(QPointF at, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
+  /// Before the second press of a double click.
+  void DoubleClicked(QPointF at, Qt::MouseButton button);
   /// The pointer moved with a button down. from: where that was pressed.
   void Dragged(QPointF from, QPointF at);
   void DragEnded();
@@ -44,6 +46,7 @@ class ScopeWidget final : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   void leaveEvent(QEvent* event) override;

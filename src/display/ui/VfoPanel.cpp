@@ -1,7 +1,7 @@
 #include "display/ui/VfoPanel.h"
 
 #include <QHBoxLayout>
-#include <QMouseEvent>
+#include <cmath>
 #include <utility>
 
 #include "controls/Controls.h"
@@ -9,11 +9,24 @@
 namespace spectrino {
 namespace {
 
-QLabel* MakeReading(const char* name, const char* role, const QString& accessible, QWidget* parent) {
-  QLabel* label = MakeLabel({}, role, parent);
+constexpr int kHertzPx = 14;
+
+void NameReading(QLabel* label, const char* name, const QString& accessible) {
   label->setObjectName(name);
   label->setAccessibleName(accessible);
   label->setTextFormat(Qt::PlainText);
+}
+
+QLabel* MakeReading(const char* name, const char* role, const QString& accessible, QWidget* parent) {
+  QLabel* label = MakeLabel({}, role, parent);
+  NameReading(label, name, accessible);
+  return label;
+}
+
+DigitLabel* MakeFrequency(const char* name, const char* role, const QString& accessible, QWidget* parent) {
+  auto* label = new DigitLabel(parent);
+  label->setProperty("role", role);
+  NameReading(label, name, accessible);
   return label;
 }
 
@@ -29,25 +42,28 @@ VfoPanel::VfoPanel(QWidget* parent) : QWidget(parent) {
   setObjectName("VfoPanel");
   setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Preferred);
   lblA_ = MakeLetter("lblA", "A", this);
-  lblFreqA_ = MakeReading("lblFreqA", "frequency", tr("Frequency of VFO A"), this);
+  lblFreqA_ = MakeFrequency("lblFreqA", "frequency", tr("Frequency of VFO A"), this);
   lblFreqA_->setTextFormat(Qt::RichText);
   lblFreqA_->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Preferred);  // rich text gives way otherwise
   lblMode_ = MakeReading("lblMode", "badge", tr("Mode"), this);
   lblMode_->hide();
   lblB_ = MakeLetter("lblB", "B", this);
-  lblFreqB_ = MakeReading("lblFreqB", "frequencyB", tr("Frequency of VFO B"), this);
+  lblFreqB_ = MakeFrequency("lblFreqB", "frequencyB", tr("Frequency of VFO B"), this);
   lblSplit_ = MakeReading("lblSplit", "split", tr("Split"), this);
   lblSplit_->hide();
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(8);
-  for (QLabel* label : {lblA_, lblFreqA_, lblMode_, lblB_, lblFreqB_, lblSplit_})
+  for (QLabel* label :
+       std::initializer_list<QLabel*>{lblA_, lblFreqA_, lblMode_, lblB_, lblFreqB_, lblSplit_})
     row->addWidget(label, 0, Qt::AlignVCenter);
   // Made last: it lies over the other parts.
   txtFrequency_ = new FrequencyEntry(this);
   txtFrequency_->setObjectName("txtFrequency");
   connect(txtFrequency_, &FrequencyEntry::Entered, this,
           [this](const QString& text) { emit FrequencyTyped(entryVfo_, text); });
+  Connect(lblFreqA_, 0);
+  Connect(lblFreqB_, 1);
   ShowFrequency();
   Fit(true, false);
 }
@@ -58,7 +74,7 @@ void VfoPanel::Show(const VfoReadings& readings) {
   if (before.Frequency != shown_.Frequency) ShowFrequency();
   lblMode_->setText(shown_.Mode);
   lblMode_->setVisible(!shown_.Mode.isEmpty());
-  lblFreqB_->setText(shown_.SubFrequency);
+  lblFreqB_->ShowFrequency(shown_.SubFrequency, {}, 0);
   lblSplit_->setAccessibleDescription(shown_.Split);
   const bool otherWidth = before.Frequency.size() != shown_.Frequency.size() || before.Mode != shown_.Mode ||
                           before.SubFrequency.size() != shown_.SubFrequency.size() ||
@@ -67,14 +83,18 @@ void VfoPanel::Show(const VfoReadings& readings) {
 }
 
 void VfoPanel::ShowFrequency() {
-  // The last three digits are Hz, written smaller, as on a front panel.
-  const QString& text = shown_.Frequency;
-  const qsizetype cut = text.contains('.') ? text.size() - 3 : text.size();
-  lblFreqA_->setText(
-      QString("<span style=\"color:%1\">%2<span style=\"font-size:14px;color:%3\">%4</span></span>")
-          .arg(colour_.name(), text.left(cut).toHtmlEscaped(), colour_.darker(150).name(),
-               text.mid(cut).toHtmlEscaped()));
-  lblFreqA_->setAccessibleDescription(text);
+  lblFreqA_->ShowFrequency(shown_.Frequency, colour_, kHertzPx);
+}
+
+void VfoPanel::Connect(DigitLabel* digits, int vfo) {
+  connect(digits, &DigitLabel::Clicked, this,
+          [this, vfo](double hertz, int direction) { emit DigitClicked(vfo, hertz, direction); });
+  connect(digits, &DigitLabel::Turned, this,
+          [this, vfo](double hertz, int delta) { emit DigitTurned(vfo, hertz, delta); });
+  connect(digits, &DigitLabel::EntryWanted, this, [this, vfo](double undoHertz) {
+    if (undoHertz != 0) emit DigitClicked(vfo, std::abs(undoHertz), undoHertz > 0 ? -1 : 1);
+    BeginEntry(vfo, {});
+  });
 }
 
 void VfoPanel::SetColour(const QColor& colour) {
@@ -93,12 +113,8 @@ void VfoPanel::Fit(bool roomy, bool brief) {
 }
 
 void VfoPanel::AllowEntry(bool a, bool b) {
-  const auto show = [](QLabel* label, bool allowed) {
-    label->setToolTip(allowed ? tr("Click to type a frequency") : QString());
-    label->setCursor(allowed ? Qt::IBeamCursor : Qt::ArrowCursor);
-  };
-  if (std::exchange(entry_[0], a) != a) show(lblFreqA_, a);
-  if (std::exchange(entry_[1], b) != b) show(lblFreqB_, b);
+  if (std::exchange(entry_[0], a) != a) lblFreqA_->Allow(a);
+  if (std::exchange(entry_[1], b) != b) lblFreqB_->Allow(b);
 }
 
 void VfoPanel::BeginEntry(int vfo, const QString& typed) {
@@ -109,14 +125,6 @@ void VfoPanel::BeginEntry(int vfo, const QString& typed) {
   txtFrequency_->setPlaceholderText(vfo == 0 ? tr("A, MHz") : tr("B, MHz"));
   txtFrequency_->setAccessibleName(vfo == 0 ? tr("Frequency for VFO A") : tr("Frequency for VFO B"));
   txtFrequency_->Begin(*label, typed);
-}
-
-void VfoPanel::mousePressEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton) return;
-  const QPoint at = event->position().toPoint();
-  // A hidden label keeps the place that it had.
-  if (lblFreqA_->geometry().contains(at)) BeginEntry(0, {});
-  if (lblFreqB_->isVisible() && lblFreqB_->geometry().contains(at)) BeginEntry(1, {});
 }
 
 }  // namespace spectrino

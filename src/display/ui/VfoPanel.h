@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QWidget>
 
+#include "display/ui/DigitLabel.h"
 #include "display/ui/FrequencyEntry.h"
 
 namespace spectrino {
@@ -25,7 +26,7 @@ class VfoPanel final : public QWidget {
   explicit VfoPanel(QWidget* parent = nullptr);
 
   void Show(const VfoReadings& readings);
-  /// Where a frequency can be typed.
+  /// Where a frequency can be typed, and its digits turned.
   void AllowEntry(bool a, bool b);
   /// Opens the entry of VFO A (0) or B (1) with what was typed already; nothing where none is allowed.
   void BeginEntry(int vfo, const QString& typed);
@@ -37,20 +38,22 @@ class VfoPanel final : public QWidget {
  signals:
   /// vfo: 0 A, 1 B. Typed as it was typed.
   void FrequencyTyped(int vfo, const QString& text);
+  /// A digit worth so many hertz was clicked (direction: +1 up, -1 down) or turned by the wheel (delta:
+  /// eighths of a degree).
+  void DigitClicked(int vfo, double hertz, int direction);
+  void DigitTurned(int vfo, double hertz, int delta);
   /// What is shown takes another width than before.
   void WidthChanged();
 
- protected:
-  void mousePressEvent(QMouseEvent* event) override;
-
  private:
   void ShowFrequency();
+  void Connect(DigitLabel* digits, int vfo);
 
   QLabel* lblA_;
-  QLabel* lblFreqA_;
+  DigitLabel* lblFreqA_;
   QLabel* lblMode_;
   QLabel* lblB_;
-  QLabel* lblFreqB_;
+  DigitLabel* lblFreqB_;
   QLabel* lblSplit_;
   FrequencyEntry* txtFrequency_;
   QColor colour_{0xff, 0xff, 0xff};

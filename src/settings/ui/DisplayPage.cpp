@@ -34,6 +34,9 @@ QGroupBox* DisplayPage::MakeSpectrum() {
   QCheckBox* chkWFLive =
       MakeCheck("chkWFLive", tr("Waterfall of the newest le&vels"),
                 tr("MAX, AVG and PEAK act on the trace only, not on the waterfall"), fraSpectrum);
+  QComboBox* cboBandPlan = MakeList(
+      "cboBandPlan", {tr("none"), tr("IARU Region 1"), tr("IARU Region 2"), tr("IARU Region 3")},
+      tr("Band plan shown on the frequency axis; a bandplan.json beside the settings wins"), fraSpectrum);
   QGridLayout* grid = GridOf(fraSpectrum);
   AddRow(grid, 0, tr("MAX/AVG Samp&les"), cboSoft_);
   grid->addWidget(chkQSY, 0, 2);
@@ -41,10 +44,17 @@ QGroupBox* DisplayPage::MakeSpectrum() {
   grid->addWidget(chkPriority, 1, 2);
   grid->addWidget(chkWFFollow, 1, 3);
   grid->addWidget(chkWFLive, 2, 3);
+  QComboBox* cboPalette = MakeList(
+      "cboPalette", {tr("Hues"), tr("Inferno (most legible)"), tr("Cividis (colour-blind eyes)"), tr("Grey")},
+      tr("Colours of the waterfall"), fraSpectrum);
+  AddRow(grid, 1, tr("Waterfall &colours"), cboPalette);
+  AddRow(grid, 2, tr("Band plan re&gion"), cboBandPlan);
   grid->setColumnStretch(3, 1);
+  free_.push_back(ListField(cboPalette, key::kWFPalette));
   free_.push_back(FlagField(chkQSY, key::kQsy));
   free_.push_back(FlagField(chkWFFollow, key::kWFFollow));
   free_.push_back(FlagField(chkWFLive, key::kWFLive));
+  free_.push_back(ListField(cboBandPlan, key::kBandPlanRegion));
   return fraSpectrum;
 }
 

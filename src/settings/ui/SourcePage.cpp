@@ -8,15 +8,18 @@
 
 namespace spectrino::setup {
 
-SourcePage::SourcePage(SettingsStore& store, const SerialPorts* ports, AskRigList askRigs, QWidget* parent)
+SourcePage::SourcePage(SettingsStore& store, const SerialPorts* ports, AskRigList askRigs, LookForServer look,
+                       QWidget* parent)
     : QWidget(parent) {
   QGroupBox* fraDevice = MakeDevice();
   QGroupBox* fraFrequency = MakeFrequency();
   fraTRXM_ = MakeInstructions();
   Icom = new IcomFrames(store, ports, this);
   k4_ = new K4Frames(this);
-  server_ = new HostServerFrame(ports, std::move(askRigs), this);
+  server_ = new HostServerFrame(ports, std::move(askRigs), std::move(look), this);
   CatServer = new CatServerFrame(this);
+  connect(txtHostEndpoint_, &QLineEdit::textChanged, this,
+          [this](const QString& text) { server_->Show(!txtHostEndpoint_->isHidden(), text); });
   auto* rows = new QVBoxLayout(this);
   for (QGroupBox* frame : {fraDevice, fraFrequency, server_->fraHostServer, fraTRXM_, k4_->fraK4,
                            k4_->fraMiscK4, Icom->fraICOM, Icom->fraCIV, CatServer->fraCatServer})
@@ -111,7 +114,7 @@ void SourcePage::Show(const SetupView& view, bool running) {
   const bool host = UsesHost(view.Control);
   lblHostEndpoint_->setVisible(host);
   txtHostEndpoint_->setVisible(host);
-  server_->Show(host);
+  server_->Show(host, txtHostEndpoint_->text());
 }
 
 }  // namespace spectrino::setup

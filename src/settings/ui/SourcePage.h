@@ -18,8 +18,9 @@ namespace spectrino::setup {
 class SourcePage final : public QWidget {
   Q_OBJECT
  public:
-  /// ports and askRigs may be null: then there are none.
-  SourcePage(SettingsStore& store, const SerialPorts* ports, AskRigList askRigs, QWidget* parent = nullptr);
+  /// ports, askRigs and look may be null: then there are none.
+  SourcePage(SettingsStore& store, const SerialPorts* ports, AskRigList askRigs, LookForServer look,
+             QWidget* parent = nullptr);
 
   void AddFields(SetupFields& fields);
   /// What the two lists of CAT software and kind of receiver say.
@@ -27,6 +28,8 @@ class SourcePage final : public QWidget {
   void ShowCat(const CatChoice& choice);
   /// running: the CAT software stays as it is.
   void Show(const SetupView& view, bool running);
+  /// Why it cannot be stored as it stands; empty when it can.
+  [[nodiscard]] QString Problem() { return server_->Problem(); }
 
   FreshList* DevicesBox;
   QRadioButton* optbits[2];

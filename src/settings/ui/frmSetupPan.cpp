@@ -14,6 +14,7 @@ namespace spectrino {
 using namespace setup;
 
 namespace {
+constexpr int kSourcePage = 0;
 constexpr int kSoundPage = 1;
 
 /// A page that scrolls where the screen is small.
@@ -56,7 +57,7 @@ void frmSetupPan::FillWorld() {
 }
 
 void frmSetupPan::MakePages() {
-  source_ = new SourcePage(world_.Store, world_.Ports, world_.AskRigs);
+  source_ = new SourcePage(world_.Store, world_.Ports, world_.AskRigs, world_.LookForServer);
   source_->CatServer->ShowPlace(world_.CatServerPlace);
   sound_ = new SoundPage;
   tuning_ = new TuningPage;
@@ -104,10 +105,7 @@ QLayout* frmSetupPan::MakeButtons() {
   buttons->addStretch(1);
   QPushButton* ok = add("cmdOK", tr("O&K"), tr("Apply all changes and exit"));
   ok->setDefault(true);
-  connect(ok, &QPushButton::clicked, this, [this] {
-    SaveControls();
-    accept();
-  });
+  connect(ok, &QPushButton::clicked, this, &frmSetupPan::cmdOK_Click);
   connect(add("cmdCancel", tr("Canc&el"), tr("Cancel changes")), &QPushButton::clicked, this,
           &QDialog::reject);
   return buttons;
@@ -203,6 +201,17 @@ void frmSetupPan::LockForRun() {
       tr("A run is on: source, CAT control, sample rate and FFT bins are locked until Stop. "
          "Addresses, apodization and Reverse I/Q act at the next Start."));
   lblLocked_->show();
+}
+
+// What cannot be stored as it was meant is not stored as something else.
+void frmSetupPan::cmdOK_Click() {
+  if (const QString problem = source_->Problem(); !problem.isEmpty()) {
+    pages_->setCurrentIndex(kSourcePage);
+    world_.ShowMessage(problem);
+    return;
+  }
+  SaveControls();
+  accept();
 }
 
 void frmSetupPan::SaveControls() {
