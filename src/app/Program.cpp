@@ -58,8 +58,9 @@ Program::Program(const CommandLine& line)
   cycle_ = std::make_unique<RunCycle>(
       session_, RunParts{*devices_, display_, store_, user_, pump_, clock_, *times_, radios_->Router()});
   cat_ = std::make_unique<CatServing>(CatServing::Parts{session_, *cycle_, store_, clock_});
-  window_ = std::make_unique<frmPan>(frmPan::Parts{session_, *devices_, store_, user_, display_, *cycle_,
-                                                   *times_, clock_, ports_, radios_->Router(), hostServer_, *cat_});
+  window_ =
+      std::make_unique<frmPan>(frmPan::Parts{session_, *devices_, store_, user_, display_, *cycle_, *times_,
+                                             clock_, ports_, radios_->Router(), hostServer_, *cat_});
   hostServer_.Changed = [this] { window_->ShowLinks(); };
   window_->SettingsChosen = [this](const PanSettings& settings) {
     pulse_.SetRealTimePriority(settings.Priority);

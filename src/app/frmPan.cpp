@@ -236,7 +236,7 @@ void frmPan::cmdSetup_Click() {
                                    .Ports = parts_.Ports,
                                    .User = parts_.User,
                                    .Server = parts_.Server,
-                                    .Cat = parts_.Cat},
+                                   .Cat = parts_.Cat},
                                   parts_.Cycle.Running() || parts_.Cycle.Starting(), this);
   connect(dialog, &frmSetupPan::WayChosen, this, [this](CatWay way) { kits_.WayChosen(way); });
   // The input of a demo or a recording stays for this run unless another source was chosen.
