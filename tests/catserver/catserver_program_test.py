@@ -1,6 +1,7 @@
 """The whole program over simulated radios, used by Hamlib's own client and by clients that misbehave."""
 import os
 import re
+import shutil
 import socket
 import struct
 import subprocess
@@ -8,6 +9,7 @@ import sys
 import tempfile
 import time
 import unittest
+import xmlrpc.client
 from pathlib import Path
 
 ICSIM, K4SIM, PROGRAM = sys.argv.pop(), sys.argv.pop(), sys.argv.pop()
@@ -64,8 +66,8 @@ class CatServerTest(unittest.TestCase):
 
     def k4(self):
         self.radio = self.start([K4SIM, "--cat-port", "0", "--pan-port", "0"], stdout=subprocess.PIPE, text=True)
-        cat, pan = re.findall(r"\d+", self.radio.stdout.readline())[-2:]
-        return f"K4=1\nOptFreq=7\nK4TCP=127.0.0.1\nK4CATPORT={cat}\nK4PANPORT={pan}\n"
+        self.cat, pan = map(int, re.findall(r"\d+", self.radio.stdout.readline())[-2:])
+        return f"K4=1\nOptFreq=7\nK4TCP=127.0.0.1\nK4CATPORT={self.cat}\nK4PANPORT={pan}\n"
 
     def icom(self):
         link = self.home / "radio"
@@ -163,6 +165,62 @@ class CatServerTest(unittest.TestCase):
                 self.assertEqual(self.net(*sets.split(), reads)[0], answer)
                 self.assertEqual(self.rigctl(2, f"127.0.0.1:{behind}", reads)[0][0], answer, "the radio itself")
 
+    def test_the_radio_receives_again_when_whoever_made_it_transmit_is_gone(self):
+        self.serve(self.k4(), ptt=1)
+        radio = Client(self.cat)
+
+        def transmits():
+            radio.socket.sendall(b"TQ;")
+            heard = b""
+            while not (told := re.findall(rb"TQ(\d)", heard)):
+                heard += radio.socket.recv(4096)
+            return told[-1] == b"1"
+
+        self.assertEqual(self.serial("T", "1", "t"), ["1"])
+        self.wait(lambda: not transmits(), "the terminal's program left")
+        radio.socket.sendall(b"TX;")  # the operator's hand, which no program's leaving takes off
+        self.wait(lambda: self.net("t") == ["1"], "not told")
+        self.assertTrue(transmits())
+        radio.socket.sendall(b"RX;")
+        self.wait(lambda: self.net("t") == ["0"], "not told")
+        self.assertEqual(Client(self.port).ask("T 0\n"), "RPRT 0\n")
+        stays = Client(self.port)
+        self.assertEqual(stays.ask("T 1\n"), "RPRT 0\n")
+        self.assertTrue(transmits())
+        self.program.terminate()
+        self.wait(lambda: not transmits(), "the run ended")
+
+    @unittest.skipUnless(shutil.which("fldigi") and shutil.which("Xvfb"), "no fldigi")
+    def test_fldigi_follows_and_tunes(self):
+        self.serve(self.k4())
+        home = self.home / "fldigi"
+        home.mkdir()
+        keys = {"MYCALL": "N0CALL", "CHKUSEHAMLIBIS": 1, "HAMRIGMODEL": 2, "HAMRIGNAME": "Hamlib NET rigctl",
+                "HAMRIGDEVICE": f"127.0.0.1:{self.port}", "CONFIRMEXIT": 0, "AUDIOIO": 3}
+        (home / "fldigi_def.xml").write_text(
+            "<FLDIGI_DEFS>\n" + "".join(f"<{key}>{value}</{key}>\n" for key, value in keys.items()) + "</FLDIGI_DEFS>\n")
+        screen = self.start(["Xvfb", "-displayfd", "1", "-screen", "0", "1000x600x24", "-nolisten", "tcp"],
+                            stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+        environment = dict(os.environ, HOME=str(home), DISPLAY=":" + screen.stdout.readline().strip())
+        rpc = free_port()
+        self.start(["fldigi", "--config-dir", f"{home}/", "--home-dir", f"{home}/", "--xmlrpc-server-port", str(rpc),
+                    "--arq-server-port", str(free_port())], env=environment, stdout=subprocess.DEVNULL,
+                   stderr=subprocess.DEVNULL)
+        fldigi = xmlrpc.client.ServerProxy(f"http://127.0.0.1:{rpc}")
+
+        def told(ask, answer):
+            try:
+                return ask() == answer
+            except OSError:  # it has not started yet
+                return False
+
+        for hz in (14076000, 7035000):
+            self.net("F", str(hz))
+            self.wait(lambda: told(fldigi.main.get_frequency, float(hz)), "fldigi does not follow")
+        fldigi.main.set_frequency(14070000.0)
+        fldigi.rig.set_mode("LSB")
+        self.wait(lambda: self.net("f", "m")[:2] == ["14070000", "LSB"], "fldigi does not tune")
+
     def test_transmitting_is_refused_and_misbehaviour_harms_nobody(self):
         self.serve(self.k4())
         good = Client(self.port)
@@ -202,18 +260,14 @@ class CatServerTest(unittest.TestCase):
         self.radio.kill()
         self.wait(lambda: good.ask("f\n") == "RPRT -5\n", "a radio that is gone still tells a frequency")
 
-    def test_without_a_radio_it_says_so_and_a_taken_port_is_tried_again(self):
+    def test_the_demo_band_is_turned_once_a_taken_port_is_free(self):
         with socket.create_server(("127.0.0.1", self.port)):
             self.serve("", wait=False)
             self.wait(self.terminal.is_symlink, "no terminal")  # made just before the port is tried
-        self.wait(self.listens, "the port is not tried again")
-        self.assertEqual(Client(self.port).ask("f\nF 7000000\n", 2), "RPRT -11\nRPRT -11\n")
-
-    def listens(self):
-        try:
-            return Client(self.port).ask("\\chk_vfo\n") == "0\n"
-        except OSError:
-            return False
+        self.wait(self.answers, "the port is not tried again")
+        self.assertEqual(self.net("F", "14080000", "f", "M", "RTTY", "0", "m")[:2], ["14080000", "RTTY"])
+        self.assertEqual(self.serial("F", "7030000", "f"), ["7030000"])
+        self.assertEqual(Client(self.port).ask("T 1\nS 1 VFOB\nf\n", 3), "RPRT -9\nRPRT -11\n7030000\n")
 
 
 if __name__ == "__main__":
