@@ -46,7 +46,7 @@ void CatServerFrame::Explain() {
   QString text = place_.isEmpty() ? QString() : tr("Now: %1").arg(place_);
   if (!here) {
     if (!text.isEmpty()) text += '\n';
-    text += tr("Whoever reaches this machine at %1 can then tune the radio, and transmit where programs may: "
+    text += tr("Whoever reaches this machine at %1 can then tune the radio, and transmit if programs may: "
                "there is no password. Use it in a network that is yours alone.")
                 .arg(address);
   }
