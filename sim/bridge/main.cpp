@@ -18,7 +18,11 @@ namespace {
 /// Nobody watches: what would be shown is a line of standard error.
 class PlainNotifier final : public spectrino::Notifier {
  public:
-  void ShowMessage(std::string_view, std::string_view text, spectrino::Severity) override { Say(text); }
+  void ShowMessage(std::string_view, std::string_view text, spectrino::Severity,
+                   const spectrino::Cure& cure) override {
+    Say(text);
+    if (!cure.Text.empty()) Say(cure.Text);
+  }
   void ShowStatus(std::string_view text) override { Say(text); }
   void Log(spectrino::LogArea, std::string_view text) override { Say(text); }
 

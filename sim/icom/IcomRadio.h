@@ -42,6 +42,7 @@ class IcomRadio {
   /// Somebody else switches the scope's data off.
   void StopScopeData() { control_.StopScopeData(); }
   [[nodiscard]] const IcomSimState& State() const { return control_.State(); }
+  [[nodiscard]] const IcomSimSettings& Settings() const { return control_.Settings(); }
   [[nodiscard]] const IcomSimModel& Model() const { return model_; }
   [[nodiscard]] const IcomSimBand& Band() const { return band_; }
 

@@ -28,7 +28,8 @@ void DemoRadio::StartK4(bool isK4D, SettingsStore& store, Notifier& user) {
   k4_ = std::make_unique<K4SimServer>(K4SimServer::Options{
       .IsK4D = isK4D, .RateHz = 24, .CatPort = 0, .PanPort = 0, .Operator = false, .Faults = {}});
   if (!k4_->Start()) {
-    user.ShowMessage("Spectrino", "The simulated K4 found no free port on this machine.", Severity::Critical);
+    user.ShowMessage("Spectrino", "The simulated K4 found no free port on this machine.", Severity::Critical,
+                     Cure::UseDemo("The demo band needs none."));
     return;
   }
   SetupSection setup(store);
@@ -45,7 +46,8 @@ void DemoRadio::StartIcom(SettingsStore& store, Notifier& user) {
   icom_ = std::make_unique<IcomSimPort>(IcomSimSetup{}, "", std::chrono::steady_clock::now());
   std::string reason;
   if (!icom_->Open(reason)) {
-    user.ShowMessage("Spectrino", "The simulated Icom found no terminal: " + reason, Severity::Critical);
+    user.ShowMessage("Spectrino", "The simulated Icom found no terminal: " + reason, Severity::Critical,
+                     Cure::UseDemo("The demo band needs none."));
     return;
   }
   QObject::connect(&tmrIcom_, &QTimer::timeout, &tmrIcom_,

@@ -55,6 +55,7 @@ void PanView::ApplyOptions() {
   options.WFFollow = settings.WFFollow;
   options.WFLive = settings.WFLive;
   options.Waterfall = {settings.WFPalette, settings.WFFloorDb, settings.WFContrast};
+  options.Inset = static_cast<InsetPlace>(settings.InsetPlace);
   parts_.Display.SetOptions(options);
   const std::uint32_t meter = settings.Colours[static_cast<std::size_t>(ColourIndex::SMeter)];
   const std::uint32_t frequency = settings.Colours[static_cast<std::size_t>(ColourIndex::Frequency)];
@@ -176,7 +177,9 @@ void PanView::ShowOverlays() {
   const bool stale = parts_.Links.RadioStale();
   parts_.Display.SetTransmitting(!stale && parts_.State.Radio.Transmitting);
   // Where a radio was that is no longer heard is not where it is.
-  parts_.Display.SetMarkers(stale ? std::vector<PlotMarker>() : VfoMarkers(parts_.State.Radio));
+  std::vector<PlotMarker> markers = stale ? std::vector<PlotMarker>() : VfoMarkers(parts_.State.Radio);
+  parts_.Tuning.ShowHeldFilter(markers);
+  parts_.Display.SetMarkers(markers);
 }
 
 void PanView::ShowInset() {

@@ -61,6 +61,10 @@ Program::Program(const CommandLine& line)
   window_ =
       std::make_unique<frmPan>(frmPan::Parts{session_, *devices_, store_, user_, display_, *cycle_, *times_,
                                              clock_, ports_, radios_->Router(), hostServer_, *cat_});
+  remedies_ = std::make_unique<Remedies>(*window_, store_);
+  firstSteps_ =
+      std::make_unique<FirstSteps>(FirstSteps::Parts{session_, *devices_, store_, ports_, *window_});
+  user_.CureWanted = [this](const Cure& cure) { remedies_->Take(cure); };
   hostServer_.Changed = [this] { window_->ShowLinks(); };
   window_->SettingsChosen = [this](const PanSettings& settings) {
     pulse_.SetRealTimePriority(settings.Priority);
@@ -104,6 +108,11 @@ bool Program::FailedToRun() const {
   return cycle_->StartFailed() || missing;
 }
 
+bool Program::WantsFirstSteps(const CommandLine& line) const {
+  return session_.FirstRun && line.Demo == DemoKind::None && line.IqFiles.isEmpty() && !line.Start &&
+         !Unattended();
+}
+
 void Program::LoadIqFiles(const QStringList& paths) {
   for (const QString& path : paths) {
     std::string message;
@@ -126,9 +135,9 @@ void Program::ChooseForThisRun(const CommandLine& line) {
 
 void Program::TellNoDevices() {
   if (Unattended())
-    user_.ShowMessage("Ack!", kNoInputDevices, Severity::Critical);
+    user_.ShowMessage("Ack!", kNoInputDevices, Severity::Critical, {.Text = kNoInputDevicesCure});
   else
-    QMessageBox::critical(nullptr, "Ack!", kNoInputDevices);
+    QMessageBox::critical(nullptr, "Ack!", QString("%1\n\n%2").arg(kNoInputDevices, kNoInputDevicesCure));
 }
 
 double Program::RunSeconds() const {

@@ -14,8 +14,10 @@
 #include "app/CommandLine.h"
 #include "app/DemoFolder.h"
 #include "app/DemoRadio.h"
+#include "app/FirstSteps.h"
 #include "app/HostServer.h"
 #include "app/Radios.h"
+#include "app/Remedies.h"
 #include "app/frmPan.h"
 #include "sim/DemoInput.h"
 #include "sim/IqFileInput.h"
@@ -41,6 +43,9 @@ class Program {
   [[nodiscard]] bool FailedToRun() const;
   /// Waits until the last settings are saved, 2 s at most; then says which are not, and why.
   [[nodiscard]] std::string FinishSaving();
+  /// Nothing was ever stored, nothing was asked for on the command line, and somebody watches.
+  [[nodiscard]] bool WantsFirstSteps(const CommandLine& line) const;
+  [[nodiscard]] QtNotifier& User() { return user_; }
   [[nodiscard]] const DemoRadio& Demo() const { return *demoRadio_; }
   /// Seconds since the first run began.
   [[nodiscard]] double RunSeconds() const;
@@ -72,6 +77,8 @@ class Program {
   std::unique_ptr<CatServing> cat_;
   HostServer hostServer_;
   std::unique_ptr<frmPan> window_;
+  std::unique_ptr<Remedies> remedies_;
+  std::unique_ptr<FirstSteps> firstSteps_;
   bool gaveUp_ = false;  ///< the last settings could not be saved
 };
 

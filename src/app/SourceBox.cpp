@@ -15,6 +15,16 @@ SourceList::Shown SourceBox::Show() {
   return devices_.Sources().Show(chosen);
 }
 
+bool SourceBox::IsAnother(int index) const {
+  const std::optional<ChosenSource> at = devices_.Sources().At(index);
+  return at && at->Id != state_.Settings.Source.Id;
+}
+
+std::optional<int> SourceBox::FirstOf(SourceKind kind) const {
+  const std::optional<ChosenSource> first = devices_.Sources().First(kind);
+  return first ? devices_.Sources().Find(*first) : std::nullopt;
+}
+
 bool SourceBox::Choose(int index) {
   const SourceList& sources = devices_.Sources();
   const std::optional<ChosenSource> chosen = sources.At(index);

@@ -1,5 +1,5 @@
 // The window's list of sources: what it shows, and what choosing from it changes and stores.
-// No widget, and no run: who shows the list asks first whether one is on.
+// No widget, and no run: what the choice means to one is SourceChange's business.
 #pragma once
 
 #include "capture/DeviceList.h"
@@ -19,6 +19,10 @@ class SourceBox {
   void Stored() { state_.ForcedSource.reset(); }
   /// The list as it stands now. The choice takes over the name that its device has in it.
   [[nodiscard]] SourceList::Shown Show();
+  /// Another source than the chosen one stands at index.
+  [[nodiscard]] bool IsAnother(int index) const;
+  /// Where the first source of a kind stands now; nothing when there is none.
+  [[nodiscard]] std::optional<int> FirstOf(SourceKind kind) const;
   /// Chooses and stores what stands at index, with the CAT control that reaches it.
   /// False: nothing to choose stands there.
   bool Choose(int index);

@@ -88,6 +88,11 @@ QTabBar::tab {
 QTabBar::tab:hover { background: #2a333e; }
 QTabBar::tab:selected { background: #17405a; border-color: #2a7fae; color: #e9f6ff; font-weight: bold; }
 QTabBar::tab:selected:focus { border: 2px solid #7cc4ee; padding: 3px 11px; }
+QProgressBar { background: #1a2027; border: 1px solid #303945; border-radius: 2px; }
+QProgressBar::chunk { background: #2b8a50; border-radius: 1px; }
+QPushButton#cmdStepsStart { background: #174a2c; border-color: #2b8a50; color: #d8ffe6; font-weight: bold; }
+QPushButton#cmdStepsStart:focus { border-color: #7cc4ee; }
+QLabel#lblMissing { color: #ffd08a; }
 QLabel#lblLocked { background: #3a2a12; border: 1px solid #b4781a; border-radius: 3px; color: #ffd08a; padding: 3px 6px; }
 QLabel[role="caption"] { color: #8d9aa9; font-size: 9px; }
 QLabel[role="tag"] { color: #8d9aa9; font-size: 10px; }

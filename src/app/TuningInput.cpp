@@ -16,21 +16,6 @@ namespace spectrino {
 namespace {
 
 constexpr int kLastZoom = 5;
-constexpr double kDragBegins = 3;  // logical pixels
-
-PassbandGrip GripOf(MiniPanPart part) {
-  switch (part) {
-    case MiniPanPart::LowEdge:
-      return PassbandGrip::LowEdge;
-    case MiniPanPart::HighEdge:
-      return PassbandGrip::HighEdge;
-    case MiniPanPart::Passband:
-      return PassbandGrip::Middle;
-    default:
-      return PassbandGrip::None;
-  }
-}
-
 // Letters typed there choose or edit.
 bool TakesLetters(const QWidget* widget) {
   return qobject_cast<const QComboBox*>(widget) != nullptr ||
@@ -59,6 +44,8 @@ TuningInput::TuningInput(const Parts& parts)
              .Scope = parts.Scope,
              .ZoomChanged = parts.ZoomChanged,
              .LevelsChanged = parts.LevelsChanged}),
+      filters_({parts.State.Radio, parts.Time, parts.Display, parts.Scope, tuner_}),
+      insetGrip_(parts.Display, parts.Scope, parts.InsetPlaced),
       peaks_(parts.State, parts.Cycle, parts.Display, *parts.Scope, tuner_) {
   ScopeWidget* scope = parts.Scope;
   connect(scope, &ScopeWidget::MouseDown, this, &TuningInput::MouseDown);
@@ -66,7 +53,8 @@ TuningInput::TuningInput(const Parts& parts)
   connect(scope, &ScopeWidget::Dragged, this, [this](QPointF from, QPointF at) {
     axes_.Drag(at);
     axisAt_ = at;
-    DragPassband(from, at);
+    filters_.Drag(from, at);
+    insetGrip_.Drag(from, at);
   });
   connect(scope, &ScopeWidget::DragEnded, this, &TuningInput::ReleaseButton);
   connect(scope, &ScopeWidget::DoubleClicked, this, [this](QPointF at, Qt::MouseButton button) {
@@ -121,66 +109,45 @@ void TuningInput::MouseDown(QPointF at, Qt::MouseButton button, Qt::KeyboardModi
     return;
   }
   peaks_.Forget();
-  held_.reset();
-  Hover(at);
+  Hover(at, modifiers);
+  if (insetGrip_.Press(at, button) || filters_.Press(at, button, modifiers)) return;
   const ClickButton click = button == Qt::LeftButton ? ClickButton::Left : ClickButton::Right;
   const PlotPointer under = parts_.Display.At(at);
   const MiniPanHit hit = under.MiniPan();
-  if (const PassbandGrip grip = GripOf(hit.Part); grip != PassbandGrip::None) {
-    held_ = {hit, click};
-    tuner_.GripPassband(grip, hit.Sub ? Vfo::B : Vfo::A);
-    return;
-  }
   // A mini-pan is its receiver's, whichever button.
   const bool sub = hit.Part != MiniPanPart::None ? hit.Sub : click == ClickButton::Right;
   tuner_.Scope_MouseDown(sub ? ClickButton::Right : ClickButton::Left, under.TuneFreqMHz(),
                          under.InRightStrip());
 }
 
-// A filter is dragged in the mini-pans alone: near the dial every click would change it.
-void TuningInput::Hover(QPointF at) {
-  if (held_) return;
-  const MiniPanHit under = parts_.Display.At(at).MiniPan();
-  const PassbandGrip grip = GripOf(under.Part);
-  PassbandDragMode mode = PassbandDragMode::None;
-  if (grip != PassbandGrip::None) mode = under.Sub ? PassbandDragMode::Sub : PassbandDragMode::Main;
-  tuner_.SetPassbandDrag(mode);
-  Qt::CursorShape shape = grip == PassbandGrip::None ? Qt::CrossCursor : Qt::SizeHorCursor;
-  if (grip == PassbandGrip::Middle) shape = Qt::OpenHandCursor;
-  if (grip == PassbandGrip::None) shape = axes_.Shape(at).value_or(shape);
-  if (parts_.Scope->cursor().shape() != shape) parts_.Scope->setCursor(shape);
+void TuningInput::Hover(QPointF at, Qt::KeyboardModifiers modifiers) {
+  hoveredAt_ = at;
+  if (filters_.Holding() || insetGrip_.Holding()) return;
+  if (insetGrip_.Hover(at)) {
+    tuner_.SetPassbandDrag(PassbandDragMode::None);
+    return;
+  }
+  filters_.Hover(at, modifiers);
+  const auto axis = axes_.Shape(at);
+  if (axis && parts_.Scope->cursor().shape() != *axis) parts_.Scope->setCursor(*axis);
 }
 
-void TuningInput::DragPassband(QPointF from, QPointF at) {
-  if (!held_) return;
-  const double moved = at.x() - from.x();
-  if (!held_->Moved && std::abs(moved) < kDragBegins) return;
-  if (!held_->Moved && held_->Hit.Part == MiniPanPart::Passband)
-    parts_.Scope->setCursor(Qt::ClosedHandCursor);
-  held_->Moved = true;
-  tuner_.DragPassband(moved * parts_.Display.Layout().Scale * held_->Hit.HzPerPixel);
-}
-
-// Pressed and let go in one place it was a click.
 void TuningInput::ReleaseButton() {
   const AxisInput::Held axis = axes_.Release();
-  if (axis != AxisInput::Held::Nothing) Hover(axisAt_);
+  if (axis != AxisInput::Held::Nothing) Hover(axisAt_, {});
   if (axis == AxisInput::Held::Clicked)
     tuner_.Scope_MouseDown(ClickButton::Left, 0, parts_.Display.At(axisAt_).InRightStrip());
-  tuner_.LetPassbandGo();
-  if (!held_) return;
-  const HeldPassband held = *std::exchange(held_, std::nullopt);
-  if (!held.Moved) tuner_.Scope_MouseDown(held.Button, held.Hit.FreqMHz, false);
-  if (held.Moved) parts_.Scope->setCursor(Qt::CrossCursor);
+  filters_.Release();
+  insetGrip_.Release();
 }
 
 void TuningInput::Wheel(QPointF at, int delta, Qt::KeyboardModifiers modifiers) {
   if (axes_.Wheel(at, delta, modifiers.testFlag(Qt::ControlModifier))) {
-    Hover(at);
+    Hover(at, modifiers);
     return;
   }
   if (!wheelAllowed_) return;
-  Hover(at);
+  Hover(at, modifiers);
   tuner_.WheelMoved(delta, modifiers.testFlag(Qt::ShiftModifier));
 }
 
@@ -247,6 +214,11 @@ bool TuningInput::ScopeKey(const QKeyEvent& event) {
 void TuningInput::AfterPass() {
   tuner_.Refreshed();
   tuner_.Pump();
+  // Shift alone changes what the pointer would take hold of.
+  const Qt::KeyboardModifiers held = QGuiApplication::keyboardModifiers();
+  const bool shift = held.testFlag(Qt::ShiftModifier);
+  if (std::exchange(shiftHeld_, shift) == shift) return;
+  Hover(hoveredAt_, held);
 }
 
 void TuningInput::RunChanged(bool running) {
@@ -257,7 +229,7 @@ void TuningInput::RunChanged(bool running) {
   }
   tuner_.RunEnded();
   peaks_.Forget();
-  held_.reset();
+  filters_.RunEnded();
   parts_.Scope->EndAnnouncement();
 }
 

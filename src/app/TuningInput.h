@@ -7,9 +7,12 @@
 #include <QPointF>
 #include <functional>
 #include <optional>
+#include <span>
 #include <utility>
 
 #include "app/AxisInput.h"
+#include "app/FilterHands.h"
+#include "app/InsetGrip.h"
 #include "app/LinkView.h"
 #include "app/PeakKeys.h"
 #include "display/PanDisplay.h"
@@ -36,9 +39,10 @@ class TuningInput final : public QObject, private TuningWindow {
     ScopeWidget* Scope;
     RangePanel* Strip;
     HeaderPanel* Header;
-    std::function<void()> ZoomChanged;    ///< by the tuner, not by the strip
-    std::function<void()> LevelsChanged;  ///< reference or range, by hand on the level axis
-    std::function<void()> AutoLevel;      ///< a double click on the level axis; empty: means nothing
+    std::function<void()> ZoomChanged;            ///< by the tuner, not by the strip
+    std::function<void()> LevelsChanged;          ///< reference or range, by hand on the level axis
+    std::function<void()> AutoLevel;              ///< a double click on the level axis; empty: means nothing
+    std::function<void(InsetPlace)> InsetPlaced;  ///< by the inset's grip
   };
   explicit TuningInput(const Parts& parts);
   ~TuningInput() override;
@@ -54,6 +58,8 @@ class TuningInput final : public QObject, private TuningWindow {
   void AllowWheel(bool allow) { wheelAllowed_ = allow; }
   /// "M.Wheel VFO-A Normal"
   [[nodiscard]] QString WheelText() const;
+  /// A filter that is being dragged shows before the radio tells.
+  void ShowHeldFilter(std::span<PlotMarker> markers) const { filters_.ShowHeld(markers); }
 
  private:
   void ToggleFullScreen() override { parts_.Window.ToggleFullScreen(); }
@@ -64,8 +70,7 @@ class TuningInput final : public QObject, private TuningWindow {
   void RequestSpot() override;
 
   void MouseDown(QPointF at, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
-  void Hover(QPointF at);
-  void DragPassband(QPointF from, QPointF at);
+  void Hover(QPointF at, Qt::KeyboardModifiers modifiers);
   void ReleaseButton();
   void TellNoSpot();
   void Wheel(QPointF at, int delta, Qt::KeyboardModifiers modifiers);
@@ -75,16 +80,14 @@ class TuningInput final : public QObject, private TuningWindow {
   Parts parts_;
   Tuner tuner_;
   bool wheelAllowed_ = true;
-  struct HeldPassband {
-    MiniPanHit Hit;
-    ClickButton Button = ClickButton::Left;
-    bool Moved = false;  ///< far enough to be no click
-  };
-  std::optional<HeldPassband> held_;  ///< while a button is down on it
   NotchCounter digitNotches_;
   std::pair<int, double> turnedDigit_{};  ///< VFO and hertz
   AxisInput axes_;
   QPointF axisAt_;  ///< where the pointer last held an axis
+  FilterHands filters_;
+  InsetGrip insetGrip_;
+  QPointF hoveredAt_{-1, -1};  ///< logical
+  bool shiftHeld_ = false;     ///< when it was looked at last
   PeakKeys peaks_;
 };
 

@@ -1,6 +1,22 @@
 #include "app/WindowStance.h"
 
+#include <QApplication>
+#include <QShortcut>
+
 namespace spectrino {
+
+WindowStance::WindowStance(QWidget& window, HeaderPanel& header, QWidget& strip, QToolButton& fold)
+    : window_(window), header_(header), strip_(strip), fold_(fold) {
+  FoldStrip(false);
+  auto* escape = new QShortcut(Qt::Key_Escape, &window);
+  QObject::connect(escape, &QShortcut::activated, &window, [this] {
+    // An open list or menu is what Esc closes first.
+    if (QWidget* popup = QApplication::activePopupWidget())
+      popup->close();
+    else
+      ToggleFullScreen();
+  });
+}
 
 void WindowStance::ToggleFullScreen() {
   if (window_.isFullScreen())

@@ -12,10 +12,7 @@ namespace spectrino {
 class WindowStance {
  public:
   /// All outlive it. fold: what folds the strip.
-  WindowStance(QWidget& window, HeaderPanel& header, QWidget& strip, QToolButton& fold)
-      : window_(window), header_(header), strip_(strip), fold_(fold) {
-    FoldStrip(false);
-  }
+  WindowStance(QWidget& window, HeaderPanel& header, QWidget& strip, QToolButton& fold);
 
   void ToggleFullScreen();
   /// After every change of the window's state: full screen may be left by the window manager as well.

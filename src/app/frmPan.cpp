@@ -1,12 +1,12 @@
 #include "app/frmPan.h"
 
-#include <QApplication>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QHBoxLayout>
-#include <QShortcut>
 #include <QVBoxLayout>
 #include <utility>
 
+#include "app/KeyTips.h"
 #include "app/Manual.h"
 #include "app/SetupVisit.h"
 #include "app/WindowPlace.h"
@@ -21,34 +21,38 @@ frmPan::frmPan(const Parts& parts)
       links_(parts.Cycle, parts.State, parts.Time, [&server = parts.Server] { return server.Trouble(); }),
       range_(parts.State, parts.Store),
       sources_(parts.State, parts.Devices, parts.Store),
-      bandPlan_(parts.User) {
+      bandPlan_(parts.User),
+      change_({.Cycle = parts.Cycle,
+               .Sources = sources_,
+               .Chosen = [this] { ShowSettings(), TakeChosenWay(); },
+               .Start = [this] { StartButton_Click(); }}) {
   setObjectName("frmPan");
   setWindowTitle(QString("Spectrino V%1").arg(QCoreApplication::applicationVersion()));
   setMinimumSize(727, 345);
   Compose();
   ConnectHeader();
   ConnectStrip();
-  tuning_ =
-      std::make_unique<TuningInput>(TuningInput::Parts{.State = parts_.State,
-                                                       .Cycle = parts_.Cycle,
-                                                       .Links = links_,
-                                                       .Display = parts_.Display,
-                                                       .Time = parts_.Time,
-                                                       .Window = *this,
-                                                       .Scope = scope_,
-                                                       .Strip = strip_,
-                                                       .Header = header_,
-                                                       .ZoomChanged = [this] { view_->ShowScaleChange(); },
-                                                       .LevelsChanged =
-                                                           [this] {
-                                                             range_.Changed();
-                                                             view_->ShowScaleChange();
-                                                           },
-                                                       .AutoLevel =
-                                                           [this] {
-                                                             if (!parts_.State.Settings.AutoLevel)
-                                                               strip_->ToggleAutoLevel();
-                                                           }});
+  tuning_ = std::make_unique<TuningInput>(
+      TuningInput::Parts{.State = parts_.State,
+                         .Cycle = parts_.Cycle,
+                         .Links = links_,
+                         .Display = parts_.Display,
+                         .Time = parts_.Time,
+                         .Window = *this,
+                         .Scope = scope_,
+                         .Strip = strip_,
+                         .Header = header_,
+                         .ZoomChanged = [this] { view_->ShowScaleChange(); },
+                         .LevelsChanged =
+                             [this] {
+                               range_.Changed();
+                               view_->ShowScaleChange();
+                             },
+                         .AutoLevel =
+                             [this] {
+                               if (!parts_.State.Settings.AutoLevel) strip_->ToggleAutoLevel();
+                             },
+                         .InsetPlaced = [this](InsetPlace place) { PlaceInset(place); }});
   view_ = std::make_unique<PanView>(PanView::Parts{.State = parts_.State,
                                                    .Cycle = parts_.Cycle,
                                                    .Links = links_,
@@ -123,15 +127,8 @@ void frmPan::Compose() {
     if (std::exchange(parts_.State.ResizeInProgress, false)) kits_.PauseLines(false, isMinimized());
     parts_.Cycle.UpdateScale();
   });
-  auto* escape = new QShortcut(Qt::Key_Escape, this);
-  connect(escape, &QShortcut::activated, this, [this] {
-    // An open list or menu is what Esc closes first.
-    if (QWidget* popup = QApplication::activePopupWidget())
-      popup->close();
-    else
-      ToggleFullScreen();
-  });
   stance_ = std::make_unique<WindowStance>(*this, *header_, *strip_, *cmdFold_);
+  new KeyTips(*this);
 }
 
 void frmPan::ConnectHeader() {
@@ -141,12 +138,12 @@ void frmPan::ConnectHeader() {
     parts_.Devices.InitDevices();
     ShowDevices();
   });
-  connect(header_, &HeaderPanel::DevicesBox_Click, this, &frmPan::DevicesBox_Click);
+  connect(header_, &HeaderPanel::DevicesBox_Click, &change_, &SourceChange::Choose);
   connect(header_, &HeaderPanel::cmdFullScreen_Click, this, &frmPan::ToggleFullScreen);
   connect(header_, &HeaderPanel::cmdSetup_Click, this, &frmPan::cmdSetup_Click);
   connect(header_, &HeaderPanel::cmdHelp_Click, this, [this] {
     if (const std::string problem = OpenManual({}); !problem.empty())
-      parts_.User.ShowMessage("Spectrino", problem, Severity::Exclamation);
+      parts_.User.ShowMessage("Spectrino", problem, Severity::Exclamation, ManualCure(problem));
   });
   connect(header_, &HeaderPanel::chkTop_Click, this, &frmPan::AlwaysOnTop);
 }
@@ -224,6 +221,14 @@ void frmPan::ShowSettings() {
   view_->ShowAll();
 }
 
+void frmPan::PlaceInset(InsetPlace place) {
+  parts_.State.Settings.InsetPlace = static_cast<int>(place);
+  SetupSection(parts_.Store).Write(key::kInsetPlace, static_cast<int>(place));
+  view_->ApplyOptions();
+  parts_.Cycle.UpdateScale();
+  scope_->update();
+}
+
 // The links that live beside runs are those that the settings name.
 void frmPan::TakeChosenWay() {
   kits_.WayChosen(RowOf(parts_.State.Settings.Control).Way);
@@ -239,6 +244,7 @@ void frmPan::cmdSetup_Click() {
                                    .Cat = parts_.Cat},
                                   parts_.Cycle.Running() || parts_.Cycle.Starting(), this);
   connect(dialog, &frmSetupPan::WayChosen, this, [this](CatWay way) { kits_.WayChosen(way); });
+  connect(dialog, &frmSetupPan::FirstStepsWanted, this, &frmPan::FirstStepsWanted, Qt::QueuedConnection);
   // The input of a demo or a recording stays for this run unless another source was chosen.
   connect(dialog, &QDialog::finished, this, [this, dialog](int result) {
     if (result == QDialog::Accepted && dialog->SourceChanged()) sources_.Stored();
@@ -255,13 +261,8 @@ void frmPan::ShowDevices() {
   header_->ShowDevices(names, shown.Current);
 }
 
-void frmPan::DevicesBox_Click(int index) {
-  if (parts_.Cycle.Running() || parts_.Cycle.Starting() || !sources_.Choose(index)) return;
-  ShowSettings();
-  TakeChosenWay();
-}
-
 void frmPan::StartButton_Click() {
+  change_.Forget();
   // A dialog that was cancelled left that of a choice which was not stored.
   TakeChosenWay();
   header_->ShowRunning(false, true);
@@ -269,6 +270,7 @@ void frmPan::StartButton_Click() {
 }
 
 void frmPan::StopButton_Click() {
+  change_.Forget();
   parts_.Cycle.Stop();
   RunningChanged();
 }
@@ -286,10 +288,12 @@ void frmPan::RunningChanged() {
   kits_.RunChanged(running, parts_.Cycle.View().Way.Source);
   tuning_->RunChanged(running);
   if (running && !passTimer_.isActive()) passTimer_.start(0);
+  change_.RunChanged();
   view_->ShowRunState();
 }
 
 void frmPan::closeEvent(QCloseEvent* event) {
+  change_.Forget();
   parts_.Cycle.Stop();
   passTimer_.stop();
   SavePlace(*this, parts_.Store);

@@ -18,6 +18,7 @@
 #include "app/PanView.h"
 #include "app/RangeKeeper.h"
 #include "app/SourceBox.h"
+#include "app/SourceChange.h"
 #include "app/TuningInput.h"
 #include "app/WindowStance.h"
 #include "display/PanDisplay.h"
@@ -61,6 +62,8 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void cmdSetup_Click();
   void StartButton_Click();
   void StopButton_Click();
+  /// Another source; a run that is on goes over to it.
+  [[nodiscard]] SourceChange& Change() { return change_; }
   void ToggleFullScreen() override { stance_->ToggleFullScreen(); }
   void AlwaysOnTop(bool on) override;
   void AllowOnTop(bool allow) override;
@@ -71,6 +74,9 @@ class frmPan final : public QMainWindow, public WindowCommands {
   /// Called whenever settings were read or a source was chosen, before anything is opened with them.
   std::function<void(const PanSettings&)> SettingsChosen;
 
+ signals:
+  void FirstStepsWanted();
+
  protected:
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
@@ -80,11 +86,11 @@ class frmPan final : public QMainWindow, public WindowCommands {
   void Compose();
   void ConnectHeader();
   void ConnectStrip();
-  void DevicesBox_Click(int index);
   void RunPass();
   void RunningChanged();
   void ShowSettings();
   void TakeChosenWay();
+  void PlaceInset(InsetPlace place);
 
   Parts parts_;
   KitNews kits_;
@@ -94,6 +100,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
   RangeKeeper range_;
   SourceBox sources_;
   BandPlanFile bandPlan_;
+  SourceChange change_;
   HeaderPanel* header_;
   ScopeWidget* scope_;
   RangePanel* strip_;

@@ -83,6 +83,8 @@ int RunWindow(QApplication& application, Program& program, const CommandLine& li
   if (line.Start) {
     QTimer::singleShot(0, &program.Window(), [&] { program.Window().StartButton_Click(); });
   }
+  if (program.WantsFirstSteps(line))
+    QTimer::singleShot(0, &program.Window(), [&] { emit program.Window().FirstStepsWanted(); });
   if (line.QuitAfterSeconds)
     QTimer::singleShot(static_cast<int>(*line.QuitAfterSeconds * 1000), &application, end);
   const int status = QApplication::exec();

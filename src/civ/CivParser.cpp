@@ -18,6 +18,8 @@ void StoreFrequency(std::string_view data, CivState& state, IcomPanelView&) {
 void StoreMode(std::string_view data, CivState& state, IcomPanelView&) {
   const auto modeByte = BcdNumber(data.substr(0, 2));
   if (!modeByte) return;
+  // Each mode has widths of its own.
+  if (state.IcomModeText != data.substr(0, 2)) state.FilterNumber = -1;
   state.IcomModeText = data.substr(0, 2);
   const IcomMode* mode = FindIcomMode(*modeByte);
   if (mode == nullptr) return;
@@ -111,6 +113,7 @@ constexpr auto kCivRows = std::to_array<CivRow>({
     {"1641", 2, TellFunction<3>},
     {"1665", 2, TellFunction<5>},
     {"19", 4, StoreIdentity},
+    {"1A03", 2, StoreByte<&CivState::FilterNumber>},
     {"1A07", 2, TellFunction<5>},
     {"1C00", 2, StoreTransmitting},
     {"2700", 6, TakeWave},

@@ -18,6 +18,7 @@ struct CivState {
   int AfLevel = 0;
   int SqlLevel = 0;
   int AgcSetting = 0;
+  int FilterNumber = -1;  ///< of 1A 03, its width in the mode that the radio is in; -1: not told
   bool Transmitting = false;
   std::string RadioId;               ///< two hex characters; empty until the radio told
   std::uint64_t IdentitySerial = 0;  ///< counts up each time that it told

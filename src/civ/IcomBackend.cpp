@@ -6,6 +6,7 @@
 #include <string>
 
 #include "bandplan/Bands.h"
+#include "civ/IcomFilters.h"
 #include "civ/IcomModels.h"
 #include "state/Val.h"
 
@@ -19,6 +20,26 @@ void IcomBackend::Refresh(RadioState& radio) {
   radio.Transmitting = state_.Transmitting;
   radio.RadioMode = IcomModeCode(state_.RadioModeIndex);
   radio.Teletype = true;
+  radio.MainBandwidthHz = IcomFilterHz(radio.RadioMode, state_.FilterNumber);
+}
+
+FilterReach IcomBackend::FilterReachOf(Vfo receiver) const {
+  const int radioMode = IcomModeCode(state_.RadioModeIndex);
+  return {.Width = receiver == Vfo::A && IcomFilterHz(radioMode, state_.FilterNumber) > 0};
+}
+
+void IcomBackend::ChangeBandwidth(Vfo receiver, int deltaHz) {
+  if (!FilterReachOf(receiver).Width) return;
+  const int radioMode = IcomModeCode(state_.RadioModeIndex);
+  // What it told last is what was asked last, or somebody turned it there.
+  if (IcomFilterNumber(radioMode, askedHz_) != askedNumber_ || state_.FilterNumber != askedNumber_)
+    askedHz_ = IcomFilterHz(radioMode, state_.FilterNumber);
+  askedHz_ = std::max(50.0, askedHz_ + deltaHz);
+  askedNumber_ = IcomFilterNumber(radioMode, askedHz_);
+  if (askedNumber_ == state_.FilterNumber) return;
+  // Shown as it was asked for; the radio's answer to the question behind it corrects that.
+  state_.FilterNumber = askedNumber_;
+  commands_.SetIcomFilterNumber(askedNumber_);
 }
 
 void IcomBackend::SetFrequency(Vfo /*vfo*/, double freqMHz, Aim /*aim*/) {

@@ -33,6 +33,9 @@ class IcomBackend final : public RigBackend {
   bool Transmit(bool on) override;
   /// Command, sub-command and data as hexadecimal digits; blanks between them are skipped.
   void SendMacro(std::string_view text) override;
+  /// The width, once the radio told it.
+  [[nodiscard]] FilterReach FilterReachOf(Vfo receiver) const override;
+  void ChangeBandwidth(Vfo receiver, int deltaHz) override;
   /// A third of the scope's span from the plot's centre.
   void StepFrequency(int direction, double centreMHz) override;
 
@@ -42,6 +45,8 @@ class IcomBackend final : public RigBackend {
   IcomCommands& commands_;
   SettingsStore& store_;
   BandMemory& memory_;
+  double askedHz_ = 0;  ///< width that steps count on from: the radio's own are coarser
+  int askedNumber_ = -1;
 };
 
 }  // namespace spectrino

@@ -147,9 +147,17 @@ void IcomCommands::AskPanelState(int index) {
                                                   {"14", "01"},
                                                   {"14", "03"},
                                                   {"27", "1900"},
-                                                  {"27", "1A00"}}};
+                                                  {"27", "1A00"},
+                                                  {"1A", "03"}}};
   const Function& one = asked[static_cast<std::size_t>(index % kPanelStates)];
   if (!one.Command.empty()) sender_.SendCiv(one.Command, one.SubCommand, "?");
+}
+
+// 1A 03 | number of the width, BCD; then the question
+void IcomCommands::SetIcomFilterNumber(int number) {
+  if (number < 0 || number > 49) return;
+  sender_.SendCiv("1A", "03", std::to_string(number / 10) + std::to_string(number % 10));
+  sender_.SendCiv("1A", "03", "?");
 }
 
 void IcomCommands::chkMEM_Click(bool checked) {

@@ -35,6 +35,9 @@ class IcomCommands {
   /// entry: 0..9 of cboSpan, half spans from 2.5 kHz to 2.5 MHz.
   void SetIcomSpan(int entry);
 
+  /// number: of IcomFilters. Read back at once.
+  void SetIcomFilterNumber(int number);
+
   // The controls. Those that the parser moves do nothing while it does.
 
   /// index: 0 preamplifier, 1 noise blanker, 2 noise reduction, 3 automatic notch, 4 attenuator, 5 IP+.
@@ -66,8 +69,9 @@ class IcomCommands {
 
   // What the operator changed at the radio itself.
 
-  /// How many states of the panel the radio can be asked for, one at a time: functions, AGC, levels, sweep.
-  static constexpr int kPanelStates = 11;
+  /// How many states of the panel the radio can be asked for, one at a time: functions, AGC, levels, sweep,
+  /// the filter's width.
+  static constexpr int kPanelStates = 12;
   /// index: counts on through them. What a model does not have is not asked for.
   void AskPanelState(int index);
 

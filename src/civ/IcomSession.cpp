@@ -84,8 +84,9 @@ bool IcomSession::ReadAddresses() {
   if (state.ControllerAddress.size() != 2) state.ControllerAddress = "E0";
   state.RadioAddress = Address(setup, key::kIcAddress);
   if (state.RadioAddress.size() == 2) return true;
-  parts_.User.ShowStatus("Enter the radio's CI-V address, for example 94, in Setup.");
-  parts_.User.ShowMessage("Spectrino", "COM/ICOM ERROR", Severity::Critical);
+  const char* const cure = "Enter the radio's CI-V address, for example 94, in Setup.";
+  parts_.User.ShowStatus(cure);
+  parts_.User.ShowMessage("Spectrino", "COM/ICOM ERROR", Severity::Critical, Cure::OpenSetup(cure));
   return false;
 }
 

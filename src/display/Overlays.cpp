@@ -80,8 +80,9 @@ QRect DrawHover(const OverlayPen& pen, const HoverLine& line, const std::string&
   if (line.Within.width() > 2 * (width + 2 * room) && line.Within.height() > strip.height())
     strip = {line.Within.topLeft(), QSize(line.Within.width(), strip.height())};
   const int least = strip.left() + layout.Px(2);
+  const int most = strip.left() + strip.width() - layout.Px(2) - width;
   int left = x + layout.LineWidth() + room;
-  if (left + width > strip.left() + strip.width() - layout.Px(2)) left = std::max(least, x - room - width);
+  if (left > most) left = std::max(least, std::min(most, x - room - width));
   const QRect box(left, strip.top(), width, strip.height());
   pen.Painter.setFont(font);
   DrawVeiled(pen, box, shown, ColourIndex::Cursor);
@@ -105,7 +106,7 @@ QRect DrawStopped(const OverlayPen& pen, std::chrono::system_clock::time_point l
   const PlotLayout& layout = pen.Layout;
   QColor veil(ColourAt(pen.Colours, ColourIndex::Background));
   veil.setAlphaF(kStoppedVeil);
-  pen.Painter.fillRect(0, 0, layout.Width, layout.Height, veil);
+  pen.Painter.fillRect(0, 0, layout.PictureWidth, layout.Height, veil);
   const TextCache::Entry& text = pen.Texts.Get("Last line " + SecondText(lastLineUtc) + " UTC", font);
   // Below the information line and the pointer's text, and at the right: in a low plot a long status text
   // stands as high as this, from the left.

@@ -10,6 +10,7 @@
 #include "display/Colours.h"
 #include "display/Overlays.h"
 #include "display/RowKernels.h"
+#include "display/StatusPainter.h"
 
 namespace spectrino {
 namespace {
@@ -47,7 +48,14 @@ void PanDisplay::LayOut() {
   const int height = static_cast<int>(std::lround(logicalSize_.height() * ratio));
   PlotMargins margins = MarginsFor(basis_.LabelFont, ratio);
   if (!basis_.Plan.Empty()) margins.Strip = BandStripHeight(logicalSize_.height(), ratio);
-  layout = LayoutPlot(width, height, ratio, options.WaterfallSel, margins);
+  bareLayout_ = layout = LayoutPlot(width, height, ratio, options.WaterfallSel, margins);
+  if (inset_.Shown()) {
+    const InsetRoom room = RoomForInset(options.Inset, bareLayout_);
+    margins.Beside = room.Beside;
+    margins.Above = room.Above;
+    layout = LayoutPlot(width, height, ratio, options.WaterfallSel, margins);
+    layout.Inset = room.Place;
+  }
   traces_.Fit(layout.PlotWidth);
   basis_.Scale.Geometry.PlotWidth = layout.PlotWidth;
   waterfall_.SetEmptyColour(ColourAt(options.Colours, ColourIndex::Background));
@@ -77,7 +85,9 @@ void PanDisplay::SetInfoText(std::string text) {
 }
 
 void PanDisplay::SetStatus(StatusArea area, double lowMHz, double highMHz) {
+  const bool shown = inset_.Shown();
   if (inset_.Set(std::move(area), lowMHz, highMHz)) allChanged_ = true;
+  if (inset_.Shown() != shown) LayOut();
 }
 
 void PanDisplay::SetStopped(std::optional<std::chrono::system_clock::time_point> lastLineUtc) {
@@ -89,6 +99,18 @@ void PanDisplay::SetStopped(std::optional<std::chrono::system_clock::time_point>
 void PanDisplay::SetHover(std::optional<QPointF> logical) {
   if (logical == hover_) return;
   hover_ = logical;
+  allChanged_ = true;
+}
+
+void PanDisplay::SetPointerNote(std::string note) {
+  if (note == pointerNote_) return;
+  pointerNote_ = std::move(note);
+  allChanged_ = true;
+}
+
+void PanDisplay::ShowInsetTarget(std::optional<InsetPlace> place) {
+  if (place == insetTarget_) return;
+  insetTarget_ = place;
   allChanged_ = true;
 }
 
@@ -145,7 +167,7 @@ QRegion PanDisplay::Prepare() {
   // A mini-pan came under a pointer that rests, or left it.
   const HoverLine hoverLine = hover_ ? At(*hover_).Line() : HoverLine{};
   if (std::exchange(hoverLine_, hoverLine) != hoverLine) allChanged_ = true;
-  if (std::exchange(allChanged_, false)) return QRect(0, 0, layout.Width, layout.Height);
+  if (std::exchange(allChanged_, false)) return QRect(0, 0, layout.PictureWidth, layout.Height);
   changed += inset;
   if (lineAdded) changed += QRect(0, layout.WaterfallTop, layout.Width, layout.WaterfallHeight);
   if (hover_ && (lineAdded || !inset.isEmpty())) changed += HoverStrip(layout, basis_.TextHeight);
@@ -153,7 +175,7 @@ QRegion PanDisplay::Prepare() {
 }
 
 PlotPointer PanDisplay::At(QPointF logical) {
-  return {logical * basis_.Layout.Scale, basis_, traces_, waterfall_, inset_};
+  return {logical * basis_.Layout.Scale, basis_, traces_, waterfall_, inset_, markers_};
 }
 
 QColor PanDisplay::BackgroundColour() const {
@@ -184,12 +206,14 @@ void PanDisplay::UpdatePlot() {
 void PanDisplay::Paint(QPainter& painter) {
   UpdatePlot();
   const PlotLayout& layout = basis_.Layout;
-  if (layout.Width <= 0 || layout.Height <= 0) return;
+  if (layout.PictureWidth <= 0 || layout.Height <= 0) return;
   painter.save();
   // One of our pixels is one of the device's: nothing is scaled, hairlines stay sharp.
   const double ratio = painter.device()->devicePixelRatioF();
   painter.scale(1 / ratio, 1 / ratio);
   BlitImage(painter, QPoint(0, 0), tracePainter_.Picture(), tracePainter_.Picture().rect());
+  if (layout.PictureWidth > layout.Width)
+    painter.fillRect(layout.Width, 0, layout.PictureWidth - layout.Width, layout.Height, BackgroundColour());
   if (layout.WaterfallHeight > 0) {
     waterfall_.Draw(painter, 0, layout.WaterfallTop);
     painter.fillRect(layout.PlotWidth, layout.WaterfallTop, layout.LabelMargin, layout.WaterfallHeight,
@@ -218,6 +242,7 @@ void PanDisplay::PaintOverlays(QPainter& painter) {
     DrawInfo(pen, infoText_, basis_.TextFont);
   }
   PaintHover(pen);
+  if (insetTarget_) DrawInsetTarget(pen, InsetOutline(*insetTarget_, basis_.Layout));
 }
 
 void PanDisplay::PaintHover(const OverlayPen& pen) {
@@ -225,7 +250,10 @@ void PanDisplay::PaintHover(const OverlayPen& pen) {
   const PlotPointer pointer = At(*hover_);
   const HoverLine line = pointer.Line();
   if (line != hoverLine_) allChanged_ = true;  // painted later than asked for
-  if (pointer.Column()) DrawHover(pen, line, pointer.Text(), basis_.TextFont);
+  std::string text = pointer.OnPicture() ? pointer.Text() : std::string();
+  if (!text.empty() && !pointerNote_.empty()) text += "  ";
+  text += pointerNote_;
+  if (!text.empty()) DrawHover(pen, line, text, basis_.TextFont);
 }
 
 }  // namespace spectrino

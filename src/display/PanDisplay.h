@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "display/FrameTraces.h"
+#include "display/InsetPlace.h"
 #include "display/Legend.h"
 #include "display/MarkerPainter.h"
 #include "display/PlotBasis.h"
@@ -43,6 +44,10 @@ class PanDisplay : public FrameSink {
   void SetStatus(StatusArea area, double lowMHz, double highMHz);
   /// Pointer position in logical pixels; nothing while it is outside.
   void SetHover(std::optional<QPointF> logical);
+  /// What the pointer would take hold of, told beside it; empty: nothing.
+  void SetPointerNote(std::string note);
+  /// Outlines where the inset would go while it is carried.
+  void ShowInsetTarget(std::optional<InsetPlace> place);
   /// The picture is no longer live: dimmed, with the time of its last line, until nothing is given.
   void SetStopped(std::optional<std::chrono::system_clock::time_point> lastLineUtc);
   /// While set, new waterfall lines are half as bright.
@@ -67,6 +72,8 @@ class PanDisplay : public FrameSink {
   [[nodiscard]] PlotPointer At(QPointF logical);
   [[nodiscard]] QColor BackgroundColour() const;
   [[nodiscard]] const PlotLayout& Layout() const { return basis_.Layout; }
+  /// As it would be without the inset.
+  [[nodiscard]] const PlotLayout& BareLayout() const { return bareLayout_; }
   /// Of the newest frame or scale, whichever came last.
   [[nodiscard]] const FrameGeometry& Geometry() const { return basis_.Scale.Geometry; }
   [[nodiscard]] const ScaleLines& Scale() const { return scalePainter_.Lines(); }
@@ -81,10 +88,13 @@ class PanDisplay : public FrameSink {
 
   QSize logicalSize_;
   PlotBasis basis_;
+  PlotLayout bareLayout_;
   std::vector<PlotMarker> markers_;
   std::string infoText_;
   std::optional<QPointF> hover_;  ///< logical pixels
-  HoverLine hoverLine_;           ///< as it was when a repaint was asked for last
+  std::string pointerNote_;
+  std::optional<InsetPlace> insetTarget_;
+  HoverLine hoverLine_;  ///< as it was when a repaint was asked for last
   bool transmitting_ = false;
   std::optional<std::chrono::system_clock::time_point> stoppedAt_;
 

@@ -18,9 +18,10 @@ struct DisplayOptions {
   bool Fill = true;
   bool SubD = false;
   bool MHz = true;
-  int WaterfallSel = 0;   ///< 0 off, 1 one eighth, 2 a quarter, 3 half
-  bool WFFollow = false;  ///< older waterfall lines stay at their frequencies
-  bool WFLive = true;     ///< the waterfall takes the newest levels instead of the trace's
+  int WaterfallSel = 0;                     ///< 0 off, 1 one eighth, 2 a quarter, 3 half
+  bool WFFollow = false;                    ///< older waterfall lines stay at their frequencies
+  bool WFLive = true;                       ///< the waterfall takes the newest levels instead of the trace's
+  InsetPlace Inset = InsetPlace::OverPlot;  ///< of the status inset
 
   WaterfallLook Waterfall{};
 

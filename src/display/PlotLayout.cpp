@@ -17,7 +17,7 @@ void LayoutWaterfall(PlotLayout& layout, int waterfallSel) {
   const int usable = std::max(0, layout.Height - layout.TopMargin);
   layout.WaterfallHeight = static_cast<int>(std::lround(usable / divisor));
   layout.WaterfallTop = layout.Height - layout.WaterfallHeight;
-  const int highest = layout.Px(kHighestWaterfallTop);
+  const int highest = layout.RowAbove + layout.Px(kHighestWaterfallTop);
   if (layout.WaterfallTop >= highest) return;
   layout.WaterfallTop = std::min(highest, layout.Height);
   layout.WaterfallHeight = layout.Height - layout.WaterfallTop;
@@ -27,10 +27,12 @@ void LayoutWaterfall(PlotLayout& layout, int waterfallSel) {
 
 PlotLayout LayoutPlot(int width, int height, double scale, int waterfallSel, const PlotMargins& margins) {
   PlotLayout layout;
-  layout.Width = std::max(0, width);
+  layout.PictureWidth = std::max(0, width);
+  layout.Width = std::max(0, width - margins.Beside);
   layout.Height = std::max(0, height);
   layout.Scale = scale;
-  layout.TopMargin = margins.Top;
+  layout.RowAbove = margins.Above;
+  layout.TopMargin = margins.Above + margins.Top;
   layout.LabelMargin = std::min(margins.Label, layout.Width);
   LayoutWaterfall(layout, waterfallSel);
   layout.StripHeight = margins.Strip;

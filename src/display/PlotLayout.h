@@ -13,12 +13,20 @@ struct PlotMargins {
   int Gap = 16;    ///< between plot and waterfall: the frequency labels
   int Strip = 0;   ///< above them: the band plan
   int Label = 36;  ///< LabelMargin: dB labels; times and palette beside the waterfall
+  int Beside = 0;  ///< a column at the right edge that is neither plot nor labels
+  int Above = 0;   ///< a row of that kind at the top
 };
 
+/// Of the radio's status inset; as it is stored.
+enum class InsetPlace { Automatic, OverPlot, Beside, Above, OverWaterfall };
+
 struct PlotLayout {
-  int Width = 0;  ///< of the whole picture
+  int Width = 0;  ///< of plot and labels: the whole picture but for a column beside them
   int Height = 0;
-  double Scale = 1;  ///< device pixels per logical pixel
+  int PictureWidth = 0;                     ///< with that column
+  int RowAbove = 0;                         ///< height of a row over the whole width, part of TopMargin
+  InsetPlace Inset = InsetPlace::OverPlot;  ///< never Automatic
+  double Scale = 1;                         ///< device pixels per logical pixel
   int TopMargin = 0;
   int BottomMargin = 0;  ///< WaterfallHeight + gap + StripHeight
   int LabelMargin = 0;
@@ -39,7 +47,8 @@ struct PlotLayout {
 
 /// LayoutWaterfall, then the plot above it. width, height: the picture in device pixels. waterfallSel: 0 off,
 /// 1 one eighth, 2 a quarter, 3 half of the height below the top margin; any other value counts as off. The
-/// waterfall starts no higher than 100 logical pixels. Nothing gets negative, however small the picture.
+/// waterfall starts no higher than 100 logical pixels below a row above. Nothing gets negative, however small
+/// the picture.
 [[nodiscard]] PlotLayout LayoutPlot(int width, int height, double scale, int waterfallSel,
                                     const PlotMargins& margins);
 

@@ -17,8 +17,8 @@ int PlotPointer::WaterfallRow() const {
 
 std::optional<int> PlotPointer::Column() const {
   const PlotLayout& layout = basis_.Layout;
-  if (!basis_.Scale.Geometry.Valid() || at_.x() < 0 || at_.x() >= layout.PlotWidth || at_.y() < 0 ||
-      at_.y() >= layout.Height) {
+  if (!basis_.Scale.Geometry.Valid() || at_.x() < 0 || at_.x() >= layout.PlotWidth ||
+      at_.y() < layout.RowAbove || at_.y() >= layout.Height) {
     return std::nullopt;
   }
   return static_cast<int>(at_.x());
@@ -29,14 +29,24 @@ HoverLine PlotPointer::Line() const {
   const int x = static_cast<int>(at_.x());
   const MiniPanHit hit = MiniPan();
   if (hit.Part != MiniPanPart::None) return {x, hit.Picture.top(), hit.Picture.bottom() + 1, hit.Picture};
+  if (!Column()) return {x};
   return {x, layout.TopMargin, layout.WaterfallHeight > 0 ? layout.Height : layout.PlotBottom(), {}};
 }
 
+PlotFilterHit PlotPointer::Filter() const {
+  if (MiniPan().Part != MiniPanPart::None) return {};
+  return FilterGripAt(at_, basis_.Layout, basis_.Scale.Geometry, markers_);
+}
+
+bool PlotPointer::OnPicture() const {
+  return Column().has_value() || MiniPan().Part != MiniPanPart::None;
+}
+
 float PlotPointer::Level() const {
-  const auto column = Column();
-  if (!column) return kUndrawnLevel;
   const MiniPanHit hit = MiniPan();
   if (hit.Part != MiniPanPart::None) return hit.Level;
+  const auto column = Column();
+  if (!column) return kUndrawnLevel;
   const int row = WaterfallRow();
   return row >= 0 ? waterfall_.LevelAt(*column, row)
                   : traces_.Levels().Trace[static_cast<std::size_t>(*column)];
@@ -71,7 +81,8 @@ double PlotPointer::TuneFreqMHz() const {
   const PlotLayout& layout = basis_.Layout;
   const MiniPanHit hit = MiniPan();
   if (hit.Part != MiniPanPart::None) return hit.FreqMHz;
-  if (!basis_.Scale.FrequencyKnown || at_.x() < 0 || at_.x() >= layout.PlotWidth) return 0;
+  if (!basis_.Scale.FrequencyKnown || at_.x() < 0 || at_.x() >= layout.PlotWidth || at_.y() < layout.RowAbove)
+    return 0;
   const int row = WaterfallRow();
   if (row >= 0) return waterfall_.FrequencyAt(at_.x(), row);
   return basis_.Scale.Geometry.PixelToFrequency(at_.x(), at_.y(), layout.PlotBottom());

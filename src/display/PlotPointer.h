@@ -5,8 +5,10 @@
 
 #include <QPointF>
 #include <optional>
+#include <span>
 #include <string>
 
+#include "display/FilterGrips.h"
 #include "display/FrameTraces.h"
 #include "display/Overlays.h"
 #include "display/PlotBasis.h"
@@ -22,8 +24,8 @@ class PlotPointer {
  public:
   /// at: device pixels of the picture, inside it or not. All parts outlive this.
   PlotPointer(QPointF at, PlotBasis& basis, const FrameTraces& traces, const WaterfallImage& waterfall,
-              StatusInset& inset)
-      : at_(at), basis_(basis), traces_(traces), waterfall_(waterfall), inset_(inset) {}
+              StatusInset& inset, std::span<const PlotMarker> markers)
+      : at_(at), basis_(basis), traces_(traces), waterfall_(waterfall), inset_(inset), markers_(markers) {}
 
   /// Where a click tunes to, MHz: in plot or mini-pan, or in the waterfall to what stood there. 0 anywhere
   /// else, and while the radio's frequency is unknown.
@@ -33,13 +35,19 @@ class PlotPointer {
   /// The row of frequency labels, the column of level labels beside the plot.
   [[nodiscard]] PlotAxis Axis() const;
   [[nodiscard]] MiniPanHit MiniPan() const { return inset_.MiniPanAt(at_, basis_); }
+  /// A receiver's passband in the plot, where no mini-pan lies over it.
+  [[nodiscard]] PlotFilterHit Filter() const;
+  /// On what the status inset is taken elsewhere by.
+  [[nodiscard]] bool OnInsetGrip() const { return inset_.GripAt(at_, basis_); }
   /// x in plot or waterfall; nothing beside them.
   [[nodiscard]] std::optional<int> Column() const;
-  /// Where the pointer's line is drawn: over plot and waterfall, or within a mini-pan. Column() has a value.
+  /// In plot, waterfall or a mini-pan, wherever that stands.
+  [[nodiscard]] bool OnPicture() const;
+  /// Where the pointer's line is drawn: over plot and waterfall, or within a mini-pan. Only OnPicture().
   [[nodiscard]] HoverLine Line() const;
   /// The level shown there, in plot, mini-pan or waterfall; kUndrawnLevel where there is none.
   [[nodiscard]] float Level() const;
-  /// Frequency, level and the waterfall's time as the operator reads them. Column() has a value.
+  /// Frequency, level and the waterfall's time as the operator reads them. Only OnPicture().
   [[nodiscard]] std::string Text() const;
 
  private:
@@ -50,6 +58,7 @@ class PlotPointer {
   const FrameTraces& traces_;
   const WaterfallImage& waterfall_;
   StatusInset& inset_;
+  std::span<const PlotMarker> markers_;
 };
 
 }  // namespace spectrino

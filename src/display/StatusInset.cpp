@@ -10,7 +10,9 @@
 namespace spectrino {
 namespace {
 
-constexpr double kEdgeReach = 4;  // logical pixels
+// Logical pixels.
+constexpr double kEdgeReach = 4;
+constexpr double kGripReach = 2;
 
 MiniPanPart PartAt(double x, double low, double high, double scale) {
   const double outside = kEdgeReach * scale;
@@ -84,6 +86,13 @@ QRegion StatusInset::TakeChanged(PlotBasis& basis) {
   QRegion changed = std::exchange(drawn_, box);
   if (!std::exchange(changed_, false) && changed == drawn_) return {};
   return changed += box;
+}
+
+bool StatusInset::GripAt(QPointF at, PlotBasis& basis) {
+  if (!area_.Shown) return false;
+  const int reach = basis.Layout.Px(kGripReach);
+  const QRect& grip = Places(basis).Grip;
+  return !grip.isEmpty() && grip.adjusted(-reach, -reach, reach, reach).contains(at.toPoint());
 }
 
 MiniPanHit StatusInset::MiniPanAt(QPointF at, PlotBasis& basis) {

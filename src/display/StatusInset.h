@@ -32,6 +32,7 @@ class StatusInset {
   /// An area that is not Shown draws nothing. lowMHz, highMHz: the tuned signal, which the inset must not
   /// hide. Returns whether what stands outside the inset changes as well: the span's texts.
   bool Set(StatusArea area, double lowMHz, double highMHz);
+  [[nodiscard]] bool Shown() const { return area_.Shown; }
   /// Sizes, fonts or the geometry are others than before.
   void BasisMoved() { placesStale_ = true; }
   /// The colours are.
@@ -42,6 +43,7 @@ class StatusInset {
   /// Where it was drawn since the last call and where it stands, if it was set or moved; else nothing. Asked
   /// for with every repaint, a whole one too: a place that is forgotten stays on the screen.
   [[nodiscard]] QRegion TakeChanged(PlotBasis& basis);
+  [[nodiscard]] bool GripAt(QPointF at, PlotBasis& basis);
   /// Edges reach a few pixels to both sides; a narrow passband keeps its middle.
   [[nodiscard]] MiniPanHit MiniPanAt(QPointF at, PlotBasis& basis);
 

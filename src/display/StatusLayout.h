@@ -35,11 +35,12 @@ struct StatusPlaces {
   InsetSide Side = InsetSide::None;  ///< of the texts; None: there is no inset
   QRect Texts;
   std::vector<StatusRow> Rows;
+  QRect Grip;  ///< by which the inset is taken elsewhere
   MiniPanPlace Main;
   MiniPanPlace Sub;
 
   /// All that the inset covers; empty when there is no room for one.
-  [[nodiscard]] QRect Bounds() const { return Texts.united(Main.Box).united(Sub.Box); }
+  [[nodiscard]] QRect Bounds() const { return Texts.united(Grip).united(Main.Box).united(Sub.Box); }
 };
 
 /// The texts stand on the side with more room beside the tuned signal, no wider than that room, the mini-pans

@@ -32,6 +32,15 @@ std::vector<float> Columns(const std::vector<float>& levels, int columns) {
   return strongest;
 }
 
+/// Two columns of dots.
+void DrawGrip(const OverlayPen& pen, const QRect& grip) {
+  const int dot = pen.Layout.Px(2);
+  for (int column = 0; column < 2; ++column)
+    for (int row = 0; row < 3; ++row)
+      pen.Painter.fillRect(grip.left() + dot * (1 + 2 * column), grip.top() + dot * 2 * row + dot / 2, dot,
+                           dot, QColor(status_colour::kQuiet));
+}
+
 /// The bar, its nine ticks up to S9, one every six units, and their names where there is room below.
 void DrawMeter(const OverlayPen& pen, const QRect& bar, double share, const QFont* labelFont) {
   pen.Painter.fillRect(bar, QColor(0x1d, 0x23, 0x2b));
@@ -121,11 +130,19 @@ void DrawScaleEnds(const OverlayPen& pen, const StatusArea& area, const QFont& f
   pen.Painter.drawStaticText(pen.Layout.PlotWidth - right.Size.width() - pen.Layout.Px(4), y, right.Text);
 }
 
+void DrawInsetTarget(const OverlayPen& pen, const QRect& outline) {
+  QColor colour(status_colour::kAmber);
+  colour.setAlphaF(0.18F);
+  pen.Painter.fillRect(outline, colour);
+  pen.Painter.setPen(QPen(QColor(status_colour::kAmber), pen.Layout.Px(2)));
+  pen.Painter.drawRect(outline.adjusted(1, 1, -2, -2));
+}
+
 void DrawStatus(const OverlayPen& pen, const StatusPlaces& places, const StatusArea& area,
                 const QFont& font) {
   pen.Painter.setFont(font);
   QColor veil(ColourAt(pen.Colours, ColourIndex::Background));
-  veil.setAlphaF(0.72F);
+  veil.setAlphaF(pen.Layout.Inset == InsetPlace::OverWaterfall ? 0.86F : 0.72F);
   for (const QRect& rect : QRegion(places.Texts).united(places.Main.Box).united(places.Sub.Box))
     pen.Painter.fillRect(rect, veil);
   const int rowHeight = pen.Texts.Get("A", font).Size.height();
@@ -137,6 +154,7 @@ void DrawStatus(const OverlayPen& pen, const StatusPlaces& places, const StatusA
   }
   if (!places.Main.Box.isEmpty()) DrawMiniPan(pen, places.Main, area.Main, font);
   if (!places.Sub.Box.isEmpty()) DrawMiniPan(pen, places.Sub, area.Sub, font);
+  if (!places.Grip.isEmpty()) DrawGrip(pen, places.Grip);
 }
 
 }  // namespace spectrino

@@ -13,6 +13,9 @@ namespace spectrino {
 /// Half the span, left and right at the foot of the plot.
 void DrawScaleEnds(const OverlayPen& pen, const StatusArea& area, const QFont& font);
 
+/// Where the inset would go.
+void DrawInsetTarget(const OverlayPen& pen, const QRect& outline);
+
 /// Texts and mini-pans, on a veil of the background.
 void DrawStatus(const OverlayPen& pen, const StatusPlaces& places, const StatusArea& area, const QFont& font);
 

@@ -12,6 +12,10 @@ namespace {
 
 constexpr const char* kNotRunning =
     "                     LP-Bridge is not running.\nClose Spectrino, start LP-Bridge, then start Spectrino.";
+constexpr const char* kNotRunningCure =
+    "Started later it is followed too. If nothing of the kind tells your radio's frequency, choose another "
+    "CAT "
+    "Control in Setup.";
 constexpr double kMostHz = 99'999'999'999.0;
 constexpr double kMostBesideHz = 100e6;
 
@@ -80,7 +84,8 @@ void BridgeLink::Missed(const std::string& why) {
   user_.Log(LogArea::Host, why);
   // What it told last is no longer so.
   texts_ = {};
-  if (!std::exchange(answered_, true)) user_.ShowMessage("Spectrino", kNotRunning, Severity::Exclamation);
+  if (!std::exchange(answered_, true))
+    user_.ShowMessage("Spectrino", kNotRunning, Severity::Exclamation, Cure::OpenSetup(kNotRunningCure));
 }
 
 LinkHealth BridgeLink::Health() const {

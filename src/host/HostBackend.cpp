@@ -17,6 +17,8 @@ constexpr auto kSearchTime = 1000ms;
 constexpr auto kOwnServerTime = 3000ms;
 constexpr auto kLook = 5ms;
 constexpr auto kAgain = 100ms;
+constexpr auto kOwnCount = 2000ms;
+constexpr double kNarrowestHz = 50;
 constexpr std::string_view kPublisher = "Bexmora";
 
 }  // namespace
@@ -189,6 +191,38 @@ void HostBackend::SendMacro(std::string_view text) {
   if (radio.HostFound() && !radio.Client().IsReady())
     return parts_.User.ShowStatus("Not sent: Castelon has not told yet which radio it has.");
   radio.HostSendCommand(radio.State().SpeaksCiv ? HostCommandKind::CivHex : HostCommandKind::Text, text);
+}
+
+FilterReach HostBackend::FilterReachOf(Vfo receiver) const {
+  const HostRadio& host = parts_.Radio;
+  const bool main = receiver == Vfo::A;
+  // The shade in the plot is made of what is published.
+  if (RowOf(control_).Offset == OffsetRule::FixedCentre || !((main ? pan_.WidthHz : pan_.SubWidthHz) > 0))
+    return {};
+  const int radioMode = RadioModeOfHost(host.HostGetMode(receiver));
+  const bool shifts = main && radioMode != mode::kAm && radioMode != mode::kFm;
+  return {
+      .Width = host.SetsWidth(receiver),
+      .Shift = shifts && host.HostFound() && host.State().SetsIfShift && host.State().IfShiftHz.has_value()};
+}
+
+double HostBackend::StepOn(OwnValue& own, double toldHz, double deltaHz) {
+  const auto now = parts_.Time.Now();
+  const bool counting = own.Sent.time_since_epoch().count() != 0 && now - own.Sent < kOwnCount;
+  own = {(counting ? own.Hz : toldHz) + deltaHz, now};
+  return own.Hz;
+}
+
+void HostBackend::ChangeBandwidth(Vfo receiver, int deltaHz) {
+  if (!FilterReachOf(receiver).Width) return;
+  OwnValue& own = ownWidth_[receiver == Vfo::A ? 0 : 1];
+  own.Hz = std::max(kNarrowestHz, StepOn(own, parts_.Radio.State().Of(receiver).WidthHz, deltaHz));
+  parts_.Radio.HostSetWidth(own.Hz, receiver);
+}
+
+void HostBackend::ShiftPassband(Vfo receiver, int deltaHz) {
+  if (!FilterReachOf(receiver).Shift) return;
+  parts_.Radio.HostSetIfShift(StepOn(ownShift_, parts_.Radio.State().IfShiftHz.value_or(0), deltaHz));
 }
 
 }  // namespace spectrino

@@ -2,6 +2,7 @@
 // Looks for the host at Start and publishes what it tells; reading and setting are HostRadio's.
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <functional>
 #include <optional>
@@ -59,10 +60,22 @@ class HostBackend final : public RigBackend {
   bool Transmit(bool on) override;
   /// For an Icom hexadecimal digits, for others text; "FA" or "FB" with 11 digits for any.
   void SendMacro(std::string_view text) override;
+  /// As the radio behind the host can: the width of either VFO, the IF shift of VFO A.
+  [[nodiscard]] FilterReach FilterReachOf(Vfo receiver) const override;
+  void ChangeBandwidth(Vfo receiver, int deltaHz) override;
+  void ShiftPassband(Vfo receiver, int deltaHz) override;
 
  private:
   void Begin();
   void Publish();
+
+  /// What was asked for last: steps count on from it, since a radio that has widths of its own tells rounded
+  /// ones meanwhile.
+  struct OwnValue {
+    double Hz = 0;
+    std::chrono::steady_clock::time_point Sent{};
+  };
+  [[nodiscard]] double StepOn(OwnValue& own, double toldHz, double deltaHz);
 
   Parts parts_;
   CatControl control_ = CatControl::HostIf;
@@ -73,6 +86,8 @@ class HostBackend final : public RigBackend {
   std::uint64_t publishedSerial_ = 0;
   double publishedSubMHz_ = 0;
   int publishedMode_ = 0;
+  std::array<OwnValue, 2> ownWidth_;
+  OwnValue ownShift_;
 };
 
 }  // namespace spectrino

@@ -100,7 +100,7 @@ std::string HostIcomLink::ScopeOptions() const {
 }
 
 std::string HostIcomLink::HostIcomMode() const {
-  return std::string(CivModeOfWord(parts_.Radio.State().ModeWord));
+  return std::string(CivModeOfWord(parts_.Radio.State().Of(Vfo::A).ModeWord));
 }
 
 void HostIcomLink::SwitchScope(bool on) {

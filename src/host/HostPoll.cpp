@@ -27,7 +27,7 @@ void StoreVfo(const RigctldReply& reply, HostState& state) {
   if (const auto freq = reply.Value("Freq"); freq && Val(*freq) > 0) vfo.FreqHz = Val(*freq);
   if (const auto word = reply.Value("Mode")) {
     vfo.Mode = HostModeOfWord(*word);
-    if (Which == Vfo::A) state.ModeWord = *word;
+    vfo.ModeWord = *word;
     const bool shared = vfo.Mode == hostmode::kFsk || vfo.Mode == hostmode::kFskReverse;
     if (Which == Vfo::A && shared) state.DataFamily = IsDataWord(*word);
   }
@@ -61,6 +61,7 @@ struct ReadRow {
 constexpr std::size_t kMain = 0;
 constexpr std::size_t kSub = 1;
 constexpr std::size_t kSubRx = 3;
+constexpr std::size_t kIfShift = 7;
 
 // VFO B of a radio that cannot address it would be read by switching over to it: nobody wants to hear that.
 constexpr auto kReads = std::to_array<ReadRow>({
@@ -84,7 +85,7 @@ bool Names(std::string_view line, std::string_view ability) {
 }  // namespace
 
 void HostPoll::Begin(HostReads reads, const RigctldReply& caps) {
-  static_assert(kReads.size() == kItems);
+  static_assert(kReads.size() == kItems && kReads[kIfShift].Argument == "IF");
   reads_ = reads;
   asked_.reset();
   soon_.reset();
@@ -103,6 +104,8 @@ void HostPoll::Begin(HostReads reads, const RigctldReply& caps) {
   if (reads == HostReads::Beside) asked_[kSub] = asked_[kSubRx] = false;
   state_.Model = caps.Value("Model name").value_or("");
   state_.ModelNumber = RoundToInt32(Val(caps.Value("Caps dump for model").value_or("0")));
+  state_.SetsMode = caps.Value("Can set Mode") == "Y";
+  state_.SetsIfShift = Names(caps.Value("Set level").value_or(""), "IF(");
   state_.SpeaksCiv = caps.Value("Mfg name") == "Icom";
   ++state_.Serial;
 }
@@ -116,6 +119,10 @@ void HostPoll::ReadSoon(Vfo vfo) {
   const std::size_t item = vfo == Vfo::A ? kMain : kSub;
   soon_[item] = asked_[item];
   next_ = std::min(next_, clock_.Now());
+}
+
+void HostPoll::ReadShiftSoon() {
+  soon_[kIfShift] = asked_[kIfShift];
 }
 
 void HostPoll::Rest(std::chrono::milliseconds time) {

@@ -43,6 +43,8 @@ class HostPoll {
   void Tick();
   /// This VFO's frequency was set: it is read next.
   void ReadSoon(Vfo vfo);
+  /// The filter was shifted: its place is read next.
+  void ReadShiftSoon();
   /// Something was said to the radio past the server: what it replies is not to be taken for an answer.
   void Rest(std::chrono::milliseconds time);
   /// How many reads were sent: what a later one tells is newer than anything before it.

@@ -197,6 +197,30 @@ void HostRadio::HostTransmit(bool on) {
   client_.Set({.Command = "set_ptt", .Arguments = on ? "1" : "0", .Of = Vfo::A, .Done = {}, .Slot = {}});
 }
 
+bool HostRadio::SetsWidth(Vfo vfo) const {
+  const HostVfo& told = state_.Of(vfo);
+  if (!hostFound_ || !state_.SetsMode || !(told.WidthHz > 0) || told.ModeWord.empty()) return false;
+  return vfo == Vfo::A ? !Stands(wantedMode_, vfo) : client_.TakesVfo();
+}
+
+void HostRadio::HostSetWidth(double widthHz, Vfo vfo) {
+  if (!SetsWidth(vfo) || !(widthHz > 0)) return;
+  client_.Set({.Command = "set_mode",
+               .Arguments = state_.Of(vfo).ModeWord + ' ' + HertzText(widthHz),
+               .Of = vfo,
+               .Done = [this, vfo](const RigctldReply*) { poll_.ReadSoon(vfo); },
+               .Slot = vfo == Vfo::A ? "width A" : "width B"});
+}
+
+void HostRadio::HostSetIfShift(double shiftHz) {
+  if (!hostFound_ || !state_.SetsIfShift) return;
+  client_.Set({.Command = "set_level",
+               .Arguments = "IF " + HertzText(shiftHz),
+               .Of = Vfo::A,
+               .Done = [this](const RigctldReply*) { poll_.ReadShiftSoon(); },
+               .Slot = "IF shift"});
+}
+
 void HostRadio::RememberBand() {
   if (hostFound_) bands_.Keep({HostGetFrequency(Vfo::A), HostGetMode(Vfo::A)});
 }

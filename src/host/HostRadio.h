@@ -70,6 +70,12 @@ class HostRadio {
   void HostSetMode(int hostMode, bool dataFamily);
   void HostSetSplit(bool on);
   void HostTransmit(bool on);
+  /// The filter's width in the mode that the VFO is in; a radio takes the nearest that it has. Nothing while
+  /// another mode is on its way.
+  void HostSetWidth(double widthHz, Vfo vfo);
+  [[nodiscard]] bool SetsWidth(Vfo vfo) const;
+  /// Of VFO A's filter from its usual place, Hz.
+  void HostSetIfShift(double shiftHz);
   /// "FA" or "FB" with 11 digits sets a frequency, whatever the radio; other text is for the radio itself.
   void HostSendCommand(HostCommandKind kind, std::string_view text);
   /// The CI-V address of the model that the host tells, two hex digits; empty where it is not known, and that

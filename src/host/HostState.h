@@ -29,6 +29,7 @@ struct HostVfo {
   double FreqHz = 0;  ///< 0 while unknown
   int Mode = hostmode::kUnknown;
   double WidthHz = 0;
+  std::string ModeWord;    ///< Hamlib's
   std::uint64_t Read = 0;  ///< which read told it: counted in the order they were sent
 
   bool operator==(const HostVfo&) const = default;
@@ -36,7 +37,6 @@ struct HostVfo {
 
 struct HostState {
   std::array<HostVfo, 2> Vfos;  ///< A, B
-  std::string ModeWord;         ///< Hamlib's, of VFO A
   int Split = 0;
   int SubRx = 0;
   bool Transmitting = false;
@@ -45,9 +45,11 @@ struct HostState {
   std::optional<double> PreampDb, AttenuatorDb, PitchHz;
   std::optional<double> IfShiftHz;  ///< of the filter, from its usual place
 
-  std::string Model;         ///< "IC-7300"; empty while unknown
-  int ModelNumber = 0;       ///< Hamlib's
-  bool SpeaksCiv = false;    ///< an Icom
+  std::string Model;       ///< "IC-7300"; empty while unknown
+  int ModelNumber = 0;     ///< Hamlib's
+  bool SpeaksCiv = false;  ///< an Icom
+  bool SetsMode = false;   ///< and with it the filter's width
+  bool SetsIfShift = false;
   std::uint64_t Serial = 0;  ///< grows with each change
 
   bool operator==(const HostState&) const = default;

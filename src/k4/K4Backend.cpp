@@ -113,6 +113,15 @@ int K4Backend::StepOn(OwnValue& own, int toldHz, int deltaHz) {
   return own.Hz;
 }
 
+FilterReach K4Backend::FilterReachOf(Vfo receiver) const {
+  const bool sub = receiver == Vfo::B;
+  const int radioMode = sub ? state_.SubRadioMode : state_.RadioMode;
+  return {.Width = (sub ? state_.FilterBwSubHz : state_.FilterBwMainHz) > 0,
+          .Shift = (sub ? state_.IfShiftSubHz : state_.IfShiftMainHz) > 0 && radioMode != mode::kAm &&
+                   radioMode != mode::kFm,
+          .MiddleStays = true};
+}
+
 // "BW" | "$" | bandwidth in tens of hertz, no leading zeros; then the question
 void K4Backend::ChangeBandwidth(Vfo receiver, int deltaHz) {
   const bool sub = receiver == Vfo::B;

@@ -44,6 +44,8 @@ class K4Backend final : public RigBackend {
   bool SetSplit(bool on) override;
   bool Transmit(bool on) override;
   void SendMacro(std::string_view text) override { sender_.SendK4(text); }
+  /// Both once the radio told them; a filter around an AM or FM carrier is not shifted.
+  [[nodiscard]] FilterReach FilterReachOf(Vfo receiver) const override;
   void ChangeBandwidth(Vfo receiver, int deltaHz) override;
   void ShiftPassband(Vfo receiver, int deltaHz) override;
   void StepSpan(int direction) override;

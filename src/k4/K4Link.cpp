@@ -15,7 +15,9 @@ constexpr int kGridStepDb = 20;
 bool K4Link::Open() {
   const K4ConnectOutcome outcome = session_.Start();
   if (outcome.Failed && !outcome.Message.empty()) {
-    user_.ShowMessage("Spectrino", outcome.Message, Severity::Critical);
+    user_.ShowMessage(
+        "Spectrino", outcome.Message, Severity::Critical,
+        Cure::OpenSetup("Compare the K4's address and its two ports with Setup, then press Start."));
   }
   return !outcome.Failed;
 }

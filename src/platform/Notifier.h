@@ -3,6 +3,8 @@
 
 #include <string_view>
 
+#include "platform/Cure.h"
+
 namespace spectrino {
 
 enum class Severity { Information, Exclamation, Critical };
@@ -14,7 +16,12 @@ class Notifier {
   virtual ~Notifier() = default;
   /// A message box. Never opened inside a pass of the run cycle: implementations queue it behind the pass.
   /// On the offscreen platform and in timed runs it goes to standard error instead and blocks nothing.
-  virtual void ShowMessage(std::string_view title, std::string_view text, Severity severity) = 0;
+  /// The cure stands below the text, with its button.
+  virtual void ShowMessage(std::string_view title, std::string_view text, Severity severity,
+                           const Cure& cure) = 0;
+  void ShowMessage(std::string_view title, std::string_view text, Severity severity) {
+    ShowMessage(title, text, severity, Cure{});
+  }
   /// One line in the window's status area; empty clears it.
   virtual void ShowStatus(std::string_view text) = 0;
   virtual void Log(LogArea area, std::string_view text) = 0;

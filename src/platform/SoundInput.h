@@ -18,6 +18,7 @@ struct SoundDevice {
   bool HasFormats = true;  ///< a device without any usable format is not listed
   int FixedRateHz = 0;     ///< the only rate it runs at; 0 when any may be asked for
   SourceKind Kind = SourceKind::SoundInput;
+  int UsualRateHz = 0;  ///< what it ran at when it was listed; 0 when that is not known
 };
 
 enum class BlockState {

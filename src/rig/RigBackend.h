@@ -31,6 +31,13 @@ struct ExactMode {
   bool operator==(const ExactMode&) const = default;
 };
 
+/// What of a receiver's filter a radio lets be set.
+struct FilterReach {
+  bool Width = false;
+  bool Shift = false;
+  bool MiddleStays = false;  ///< when the width changes, beside the dial too; else the edge at the dial stays
+};
+
 class RigBackend {
  public:
   virtual ~RigBackend() = default;
@@ -68,6 +75,8 @@ class RigBackend {
   /// A user's macro text, as it was typed. Nothing where there is no command channel.
   virtual void SendMacro(std::string_view text) = 0;
 
+  /// What of a receiver's filter can be set now, in its mode and from what is known of it.
+  [[nodiscard]] virtual FilterReach FilterReachOf(Vfo /*receiver*/) const { return {}; }
   /// Width and place of a receiver's filter, by so many hertz. Nothing where it cannot be set.
   virtual void ChangeBandwidth(Vfo /*receiver*/, int /*deltaHz*/) {}
   virtual void ShiftPassband(Vfo /*receiver*/, int /*deltaHz*/) {}

@@ -107,7 +107,8 @@ std::chrono::milliseconds RunCycle::Step() {
 void RunCycle::EndLostRun() {
   const std::string failure = start_.Source()->Failure();
   Stop();
-  parts_.User.ShowMessage("Spectrino", failure, Severity::Exclamation);
+  parts_.User.ShowMessage("Spectrino", failure, Severity::Exclamation,
+                          Cure::StartAgain("When that is put right, start again."));
 }
 
 // A look each millisecond for blocks 40 ms apart costs as much as drawing them.

@@ -73,7 +73,7 @@ bool RunStart::OpenRadio() {
     parts_.User.ShowMessage(
         "Spectrino",
         chosen_->Name + " cannot be reached by this version. Choose a sound input or the demo signal.",
-        Severity::Exclamation);
+        Severity::Exclamation, Cure::UseDemo({}));
     return false;
   }
   run_.Link = link;
@@ -92,7 +92,8 @@ bool RunStart::ReopenAudio() {
 
 bool RunStart::OpenAudio() {
   if (const auto error = FftLengthError(1 << run_.Plan.FftBits)) {
-    parts_.User.ShowMessage("Spectrino", *error, Severity::Exclamation);
+    parts_.User.ShowMessage("Spectrino", *error, Severity::Exclamation,
+                            Cure::OpenSetup("Choose another number of FFT bins in Setup."));
     return false;
   }
   const bool reconnect = SetupSection(parts_.Store).Read(key::kReconnect);
@@ -119,8 +120,10 @@ void RunStart::TellOpenFailure(const std::string& reason) {
   parts_.User.Log(LogArea::Audio, "open failed: " + reason);
   parts_.User.ShowStatus(reason);
   const bool zoomLowersRate = settings.TypZoom && settings.Zoom >= 2;
-  parts_.User.ShowMessage("Spectrino", OpenFailureText(run_.Plan.SampleRate, zoomLowersRate, reason),
-                          Severity::Exclamation);
+  const DeviceList::Entry* entry = parts_.Devices.Find(*chosen_);
+  parts_.User.ShowMessage(
+      "Spectrino", OpenFailureText(run_.Plan.SampleRate, zoomLowersRate, reason), Severity::Exclamation,
+      OpenFailureCure(run_.Plan.SampleRate, zoomLowersRate, entry != nullptr ? &entry->Device : nullptr));
 }
 
 void RunStart::Close() {

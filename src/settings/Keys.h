@@ -65,6 +65,9 @@ inline constexpr IntKey kWFContrast{{"WFContrast"}, 100, {25, 400, 100}};
 inline constexpr FlagKey kWFFollow{{"WFFollow"}, true};
 /// The strip on the frequency axis: 0 none, else the IARU region.
 inline constexpr IntKey kBandPlanRegion{{"BandPlanRegion"}, 1, {0, 3}};
+/// Where the radio's status inset stands: 0 by the room there is, 1 over the plot, 2 beside it, 3 above it,
+/// 4 over the waterfall.
+inline constexpr IntKey kInsetPlace{{"InsetPlace"}, 0, {0, 4, 0}};
 inline constexpr FlagKey kAutoRef{{"AutoREF"}, true};
 inline constexpr FlagKey kQsy{{"qsy"}, true};
 inline constexpr FlagKey kMinipan{{"MP"}};

@@ -54,6 +54,7 @@ void LoadDisplay(const SetupSection& setup, PanSettings& settings) {
   settings.WFFloorDb = setup.Read(key::kWFFloor);
   settings.WFContrast = setup.Read(key::kWFContrast);
   settings.BandPlanRegion = setup.Read(key::kBandPlanRegion);
+  settings.InsetPlace = setup.Read(key::kInsetPlace);
   settings.MinipanOption = setup.Read(key::kMinipan);
   settings.OptSM = setup.Read(key::kOptSM);
   settings.SMeterCorrDb = setup.Read(key::kSMeterCorr);

@@ -60,6 +60,7 @@ struct PanSettings {
   int WFFloorDb = key::kWFFloor.Default;              ///< -40..40
   int WFContrast = key::kWFContrast.Default;          ///< percent, 25..400
   int BandPlanRegion = key::kBandPlanRegion.Default;  ///< 0 no strip, 1..3
+  int InsetPlace = key::kInsetPlace.Default;          ///< 0..4
   bool MinipanOption = key::kMinipan.Default;
   int OptSM = key::kOptSM.Default;  ///< S-meter source: 0 scope, 1 mini-pan
   int SMeterCorrDb = key::kSMeterCorr.Default;

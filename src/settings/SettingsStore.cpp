@@ -73,7 +73,9 @@ void SettingsStore::HandleUnreadable(Application& application, const std::string
   notifier_.ShowMessage(
       "Spectrino",
       reason + ".\nThe settings are at their defaults, and changes are not saved until the file can be read.",
-      Severity::Exclamation);
+      Severity::Exclamation,
+      Cure::ShowFolder("Give yourself the right to read and write it; that is noticed by itself.",
+                       file_.PathOf(application.name)));
 }
 
 /// True: the file is out of the way, or good again.
@@ -103,7 +105,10 @@ bool SettingsStore::SetAside(Application& application, const std::string& why) {
       "The settings file " + path + " cannot be used: " + why +
           (away ? ". It was kept as " + aside.Path + " and the settings start from their defaults."
                 : ". It could not be moved out of the way, so settings will not be saved."),
-      Severity::Exclamation);
+      Severity::Exclamation,
+      Cure::ShowFolder(away ? "What it held can be copied back into the new file."
+                            : "Give yourself the right to write in its folder, or repair the file.",
+                       path));
   return away;
 }
 
@@ -210,7 +215,8 @@ void SettingsStore::TellWriteFailed(Application& application, const std::string&
       "Spectrino",
       "Settings could not be saved in " + path + ".\n" + reason +
           ".\nThey hold until the program ends, and will be saved as soon as it is possible.",
-      Severity::Exclamation);
+      Severity::Exclamation,
+      Cure::ShowFolder("Make room on the disk, or give yourself the right to write there.", path));
 }
 
 void SettingsStore::WriteInBackground(std::function<void()> resultsWait) {

@@ -1,6 +1,6 @@
 #include "tuning/Tuner.h"
 
-#include <cctype>
+#include "tuning/WindowKeys.h"
 
 namespace spectrino {
 namespace {
@@ -20,7 +20,7 @@ Tuner::Tuner(const Parts& parts)
       wheel_(
           parts.Radio, parts.Settings, parts.Time, [this] { return Backend(); },
           [this] { return parts_.Traits().HasVfoB; }),
-      drag_(parts.Time, [this] { return Filters(); }) {}
+      drag_(parts.Time, [this] { return FiltersAt(gripped_); }) {}
 
 void Tuner::Scope_MouseDown(ClickButton button, double freqMHz, bool inRightStrip) {
   const bool right = button == ClickButton::Right;
@@ -59,9 +59,29 @@ void Tuner::EnterFrequency(Vfo vfo, double freqMHz) {
   Tune(vfo, freqMHz, Aim::Dial);
 }
 
-void Tuner::GripPassband(PassbandGrip grip, Vfo receiver) {
+GrippedFilter Tuner::FilterOf(Vfo receiver, FilterPlace place) const {
   const RadioState& radio = parts_.Radio;
-  drag_.Begin(grip, receiver, receiver == Vfo::A ? radio.RadioMode : radio.SubRadioMode);
+  const bool main = receiver == Vfo::A;
+  GrippedFilter filter{.Receiver = receiver, .RadioMode = main ? radio.RadioMode : radio.SubRadioMode};
+  const RigBackend* backend = FiltersAt(place);
+  filter.MiddleStays = LiesAroundDial(filter.RadioMode) ||
+                       (backend != nullptr && backend->FilterReachOf(receiver).MiddleStays);
+  // A mini-pan's radio may be another one than that which tells the frequency; its width is its own.
+  if (backend == Backend()) filter.WidthHz = main ? radio.MainBandwidthHz : radio.SubBandwidthHz;
+  return filter;
+}
+
+bool Tuner::MayGrip(PassbandGrip grip, Vfo receiver, FilterPlace place) const {
+  const RigBackend* backend = FiltersAt(place);
+  if (backend == nullptr || grip == PassbandGrip::None) return false;
+  const FilterReach reach = backend->FilterReachOf(receiver);
+  if (grip == PassbandGrip::Middle) return reach.Shift;
+  return reach.Width && GripGain(grip, FilterOf(receiver, place)) != 0;
+}
+
+void Tuner::GripPassband(PassbandGrip grip, Vfo receiver, FilterPlace place) {
+  gripped_ = place;
+  drag_.Begin(grip, FilterOf(receiver, place));
 }
 
 void Tuner::WheelMoved(int eighthsOfDegree, bool tenfold) {
@@ -99,40 +119,41 @@ bool Tuner::KeyPress(char character) {
     else
       parts_.Window.StepZoom(direction, false);
   };
-  switch (std::tolower(static_cast<unsigned char>(character))) {
-    case 27:
+  const WindowKey* key = FindKey(character);
+  if (key == nullptr) return false;
+  switch (key->Does) {
+    case KeyAction::ToggleFullScreen:
       parts_.Window.ToggleFullScreen();
-      return true;
-    case '+':
+      break;
+    case KeyAction::ZoomIn:
       zoom(+1);
-      return true;
-    case '-':
+      break;
+    case KeyAction::ZoomOut:
       zoom(-1);
-      return true;
-    case 'a':
-      wheel_.WheelVfo = Vfo::A;
-      return true;
-    case 'b':
-      wheel_.WheelVfo = Vfo::B;
-      return true;
-    case 'f':
-      wheel_.WheelFast = true;
-      return true;
-    case 's':
-      wheel_.WheelFast = false;
-      return true;
-    case 'p':
-      cmdSpot_Click();
-      return true;
-    case 'v':
-      parts_.Window.ToggleAutoLevel();
-      return true;
-    case 'z':
+      break;
+    case KeyAction::ZoomOff:
       if (parts_.SpanOwner() == nullptr) parts_.Window.ZoomOff();
-      return true;
-    default:
-      return false;
+      break;
+    case KeyAction::WheelToA:
+      wheel_.WheelVfo = Vfo::A;
+      break;
+    case KeyAction::WheelToB:
+      wheel_.WheelVfo = Vfo::B;
+      break;
+    case KeyAction::WheelFast:
+      wheel_.WheelFast = true;
+      break;
+    case KeyAction::WheelNormal:
+      wheel_.WheelFast = false;
+      break;
+    case KeyAction::ToggleAutoLevel:
+      parts_.Window.ToggleAutoLevel();
+      break;
+    case KeyAction::Spot:
+      cmdSpot_Click();
+      break;
   }
+  return true;
 }
 
 void Tuner::cmdUndo_Click() {

@@ -32,6 +32,9 @@ class TuningWindow {
 
 enum class PassbandDragMode { None, Main, Sub };
 enum class ClickButton { Left, Right };
+/// Where a passband is gripped: that of the radio whose frequency the plot's dial is, or that of the radio
+/// whose mini-pan it is.
+enum class FilterPlace { Plot, MiniPan };
 
 class Tuner {
  public:
@@ -53,9 +56,12 @@ class Tuner {
   /// picture.
   void Scope_MouseDown(ClickButton button, double freqMHz, bool inRightStrip);
   void SetPassbandDrag(PassbandDragMode mode) { PassbandDragMode_ = mode; }
+  /// Whether that part of a passband can be dragged: the radio can set it, and is heard.
+  [[nodiscard]] bool MayGrip(PassbandGrip grip, Vfo receiver, FilterPlace place) const;
   /// The pointer took hold of a passband, moved with it by so many hertz in all, and let go.
-  void GripPassband(PassbandGrip grip, Vfo receiver);
+  void GripPassband(PassbandGrip grip, Vfo receiver, FilterPlace place);
   void DragPassband(double movedHz) { drag_.MoveTo(movedHz); }
+  [[nodiscard]] const PassbandDrag& Drag() const { return drag_; }
   void LetPassbandGo() { drag_.End(); }
   /// A wheel's or touchpad's movement, in eighths of a degree. Ignored while stopped.
   void WheelMoved(int eighthsOfDegree, bool tenfold);
@@ -94,10 +100,15 @@ class Tuner {
  private:
   void Tune(Vfo vfo, double freqMHz, Aim aim);
   [[nodiscard]] RigBackend* Backend() const { return parts_.Running() ? parts_.Backend() : nullptr; }
+  [[nodiscard]] RigBackend* FiltersAt(FilterPlace place) const {
+    return place == FilterPlace::Plot ? Backend() : Filters();
+  }
+  [[nodiscard]] GrippedFilter FilterOf(Vfo receiver, FilterPlace place) const;
   [[nodiscard]] RigBackend* Filters() const { return parts_.Running() ? parts_.Filters() : nullptr; }
 
   Parts parts_;
   Wheel wheel_;
+  FilterPlace gripped_ = FilterPlace::MiniPan;
   PassbandDrag drag_;
   NotchCounter shiftNotches_;
   PassbandDragMode PassbandDragMode_ = PassbandDragMode::None;

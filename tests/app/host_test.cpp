@@ -72,6 +72,26 @@ TEST_F(Host, TheWindowFollowsAndTunesARadioBehindRigctld) {
   QTest::mouseClick(scope, Qt::LeftButton, {}, at);
   EXPECT_TRUE(QTest::qWaitFor([&] { return std::abs(Ask({"f"}).toDouble() - clickedHz) < 1; }, 5000))
       << Ask({"f"}).toStdString() << " for " << clickedHz;
+  // Its filter's upper edge, dragged: the radio has the new width, and the shade is where it says.
+  const auto edge = [&] {
+    const double mhz = Ask({"f"}).toDouble() / 1e6 + Ask({"m"}).section('\n', 1).toDouble() / 1e6;
+    return QPoint(qRound(program_->Display().Geometry().FrequencyToPixel(mhz)), at.y());
+  };
+  ASSERT_TRUE(QTest::qWaitFor([&] {
+    QMouseEvent move(QEvent::MouseMove, edge(), scope->mapToGlobal(at), Qt::NoButton, Qt::NoButton, {});
+    QApplication::sendEvent(scope, &move);
+    return scope->cursor().shape() == Qt::SizeHorCursor;
+  }));
+  const QPoint from = edge();
+  const double widerHz = 20 * program_->Display().Geometry().ShownSpanHz() / layout.PlotWidth;
+  QTest::mousePress(scope, Qt::LeftButton, {}, from);
+  QMouseEvent move(QEvent::MouseMove, from + QPoint(20, 0), scope->mapToGlobal(from), Qt::NoButton,
+                   Qt::LeftButton, {});
+  QApplication::sendEvent(scope, &move);
+  QTest::mouseRelease(scope, Qt::LeftButton, {}, from + QPoint(20, 0));
+  EXPECT_TRUE(QTest::qWaitFor(
+      [&] { return std::abs(Ask({"m"}).section('\n', 1).toDouble() - 2400 - widerHz) <= 10; }, 5000))
+      << Ask({"m"}).toStdString() << " for " << widerHz << " more";
   Click("cmdBand3");
   EXPECT_TRUE(QTest::qWaitFor([&] { return Ask({"f"}) == "7150000"; }, 5000));
 

@@ -35,6 +35,19 @@ class Dial : public Window {
                       Qt::NoScrollPhase, false);
     QApplication::sendEvent(scope_, &event);
   }
+  void Point(QPoint at, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
+             Qt::MouseButtons buttons = Qt::NoButton) {
+    QMouseEvent move(QEvent::MouseMove, at, scope_->mapToGlobal(at), Qt::NoButton, buttons, modifiers);
+    QApplication::sendEvent(scope_, &move);
+  }
+  void DragBy(QPoint from, QPoint way, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QTest::mousePress(scope_, Qt::LeftButton, modifiers, from);
+    for (int step = 1; step <= 10; ++step) {
+      Point(from + way * step / 10, modifiers, Qt::LeftButton);
+      QTest::qWait(8);
+    }
+    QTest::mouseRelease(scope_, Qt::LeftButton, modifiers, from + way);
+  }
   [[nodiscard]] double Heard(const char* vfo) { return program_->Demo().K4()->Radio().HertzOf(vfo); }
   [[nodiscard]] bool HearsWithin(const char* vfo, double hertz, double tolerance = 0.5) {
     return QTest::qWaitFor([&] { return std::abs(Heard(vfo) - hertz) <= tolerance; }, 1000);
@@ -208,7 +221,7 @@ TEST_F(Dial, AMiniPanIsTunedAndItsPassbandDragged) {
   // The first place of a part, from the left in the lowest row that has it.
   const auto find = [&](MiniPanPart part) {
     QPoint place(-1, -1);
-    for (int y = 20; y < scope_->height() / 2; y += 3) {
+    for (int y = 20; y < scope_->height(); y += 3) {
       for (int x = scope_->width() - 4; x > 4; --x) {
         if (Display().At(QPointF(x, y)).MiniPan().Part == part) place = {x, y};
       }
@@ -228,14 +241,7 @@ TEST_F(Dial, AMiniPanIsTunedAndItsPassbandDragged) {
 
   const auto drag = [&](QPoint from, int pixels) {
     const double hertz = Display().At(from).MiniPan().HzPerPixel * pixels;
-    QTest::mousePress(scope_, Qt::LeftButton, {}, from);
-    for (int step = 1; step <= 10; ++step) {
-      const QPoint to = from + QPoint(pixels * step / 10, 0);
-      QMouseEvent move(QEvent::MouseMove, to, scope_->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
-      QApplication::sendEvent(scope_, &move);
-      QTest::qWait(8);
-    }
-    QTest::mouseRelease(scope_, Qt::LeftButton, {}, from + QPoint(pixels, 0));
+    DragBy(from, {pixels, 0});
     return hertz;
   };
   QTest::qWait(500);
@@ -257,6 +263,79 @@ TEST_F(Dial, AMiniPanIsTunedAndItsPassbandDragged) {
   EXPECT_TRUE(HearsWithin("FA", hit.FreqMHz * 1e6, 1)) << "the mini-pan's frequency, its own receiver";
 }
 
+TEST_F(Dial, AFilterIsDraggedInThePlotAndAClickThereStillTunes) {
+  ASSERT_NO_FATAL_FAILURE(Begin("--demo=k4d"));
+  K4Radio& radio = program_->Demo().K4()->Radio();
+  const auto edge = [&](const char* vfo, const char* centre, const char* width) {
+    return PlotAt((Heard(vfo) + 10 * radio.Number(centre) + 5 * radio.Number(width)) / 1e6);
+  };
+  ASSERT_TRUE(QTest::qWaitFor([&] {
+    Point(edge("FA", "IS", "BW"));
+    return scope_->cursor().shape() == Qt::SizeHorCursor;
+  }));
+  const double dial = Heard("FA");
+  const int width = radio.Number("BW");
+  const double pixelHz = Display().Geometry().ShownSpanHz() / Display().Layout().PlotWidth;
+  DragBy(edge("FA", "IS", "BW"), {12, 0});
+  const double wideHz = 10.0 * width + 2 * 12 * pixelHz;
+  EXPECT_TRUE(QTest::qWaitFor([&] { return std::abs(10 * radio.Number("BW") - wideHz) <= 20; }, 1000))
+      << radio.Number("BW") << " for " << wideHz;
+  const int subShift = radio.Number("IS$");
+  const QPoint inB = edge("FB", "IS$", "BW$") - QPoint(15, 0);
+  Point(inB, Qt::ShiftModifier);
+  EXPECT_EQ(scope_->cursor().shape(), Qt::OpenHandCursor);
+  DragBy(inB, {10, 0}, Qt::ShiftModifier);
+  EXPECT_TRUE(QTest::qWaitFor(
+      [&] { return std::abs(10 * (radio.Number("IS$") - subShift) - 10 * pixelHz) <= 20; }, 1000));
+  EXPECT_EQ(Heard("FA"), dial);
+
+  Point(edge("FA", "IS", "BW") - QPoint(15, 0));
+  EXPECT_EQ(scope_->cursor().shape(), Qt::CrossCursor) << "inside, without Shift";
+  const int kept = radio.Number("BW");
+  Turn(edge("FA", "IS", "BW"), 120);
+  EXPECT_TRUE(HearsWithin("FA", dial + 25)) << "the wheel tunes there too";
+  QTest::qWait(500);
+  const QPoint at = edge("FA", "IS", "BW");
+  QTest::mouseClick(scope_, Qt::LeftButton, {}, at);
+  EXPECT_TRUE(HearsWithin("FA", dial + 25 + 10 * radio.Number("IS") + 5 * kept, pixelHz));
+  EXPECT_EQ(radio.Number("BW"), kept);
+}
+
+TEST_F(Dial, TheInsetGoesWhereItsGripIsDropped) {
+  ASSERT_NO_FATAL_FAILURE(Begin("--demo=k4d"));
+  const auto inset = [this] { return Display().Layout().Inset; };
+  const auto grip = [this] {
+    for (int y = 0; y < scope_->height(); y += 3)
+      for (int x = scope_->width() - 1; x >= 0; x -= 3)
+        if (Display().At(QPointF(x, y)).OnInsetGrip()) return QPoint(x, y);
+    return QPoint(-1, -1);
+  };
+  ASSERT_TRUE(QTest::qWaitFor([&] { return grip().x() >= 0; }, 5000));
+  EXPECT_EQ(inset(), InsetPlace::Beside) << "of a wide window by itself";
+  const double dial = Heard("FA");
+  const QPoint targets[] = {{300, 10}, {300, scope_->height() - 20}, {300, 150}, {scope_->width() - 5, 200}};
+  const InsetPlace places[] = {InsetPlace::Above, InsetPlace::OverWaterfall, InsetPlace::OverPlot,
+                               InsetPlace::Beside};
+  for (std::size_t i = 0; i < std::size(places); ++i) {
+    const QPoint from = grip();
+    Point(from);
+    EXPECT_EQ(scope_->cursor().shape(), Qt::SizeAllCursor);
+    DragBy(from, targets[i] - from);
+    EXPECT_EQ(inset(), places[i]);
+    ASSERT_TRUE(LinesCome(2));
+    EXPECT_EQ(Display().Geometry().PlotWidth, Display().Layout().PlotWidth) << "one mapping";
+  }
+  QTest::mouseClick(scope_, Qt::LeftButton, {}, grip());
+  EXPECT_EQ(inset(), InsetPlace::Above) << "a click goes on";
+  Click("cmdSetup");
+  auto* setup = Find<QDialog>("frmSetupPan");
+  EXPECT_EQ(setup->findChild<QComboBox*>("cboInset")->currentText(), "above the plot") << "it is kept";
+  setup->reject();
+  QTest::mouseClick(scope_, Qt::RightButton, {}, grip());
+  EXPECT_EQ(inset(), InsetPlace::Beside);
+  EXPECT_EQ(Heard("FA"), dial) << "nothing tuned";
+}
+
 TEST_F(Dial, AnIcomIsTunedByClick) {
   ASSERT_NO_FATAL_FAILURE(Begin("--demo=icom"));
   const auto heard = [this] {
@@ -268,6 +347,27 @@ TEST_F(Dial, AnIcomIsTunedByClick) {
   const PlotPointer pointer = Display().At(PlotAt(14.15));
   EXPECT_GE(pointer.Level(), 0) << "the scope tells heights";
   EXPECT_EQ(pointer.Text().find("dBm"), std::string::npos) << pointer.Text();
+
+  // Its filter has widths in steps of 100 Hz: the radio has the nearest one.
+  const auto width = [this] { return program_->Demo().Icom()->Radio().Settings().Value({0x1A, 0x03}); };
+  ASSERT_EQ(width(), 28) << "2400 Hz";
+  const auto edge = [&] { return PlotAt((heard() + 2400) / 1e6); };
+  ASSERT_TRUE(LinesCome(3)) << "the scope is centred on the dial again";
+  for (int step = 0; step < 4; ++step) QTest::keyClick(&program_->Window(), '+');
+  ASSERT_TRUE(LinesCome(2));
+  ASSERT_TRUE(QTest::qWaitFor(
+      [&] {
+        Point(edge());
+        return scope_->cursor().shape() == Qt::SizeHorCursor;
+      },
+      8000))
+      << edge().x() << " of " << Display().Layout().PlotWidth << ", "
+      << Display().At(edge()).Filter().HzPerPixel;
+  const double hertz = 20 * Display().Geometry().ShownSpanHz() / Display().Layout().PlotWidth;
+  DragBy(edge(), {20, 0});
+  const int wanted = 28 + qRound(hertz / 100);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return std::abs(width() - wanted) <= 1 && width() > 28; }, 2000))
+      << width() << " for " << wanted;
 }
 
 TEST_F(Dial, ANewcomersDemoIsTunedByAllThatTunes) {

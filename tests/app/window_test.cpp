@@ -27,7 +27,6 @@ TEST_F(Window, StartRunsTheDemoAndStopEndsIt) {
   EXPECT_GE(devices->findText("K4D"), 0);
   Click("StartButton");
   ASSERT_TRUE(LinesCome(5));
-  EXPECT_FALSE(devices->isEnabled());
   EXPECT_TRUE(Find("StopButton")->isVisible());
   EXPECT_FALSE(Find<QLabel>("lblSMeter")->text().isEmpty());
   EXPECT_FALSE(Find<QLabel>("lblStatus")->isVisible()) << qPrintable(Find<QLabel>("lblStatus")->text());
@@ -35,7 +34,6 @@ TEST_F(Window, StartRunsTheDemoAndStopEndsIt) {
   const auto lines = Lines();
   QTest::qWait(150);
   EXPECT_EQ(Lines(), lines);
-  EXPECT_TRUE(devices->isEnabled());
 }
 
 TEST_F(Window, ClosingWhileTheHostIsLookedForEndsCleanly) {
@@ -294,7 +292,7 @@ TEST_F(Window, TheSmallestWindowSaysWhatTheMiniPansNeed) {
   const auto amber = [this] {
     const QImage picture = Find<QWidget>("Scope")->grab().toImage();
     int pixels = 0;
-    for (int y = 0; y < picture.height() / 2; ++y)
+    for (int y = 0; y < picture.height(); ++y)
       for (int x = 0; x < picture.width(); ++x) {
         const QColor is = picture.pixelColor(x, y);
         const QColor amberIs(status_colour::kAmber);

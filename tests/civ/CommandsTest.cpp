@@ -3,11 +3,13 @@
 #include <gtest/gtest.h>
 
 #include "civ/IcomCommands.h"
+#include "civ/IcomFilters.h"
 #include "civ/RecordingCivSender.h"
 #include "civ/ScanCommands.h"
 #include "civ/StatusMemory.h"
 #include "fakes/MemorySettingsFile.h"
 #include "fakes/Recorders.h"
+#include "state/RadioState.h"
 
 namespace spectrino {
 namespace {
@@ -62,14 +64,31 @@ TEST_F(Commands, EachControlSendsItsFrame) {
       {"94", [](C& c) { c.SetIcomMode(8, false, 1); }, "061701 | status"},
       {"94", [](C& c) { c.SetIcomMode(9, false, 0); }, ""},
       {"94", AskAll,
-       "1602? | 1622? | 1640? | 1641? | 11? | 1A07? | 1612? | 1401? | 1403? | 271900? | 271A00?"},
-      {"A4", AskAll, "1602? | 1622? | 1640? | 1641? | 11? | 1612? | 1401? | 1403? | 271900? | 271A00?"},
+       "1602? | 1622? | 1640? | 1641? | 11? | 1A07? | 1612? | 1401? | 1403? | 271900? | 271A00? | 1A03?"},
+      {"A4", AskAll,
+       "1602? | 1622? | 1640? | 1641? | 11? | 1612? | 1401? | 1403? | 271900? | 271A00? | 1A03?"},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(testing::Message() << "row " << &row - rows);
     state_.RadioId = row.RadioId;
     row.Click(commands_);
     EXPECT_EQ(sender_.Take(), row.Frames);
+  }
+}
+
+// Numbers of 1A 03 from the radios' guides: 00 is 50 Hz, 09 500, 10 600, 40 3600; AM 00 is 200 Hz, 49 10 kHz.
+TEST(IcomFilters, NumbersAreTheGuidesWidths) {
+  const struct {
+    int Mode;
+    double WantedHz;
+    int Number;
+    double Hz;
+  } widths[] = {{mode::kUsb, 2430, 28, 2400}, {mode::kCw, 510, 9, 500},      {mode::kCw, 590, 10, 600},
+                {mode::kLsb, 9000, 40, 3600}, {mode::kData, 9000, 31, 2700}, {mode::kAm, 10, 0, 200},
+                {mode::kAm, 9990, 49, 10000}, {mode::kFm, 2400, -1, 0},      {mode::kCw, 50, 0, 50}};
+  for (const auto& width : widths) {
+    EXPECT_EQ(IcomFilterNumber(width.Mode, width.WantedHz), width.Number) << width.Mode;
+    EXPECT_EQ(IcomFilterHz(width.Mode, width.Number), width.Hz);
   }
 }
 

@@ -37,6 +37,7 @@ TEST_F(IcomLinkTest, AWrongAddressEndsTheStart) {
     User.Messages.clear();
     EXPECT_FALSE(Link.Open());
     EXPECT_THAT(User.Messages, ElementsAre("Spectrino|COM/ICOM ERROR"));
+    EXPECT_EQ(User.Cures.back().Does, Remedy::OpenSetup);
     EXPECT_EQ(Port.Path, "");
     EXPECT_FALSE(State.IcomActive);
   }

@@ -23,13 +23,13 @@ constexpr int kPoints = 4096;
 /// A display with one carrier in silence.
 struct Bench {
   PanDisplay Display;
+  DisplayOptions Options;
   SpectrumLine Line;
   FrameGeometry Geometry;
 
   Bench(QSize size, double ratio, int waterfallSel = 3, double spanMHz = 0.048) {
-    DisplayOptions options;
-    options.WaterfallSel = waterfallSel;
-    Display.SetOptions(options);
+    Options.WaterfallSel = waterfallSel;
+    Display.SetOptions(Options);
     Display.Resize(size, ratio);
     Line.Levels.assign(kPoints + 1, -140);
     Line.PointCount = kPoints;
@@ -48,7 +48,7 @@ struct Bench {
 
   QImage Paint() {
     const PlotLayout& layout = Display.Layout();
-    QImage image(std::max(1, layout.Width), std::max(1, layout.Height), QImage::Format_RGB32);
+    QImage image(std::max(1, layout.PictureWidth), std::max(1, layout.Height), QImage::Format_RGB32);
     image.setDevicePixelRatio(layout.Scale);
     image.fill(Qt::magenta);
     QPainter painter(&image);
@@ -336,6 +336,11 @@ TEST(PanDisplayTest, NoGhostOfTheInsetStaysWhateverComesBetweenRepaints) {
           bench->Display.SetStatus(area, dialMHz, dialMHz + 0.003);
           break;
         }
+        case 10:
+          bench->Options.Inset = static_cast<InsetPlace>(step % 5);
+          bench->Display.SetOptions(bench->Options);
+          bench->Geometry.PlotWidth = bench->Display.PlotWidth();
+          break;
         default:
           break;
       }
@@ -350,7 +355,7 @@ TEST(PanDisplayTest, NoGhostOfTheInsetStaysWhateverComesBetweenRepaints) {
       continue;
     }
     if (what == 9) continue;
-    const QSize size(parts.Display.Layout().Width, parts.Display.Layout().Height);
+    const QSize size(parts.Display.Layout().PictureWidth, parts.Display.Layout().Height);
     pending = parts.Display.Prepare();
     if (screen.size() != size) {
       screen = QImage(size, QImage::Format_RGB32);

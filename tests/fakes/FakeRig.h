@@ -34,6 +34,7 @@ class FakeRig final : public RigBackend {
     return true;
   }
   void SendMacro(std::string_view text) override { Note("macro " + std::string(text)); }
+  [[nodiscard]] FilterReach FilterReachOf(Vfo) const override { return Reach; }
   void ChangeBandwidth(Vfo receiver, int deltaHz) override {
     Note(std::string("bandwidth ") + (receiver == Vfo::A ? "A " : "B ") + std::to_string(deltaHz));
   }
@@ -54,6 +55,7 @@ class FakeRig final : public RigBackend {
   int Closes = 0;
   int Refreshes = 0;
   bool Modes = true;
+  FilterReach Reach{.Width = true, .Shift = true};
   std::vector<std::string> Requests;  ///< everything that was asked of it, in order
 
  private:

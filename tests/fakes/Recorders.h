@@ -15,13 +15,16 @@ namespace spectrino {
 
 class RecordingNotifier final : public Notifier {
  public:
-  void ShowMessage(std::string_view title, std::string_view text, Severity) override {
+  using Notifier::ShowMessage;
+  void ShowMessage(std::string_view title, std::string_view text, Severity, const Cure& cure) override {
     Messages.push_back(std::string(title) + "|" + std::string(text));
+    Cures.push_back(cure);
   }
   void ShowStatus(std::string_view text) override { Statuses.emplace_back(text); }
   void Log(LogArea, std::string_view text) override { Logged.emplace_back(text); }
 
   std::vector<std::string> Messages;  // "title|text"
+  std::vector<Cure> Cures;            // of the messages
   std::vector<std::string> Statuses;
   std::vector<std::string> Logged;
 };

@@ -125,6 +125,41 @@ TEST(HostRadio, ABandIsFoundAsItWasLeft) {
   EXPECT_THAT(bench.TakeSent(), ElementsAre("+\\set_freq VFOA 14074000\n", "+\\set_mode VFOA CW -1\n"));
 }
 
+/// A radio takes the nearest width that it has and tells that: steps count on from what was asked.
+TEST(HostBackend, AFilterIsSetAsFarAsTheRadioLets) {
+  const std::string caps =
+      "dump_caps:\nHas targetable VFO: Y\nCan set Mode:\tY\nGet level: IF(1)\nSet level: IF(1)\n";
+  HostBench bench;
+  bench.Begin(CatControl::HostIf, "PKTUSB", caps);
+  bench.Answer(VfoInfo("VFOA", 14074000, "PKTUSB", 1));
+  bench.Answer("get_level:\n0\nRPRT 0\n");
+  bench.Socket.Sent.clear();
+  HostBackend& backend = bench.Backend;
+  EXPECT_TRUE(backend.FilterReachOf(Vfo::A).Width && backend.FilterReachOf(Vfo::A).Shift);
+  EXPECT_FALSE(backend.FilterReachOf(Vfo::B).Width) << "this CAT control shows no width of it";
+  backend.ChangeBandwidth(Vfo::A, 40);
+  EXPECT_THAT(bench.TakeSent(), ElementsAre("+\\set_mode VFOA PKTUSB 2440\n"));
+  bench.Socket.Receive("set_mode:\nRPRT 0\n");
+  bench.Answer(VfoInfo("VFOA", 14074000, "PKTUSB", 1));
+  bench.Socket.Sent.clear();
+  backend.ChangeBandwidth(Vfo::A, 40);
+  EXPECT_THAT(bench.TakeSent(), ElementsAre("+\\set_mode VFOA PKTUSB 2480\n")) << "told is 2400";
+  bench.Socket.Receive("set_mode:\nRPRT 0\n");
+  backend.ShiftPassband(Vfo::A, -30);
+  backend.ChangeBandwidth(Vfo::B, 40);
+  EXPECT_THAT(bench.TakeSent(), ElementsAre("+\\set_level VFOA IF -30\n"));
+  bench.Socket.Receive("set_level:\nRPRT 0\n");
+  backend.SelectMode({2, false});
+  EXPECT_FALSE(backend.FilterReachOf(Vfo::A).Width) << "the width of which mode?";
+
+  HostBench told;
+  told.Begin(CatControl::HostIf, "USB");
+  told.Backend.ChangeBandwidth(Vfo::A, 40);
+  told.Backend.ShiftPassband(Vfo::A, 40);
+  EXPECT_FALSE(told.Backend.FilterReachOf(Vfo::A).Width);
+  EXPECT_THAT(told.TakeSent(), IsEmpty()) << "it sets no mode";
+}
+
 TEST(HostBackend, AClickOnFskIsCorrectedAndNothingElseIs) {
   const struct {
     const char *Mode, *Co, *Fsk;

@@ -78,6 +78,7 @@ TEST_F(LinkTest, EachNewLineOfTheMainPanadapterIsTakenOnce) {
 TEST_F(LinkTest, AFailedOpenTellsWhyAndAnAbandonedOneSaysNothing) {
   EXPECT_FALSE(Link.Open());
   EXPECT_THAT(Bench.User.Messages, ::testing::ElementsAre("Spectrino|TCP Port not defined"));
+  EXPECT_EQ(Bench.User.Cures.back().Does, Remedy::OpenSetup);
   Bench.Setting("K4TCP", "k4.local");
   Bench.GivenUp = true;
   EXPECT_FALSE(Link.Open());

@@ -56,6 +56,18 @@ TEST(Start, AnInputThatDoesNotOpenIsToldWithItsCauseAndLeavesTheWindowStopped) {
       "Spectrino|Wave input device didn't open at 192000!\r\nPlease check Sample Rate of your Sound Card"
       "\r\n\r\nThe input \"Unplugged\" is not there.";
   EXPECT_EQ(bench.User.Messages, (std::vector<std::string>{plain, zoomed, missing}));
+
+  // What each box offers below its text.
+  bench.State.Settings.Source.Name = "Card";
+  for (const int usualHz : {96000, 192000, 12345}) {
+    bench.Input.List[0].UsualRateHz = usualHz;
+    bench.Devices.InitDevices();
+    EXPECT_FALSE(bench.Cycle.Start());
+  }
+  std::vector<std::string> buttons;
+  for (const Cure& cure : bench.User.Cures) buttons.push_back(cure.Button);
+  EXPECT_EQ(buttons, (std::vector<std::string>{"Use 48000 Hz", "Switch High Res. Zoom off", "Open Setup",
+                                               "Use 96000 Hz", "Open Setup", "Open Setup"}));
 }
 
 TEST(Start, AMissingHostIsShownForASecondAndTheRunGoesOn) {

@@ -178,6 +178,7 @@ TEST_F(Setup, SavesAsTypedWithinTheLimits) {
   Click("chkCatServer");
   Click("chkWFFollow");
   Click("chkWFLive");
+  Choose("cboInset", "above the plot");
   EXPECT_EQ(Find<QLabel>("lblNumSamples")->text(), "5.4Hz (13b)") << "the width of a bin";
   Choose("cboSampleRate", "192000");
   Choose("cboBits", "65536");
@@ -186,9 +187,9 @@ TEST_F(Setup, SavesAsTypedWithinTheLimits) {
   Click("optDesign1");
   Click("cmdOK");
   for (const Case& c : cases) EXPECT_EQ(Stored(c.Key), c.Stored) << c.Typed;
-  EXPECT_EQ(Stored("CatServer") + Stored("WFFollow") + Stored("WFLive") + Stored("SRate") + Stored("Bits") +
-                Stored("24b") + Stored("Design"),
-            "1006811");
+  EXPECT_EQ(Stored("CatServer") + Stored("WFFollow") + Stored("WFLive") + Stored("InsetPlace") +
+                Stored("SRate") + Stored("Bits") + Stored("24b") + Stored("Design"),
+            "10036811");
   EXPECT_EQ(Stored("DeviceId"), "id-usb");
   EXPECT_FALSE(dialog_->isVisible());
 }

@@ -107,26 +107,83 @@ TEST_F(Tuning, ADraggedPassbandFollowsThePointerAtThePaceOfTheRadio) {
     PassbandGrip Grip;
     Vfo Receiver;
     int Mode;
+    bool MiddleStays;
+    double WidthHz;
     std::vector<std::string> Asked;
+    double LowHz, HighHz;  ///< how far the edges went
   } drags[] = {
-      {PassbandGrip::Middle, Vfo::A, mode::kUsb, {"shift A 20", "shift A 100"}},
-      {PassbandGrip::Middle, Vfo::B, mode::kLsb, {"shift B -20", "shift B -100"}},
-      {PassbandGrip::Middle, Vfo::A, mode::kCwReverse, {"shift A -20", "shift A -100"}},
-      {PassbandGrip::LowEdge, Vfo::A, mode::kLsb, {"bandwidth A -10", "bandwidth A -30", "bandwidth A -210"}},
-      {PassbandGrip::HighEdge, Vfo::B, mode::kUsb, {"bandwidth B 10", "bandwidth B 30", "bandwidth B 210"}},
+      {PassbandGrip::Middle, Vfo::A, mode::kUsb, false, 0, {"shift A 20", "shift A 100"}, 120, 120},
+      {PassbandGrip::Middle, Vfo::B, mode::kLsb, false, 0, {"shift B -20", "shift B -100"}, 120, 120},
+      {PassbandGrip::Middle, Vfo::A, mode::kCwReverse, false, 0, {"shift A -20", "shift A -100"}, 120, 120},
+      {PassbandGrip::LowEdge,
+       Vfo::A,
+       mode::kLsb,
+       true,
+       2700,
+       {"bandwidth A -10", "bandwidth A -30", "bandwidth A -210"},
+       125,
+       -125},
+      {PassbandGrip::HighEdge,
+       Vfo::B,
+       mode::kUsb,
+       true,
+       0,
+       {"bandwidth B 10", "bandwidth B 30", "bandwidth B 210"},
+       -125,
+       125},
+      // A filter that begins at the dial: its other edge alone moves, and no narrower than 50 Hz.
+      {PassbandGrip::HighEdge,
+       Vfo::A,
+       mode::kUsb,
+       false,
+       2700,
+       {"bandwidth A 20", "bandwidth A 100"},
+       0,
+       120},
+      {PassbandGrip::LowEdge, Vfo::A, mode::kLsb, false, 100, {"bandwidth A -20", "bandwidth A -30"}, 50, 0},
   };
   for (const auto& drag : drags) {
     Radio.RadioMode = Radio.SubRadioMode = drag.Mode;
-    Tune.GripPassband(drag.Grip, drag.Receiver);
+    Rig.Reach.MiddleStays = drag.MiddleStays;
+    Radio.MainBandwidthHz = Radio.SubBandwidthHz = drag.WidthHz;
+    const Passband begun{100, 3000};
+    Tune.GripPassband(drag.Grip, drag.Receiver, FilterPlace::Plot);
     for (const double hertz : {4.0, 21.0, -60.0, 80.0, 124.0}) {
       Tune.DragPassband(hertz);
       if (hertz == 4.0) Time.Advance(1s);
     }
+    const Passband wanted = Tune.Drag().Wanted(begun);
+    EXPECT_NEAR(wanted.LowHz - begun.LowHz, drag.LowHz, 5);
+    EXPECT_NEAR(wanted.HighHz - begun.HighHz, drag.HighHz, 5);
     Tune.LetPassbandGo();
     EXPECT_EQ(Asked(), drag.Asked);
     Tune.DragPassband(500);
     EXPECT_THAT(Asked(), IsEmpty()) << "let go";
   }
+}
+
+TEST_F(Tuning, OnlyWhatTheRadioSetsIsGripped) {
+  const auto grips = [this](FilterPlace place) {
+    std::string which;
+    for (const auto& [grip, name] :
+         {std::pair{PassbandGrip::LowEdge, 'l'}, {PassbandGrip::Middle, 'm'}, {PassbandGrip::HighEdge, 'h'}})
+      if (Tune.MayGrip(grip, Vfo::A, place)) which += name;
+    return which;
+  };
+  Radio.MainBandwidthHz = 2700;
+  EXPECT_EQ(grips(FilterPlace::Plot), "mh") << "the low edge is the dial";
+  Rig.Reach.MiddleStays = true;
+  EXPECT_EQ(grips(FilterPlace::Plot), "lmh");
+  Rig.Reach.Shift = false;
+  EXPECT_EQ(grips(FilterPlace::Plot), "lh");
+  Rig.Reach.Width = false;
+  EXPECT_EQ(grips(FilterPlace::Plot), "");
+  Rig.Reach = {true, true, true};
+  HasRig = false;
+  EXPECT_EQ(grips(FilterPlace::Plot), "") << "not heard";
+  EXPECT_EQ(grips(FilterPlace::MiniPan), "lmh") << "its own radio is";
+  Running = false;
+  EXPECT_EQ(grips(FilterPlace::MiniPan), "");
 }
 
 TEST_F(Tuning, ANotchStepsByTheModeAndSnaps) {

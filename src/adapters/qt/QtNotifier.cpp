@@ -2,6 +2,7 @@
 
 #include <QLoggingCategory>
 #include <QMessageBox>
+#include <QPushButton>
 #include <cstdio>
 
 namespace spectrino {
@@ -53,24 +54,36 @@ QMessageBox::Icon IconOf(Severity severity) {
 
 }  // namespace
 
-void QtNotifier::ShowMessage(std::string_view title, std::string_view text, Severity severity) {
+void QtNotifier::ShowMessage(std::string_view title, std::string_view text, Severity severity,
+                             const Cure& cure) {
   if (unattended_) {
     std::fprintf(stderr, "%.*s: %.*s\n", static_cast<int>(title.size()), title.data(),
                  static_cast<int>(text.size()), text.data());
+    if (!cure.Text.empty()) std::fprintf(stderr, "%s\n", cure.Text.c_str());
     return;
   }
   QMetaObject::invokeMethod(
       this,
-      [this, boxTitle = FromUtf8(title), boxText = FromUtf8(text), severity] {
-        OpenBox(boxTitle, boxText, severity);
+      [this, boxTitle = FromUtf8(title), boxText = FromUtf8(text), severity, cure] {
+        OpenBox(boxTitle, boxText, severity, cure);
       },
       Qt::QueuedConnection);
 }
 
-void QtNotifier::OpenBox(const QString& title, const QString& text, Severity severity) {
+void QtNotifier::OpenBox(const QString& title, const QString& text, Severity severity, const Cure& cure) {
   auto* box = new QMessageBox(IconOf(severity), title, QString(text).remove('\r'), QMessageBox::Ok, window_);
   box->setTextFormat(Qt::PlainText);
+  box->setInformativeText(QString::fromStdString(cure.Text));
   box->setAttribute(Qt::WA_DeleteOnClose);
+  if (cure.Does != Remedy::None) {
+    box->setEscapeButton(QMessageBox::Ok);
+    QPushButton* button = box->addButton(QString::fromStdString(cure.Button), QMessageBox::ActionRole);
+    button->setObjectName("cmdCure");
+    box->setDefaultButton(button);
+    connect(box, &QMessageBox::finished, this, [this, box, button, cure] {
+      if (box->clickedButton() == button && CureWanted) CureWanted(cure);
+    });
+  }
   box->open();
 }
 

@@ -38,6 +38,7 @@ std::vector<SoundDevice> PulseInput::Devices() {
     // One channel is no I/Q.
     device.HasFormats = source.Channels >= 2;
     device.StableId = std::string(kIdPrefix) + source.Name;
+    device.UsualRateHz = source.RateHz;
     devices.push_back(std::move(device));
   }
   return devices;

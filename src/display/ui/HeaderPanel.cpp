@@ -101,8 +101,6 @@ void HeaderPanel::ShowRunning(bool running, bool starting) {
   startButton_->setVisible(!canStop);
   stopButton_->setVisible(canStop);
   if (focusMoves) (canStop ? stopButton_ : startButton_)->setFocus();
-  devicesBox_->setEnabled(!canStop);
-  devicesBox_->setToolTip(canStop ? tr("Device selection (stop first)") : tr("Device selection"));
 }
 
 void HeaderPanel::Fit() {

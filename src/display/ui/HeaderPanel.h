@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QWheelEvent>
 #include <QWidget>
 
 #include "display/ui/SMeterBar.h"
@@ -14,7 +15,8 @@
 
 namespace spectrino {
 
-/// The list of sources; asks for a fresh list whenever it is opened.
+/// The list of sources; asks for a fresh list whenever it is opened. Not moved by the wheel: a run would go
+/// over to whatever passes under the pointer.
 class DevicesBox final : public QComboBox {
   Q_OBJECT
  public:
@@ -23,6 +25,9 @@ class DevicesBox final : public QComboBox {
     emit AboutToShow();
     QComboBox::showPopup();
   }
+
+ protected:
+  void wheelEvent(QWheelEvent* event) override { event->ignore(); }
 
  signals:
   void AboutToShow();
@@ -34,7 +39,7 @@ class HeaderPanel final : public QWidget {
   explicit HeaderPanel(QWidget* parent = nullptr);
 
   void ShowDevices(const QStringList& names, int current);
-  /// Start or Stop, and the list locked during a run.
+  /// Start or Stop.
   void ShowRunning(bool running, bool starting);
   [[nodiscard]] VfoPanel& Vfos() { return *vfos_; }
   void ShowMeter(float levelDbm, float heldDbm, bool known, const QString& reading);

@@ -23,7 +23,7 @@ struct Control {
 
 constexpr Control kReference[] = {{"Command18", "\u22123", "Reference DOWN -3dB"},
                                   {"Command1", "+3", "Reference UP +3dB"}};
-constexpr Control kAutoLevel[] = {{"chkAutoLevel", "AUTO", "Levels follow the noise by themselves (v)"}};
+constexpr Control kAutoLevel[] = {{"chkAutoLevel", "AUTO", "Levels follow the noise by themselves"}};
 constexpr Control kRange[] = {{"Command2", "\u221220", "Range DOWN -20dB"},
                               {"Command3", "+20", "Range UP +20dB"}};
 constexpr Control kDisplay[] = {{"optDisp0", "MAX", "Maximum values (for AVG/MAX Samples)"},

@@ -59,6 +59,7 @@ void ScopeWidget::ShowNew(std::chrono::steady_clock::time_point arrived) {
 void ScopeWidget::RequestRepaint() {
   const auto begun = std::chrono::steady_clock::now();
   const QRegion changed = display_.Prepare();
+  PlaceStatus();
   if (changed.isEmpty()) return;
   const auto ready = std::chrono::steady_clock::now();
   prepareTime_ += ready - begun;
@@ -88,7 +89,8 @@ void ScopeWidget::FillBeyondPicture(QPainter& painter) {
   const PlotLayout& layout = display_.Layout();
   if (layout.Scale != devicePixelRatioF() && !resizeTimer_.isActive()) resizeTimer_.start();
   const double ratio = devicePixelRatioF();
-  const QRect laidOut(0, 0, static_cast<int>(layout.Width / ratio), static_cast<int>(layout.Height / ratio));
+  const QRect laidOut(0, 0, static_cast<int>(layout.PictureWidth / ratio),
+                      static_cast<int>(layout.Height / ratio));
   for (const QRect& rest : QRegion(rect()) - laidOut) painter.fillRect(rest, display_.BackgroundColour());
 }
 
@@ -104,16 +106,21 @@ void ScopeWidget::resizeEvent(QResizeEvent* event) {
 
 void ScopeWidget::ApplySize() {
   display_.Resize(size(), devicePixelRatioF());
-  const double ratio = devicePixelRatioF();
-  const PlotLayout& layout = display_.Layout();
-  lblStatus_->Place(QRect(0, 0, qRound(layout.PlotWidth / ratio), qRound(layout.PlotBottom() / ratio)));
+  PlaceStatus();
   emit Resized();
   update();
 }
 
+void ScopeWidget::PlaceStatus() {
+  const double ratio = devicePixelRatioF();
+  const PlotLayout& layout = display_.Layout();
+  if (std::exchange(statusPlaced_, layout) == layout) return;
+  lblStatus_->Place(QRect(0, 0, qRound(layout.PlotWidth / ratio), qRound(layout.PlotBottom() / ratio)));
+}
+
 void ScopeWidget::mouseMoveEvent(QMouseEvent* event) {
   display_.SetHover(event->position());
-  emit HoverMoved(event->position());
+  emit HoverMoved(event->position(), event->modifiers());
   if (event->buttons() != Qt::NoButton) emit Dragged(pressedAt_, event->position());
   ShowNew(arrived_);
 }
@@ -146,7 +153,7 @@ void ScopeWidget::wheelEvent(QWheelEvent* event) {
 void ScopeWidget::leaveEvent(QEvent* event) {
   QWidget::leaveEvent(event);
   display_.SetHover(std::nullopt);
-  emit HoverMoved(QPointF(-1, -1));
+  emit HoverMoved(QPointF(-1, -1), Qt::NoModifier);
   ShowNew(arrived_);
 }
 

@@ -30,8 +30,8 @@ class ScopeWidget final : public QWidget {
  signals:
   void Resized();
   void ResizeBegun();
-  void HoverMoved(QPointF at);  ///< outside the widget when the pointer left
-  /// Positions are logical pixels of this widget.
+  /// Positions are logical pixels of this widget; this one is outside when the pointer left.
+  void HoverMoved(QPointF at, Qt::KeyboardModifiers modifiers);
   void MouseDown(QPointF at, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
   /// Before the second press of a double click.
   void DoubleClicked(QPointF at, Qt::MouseButton button);
@@ -55,12 +55,14 @@ class ScopeWidget final : public QWidget {
 
  private:
   void ApplySize();
+  void PlaceStatus();
   void FillBeyondPicture(QPainter& painter);
   void RequestRepaint();
 
   PanDisplay& display_;
   StageTimes& times_;
   StatusLine* lblStatus_;
+  PlotLayout statusPlaced_;  ///< the layout that it was placed in
   QTimer resizeTimer_;
   QTimer repaintTimer_;
   QElapsedTimer sinceRepaint_;

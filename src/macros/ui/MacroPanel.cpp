@@ -11,6 +11,10 @@ namespace {
 
 constexpr int kMostCaption = 100;  ///< what a tool tip still shows
 
+QKeySequence EditKey() {
+  return Qt::SHIFT | Qt::Key_F10;
+}
+
 /// One line of what the user typed: a line break would make the button higher than its row.
 QString OneLine(const std::string& caption) {
   return QString::fromStdString(caption).left(kMostCaption).simplified();
@@ -51,7 +55,7 @@ QPushButton* MacroPanel::AddButton(const QString& name, int n) {
   button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   button->setContextMenuPolicy(Qt::CustomContextMenu);
   connect(button, &QPushButton::customContextMenuRequested, this, [this, n] { emit EditMacro(n); });
-  auto* menuKey = new QShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F10), button);
+  auto* menuKey = new QShortcut(EditKey(), button);
   menuKey->setContext(Qt::WidgetShortcut);
   connect(menuKey, &QShortcut::activated, this, [this, n] { emit EditMacro(n); });
   layout()->addWidget(button);
@@ -79,7 +83,7 @@ void MacroPanel::SetupMacroButtons(const MacroSet& macros) {
 
 void MacroPanel::ShowCaption(Place& place, int n) {
   const QString caption = OneLine(place.shown.Caption);
-  const QString hint = tr("A right click edits this macro");
+  const QString hint = tr("A right click edits this macro (%1)").arg(EditKey().toString());
   for (QPushButton* button : {place.cmdMacro, place.chkMacro}) {
     // Rich text on purpose: what the user typed is shown, never taken for mark-up.
     button->setToolTip(QString("<p>%1<br>%2</p>").arg(caption.toHtmlEscaped(), hint.toHtmlEscaped()));

@@ -37,6 +37,10 @@ QGroupBox* DisplayPage::MakeSpectrum() {
   QComboBox* cboBandPlan = MakeList(
       "cboBandPlan", {tr("none"), tr("IARU Region 1"), tr("IARU Region 2"), tr("IARU Region 3")},
       tr("Band plan shown on the frequency axis; a bandplan.json beside the settings wins"), fraSpectrum);
+  QComboBox* cboInset = MakeList("cboInset",
+                                 {tr("by the room there is"), tr("over the plot"), tr("beside the plot"),
+                                  tr("above the plot"), tr("over the waterfall")},
+                                 tr("Where a K4's status and mini-pans stand"), fraSpectrum);
   QGridLayout* grid = GridOf(fraSpectrum);
   AddRow(grid, 0, tr("MAX/AVG Samp&les"), cboSoft_);
   grid->addWidget(chkQSY, 0, 2);
@@ -49,12 +53,14 @@ QGroupBox* DisplayPage::MakeSpectrum() {
       tr("Colours of the waterfall"), fraSpectrum);
   AddRow(grid, 1, tr("Waterfall &colours"), cboPalette);
   AddRow(grid, 2, tr("Band plan re&gion"), cboBandPlan);
+  AddRow(grid, 3, tr("Status and m&ini-pans"), cboInset);
   grid->setColumnStretch(3, 1);
   free_.push_back(ListField(cboPalette, key::kWFPalette));
   free_.push_back(FlagField(chkQSY, key::kQsy));
   free_.push_back(FlagField(chkWFFollow, key::kWFFollow));
   free_.push_back(FlagField(chkWFLive, key::kWFLive));
   free_.push_back(ListField(cboBandPlan, key::kBandPlanRegion));
+  free_.push_back(ListField(cboInset, key::kInsetPlace));
   return fraSpectrum;
 }
 

@@ -102,6 +102,11 @@ QLayout* frmSetupPan::MakeButtons() {
           [this] { OpenChapter("castelon"); });
   connect(add("cmdTelepost", tr("&Telepost web site"), {}), &QPushButton::clicked, this,
           [this] { OpenChapter("telepost"); });
+  connect(add("cmdFirstSteps", tr("First steps..."), tr("Choose a source with its level or port beside it")),
+          &QPushButton::clicked, this, [this] {
+            reject();
+            emit FirstStepsWanted();
+          });
   buttons->addStretch(1);
   QPushButton* ok = add("cmdOK", tr("O&K"), tr("Apply all changes and exit"));
   ok->setDefault(true);

@@ -46,6 +46,8 @@ class frmSetupPan final : public QDialog {
  signals:
   /// On every closing: the way to the radio that was chosen, stored or not.
   void WayChosen(CatWay way);
+  /// After closing without storing: the page of first steps is wanted instead.
+  void FirstStepsWanted();
 
  public slots:
   void done(int result) override;
