@@ -151,12 +151,14 @@ bool K4Radio::Act(std::string_view command) {
     Set("FA", Value("FB"));
     Set("FB", a);
   }
+  if (command == "TX" || command == "RX") Set("TQ", command == "TX" ? "1" : "0");
   if (command.starts_with("BN") && command.size() == 4) SelectBand(command.substr(2));
   if (command.starts_with("ME") && command.size() > 7 && command[6] == '.') {
     Set(command.substr(0, 6), std::string(command.substr(command.size() - 1)));
     return true;
   }
-  return command.starts_with("AB") || command == "FC" || command.starts_with("#AR") || command == "RX";
+  return command.starts_with("AB") || command == "FC" || command.starts_with("#AR") || command == "TX" ||
+         command == "RX";
 }
 
 /// Each mode comes with a filter of its own: in CW around the pitch.

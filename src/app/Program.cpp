@@ -57,8 +57,10 @@ Program::Program(const CommandLine& line)
   ChooseForThisRun(line);
   cycle_ = std::make_unique<RunCycle>(
       session_, RunParts{*devices_, display_, store_, user_, pump_, clock_, *times_, radios_->Router()});
-  window_ = std::make_unique<frmPan>(frmPan::Parts{session_, *devices_, store_, user_, display_, *cycle_,
-                                                   *times_, clock_, ports_, radios_->Router(), hostServer_});
+  cat_ = std::make_unique<CatServing>(CatServing::Parts{session_, *cycle_, store_, clock_});
+  window_ =
+      std::make_unique<frmPan>(frmPan::Parts{session_, *devices_, store_, user_, display_, *cycle_, *times_,
+                                             clock_, ports_, radios_->Router(), hostServer_, *cat_});
   remedies_ = std::make_unique<Remedies>(*window_, store_);
   firstSteps_ =
       std::make_unique<FirstSteps>(FirstSteps::Parts{session_, *devices_, store_, ports_, *window_});

@@ -10,6 +10,7 @@
 #include "adapters/qt/QtNotifier.h"
 #include "adapters/qt/QtSerialPorts.h"
 #include "adapters/sound/PulseInput.h"
+#include "app/CatServing.h"
 #include "app/CommandLine.h"
 #include "app/DemoFolder.h"
 #include "app/DemoRadio.h"
@@ -73,6 +74,7 @@ class Program {
   std::unique_ptr<Radios> radios_;
   std::unique_ptr<DemoRadio> demoRadio_;
   std::unique_ptr<RunCycle> cycle_;
+  std::unique_ptr<CatServing> cat_;
   HostServer hostServer_;
   std::unique_ptr<frmPan> window_;
   std::unique_ptr<Remedies> remedies_;

@@ -49,6 +49,7 @@ frmSetupPan* OpenSetup(const SetupVisit& visit, bool running, QWidget* window) {
     return devices.Sources();
   };
   world.OpenManual = OpenManual;
+  world.CatServerPlace = QString::fromStdString(visit.Cat.Text());
   world.AskRigs = AskRigctlList;
   world.LookForServer = [visit](const std::string& typed, QObject* context, auto answered) {
     LookForServer(visit, typed, context, answered);

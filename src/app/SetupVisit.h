@@ -3,6 +3,7 @@
 #pragma once
 
 #include "adapters/qt/QtNotifier.h"
+#include "app/CatServing.h"
 #include "app/HostServer.h"
 #include "capture/DeviceList.h"
 #include "platform/SerialPorts.h"
@@ -17,6 +18,7 @@ struct SetupVisit {
   const SerialPorts& Ports;
   QtNotifier& User;
   const HostServer& Server;
+  const CatServing& Cat;
 };
 
 /// Opens it and does not wait: the run goes on behind it, and closing the window closes it. It deletes

@@ -75,10 +75,14 @@ frmPan::frmPan(const Parts& parts)
   kits_.WindowIs(this);
   connect(&parts_.User, &QtNotifier::StatusChanged, scope_,
           [this](const QString& text) { scope_->Status().Show(StatusLine::Rank::Status, text); });
+  parts_.Cat.Show = [this](const std::string& text) {
+    scope_->Status().Show(StatusLine::Rank::Programs, QString::fromStdString(text));
+  };
 }
 
 frmPan::~frmPan() {
   parts_.Cycle.RunningChanged = nullptr;
+  parts_.Cat.Show = nullptr;
   kits_.WindowIs(nullptr);
   past_.reset();
   pictures_.reset();
@@ -223,6 +227,7 @@ void frmPan::LoadSettings() {
   PanSettings& settings = parts_.State.Settings;
   spectrino::LoadSettings(SetupSection(parts_.Store), settings, parts_.Devices.Sources().Radios());
   sources_.Loaded();
+  parts_.Cat.Load();
   ShowSettings();
 }
 
@@ -254,7 +259,8 @@ void frmPan::cmdSetup_Click() {
                                    .Devices = parts_.Devices,
                                    .Ports = parts_.Ports,
                                    .User = parts_.User,
-                                   .Server = parts_.Server},
+                                   .Server = parts_.Server,
+                                   .Cat = parts_.Cat},
                                   parts_.Cycle.Running() || parts_.Cycle.Starting(), this);
   connect(dialog, &frmSetupPan::WayChosen, this, [this](CatWay way) { kits_.WayChosen(way); });
   connect(dialog, &frmSetupPan::FirstStepsWanted, this, &frmPan::FirstStepsWanted, Qt::QueuedConnection);

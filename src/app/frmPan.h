@@ -10,6 +10,7 @@
 
 #include "adapters/qt/QtNotifier.h"
 #include "app/BandPlanFile.h"
+#include "app/CatServing.h"
 #include "app/Deck.h"
 #include "app/HostServer.h"
 #include "app/KitNews.h"
@@ -48,6 +49,7 @@ class frmPan final : public QMainWindow, public WindowCommands {
     const SerialPorts& Ports;
     const RigRouter& Router;
     const HostServer& Server;
+    CatServing& Cat;
   };
 
   explicit frmPan(const Parts& parts);

@@ -24,6 +24,8 @@ class HostIcomBackend final : public RigBackend {
   void RememberBand() override { own_.RememberBand(); }
   void SelectBand(int button) override { own_.SelectBand(button); }
   bool SelectMode(const ModeRequest& request) override { return own_.SelectMode(request); }
+  bool SetMode(Vfo receiver, const ExactMode& exact) override { return own_.SetMode(receiver, exact); }
+  bool Transmit(bool on) override { return host_.Transmit(on); }
   void SendMacro(std::string_view text) override { own_.SendMacro(text); }
   [[nodiscard]] FilterReach FilterReachOf(Vfo receiver) const override {
     return receiver == Vfo::A ? host_.FilterReachOf(receiver) : FilterReach{};

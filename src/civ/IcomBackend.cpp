@@ -1,6 +1,7 @@
 #include "civ/IcomBackend.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <string>
 
@@ -18,6 +19,7 @@ void IcomBackend::Refresh(RadioState& radio) {
   radio.SplitOn = 0;
   radio.Transmitting = state_.Transmitting;
   radio.RadioMode = IcomModeCode(state_.RadioModeIndex);
+  radio.Teletype = true;
   radio.MainBandwidthHz = IcomFilterHz(radio.RadioMode, state_.FilterNumber);
 }
 
@@ -75,6 +77,34 @@ void IcomBackend::SendMacro(std::string_view text) {
 
 bool IcomBackend::SelectMode(const ModeRequest& request) {
   commands_.SetIcomMode(request.Button, request.Reverse, 0);
+  return true;
+}
+
+// Its mode RTTY is the only one that counts as DATA here.
+bool IcomBackend::SetMode(Vfo receiver, const ExactMode& exact) {
+  struct Row {
+    ExactMode Exact;
+    int Index;
+    bool Reverse;
+  };
+  static constexpr std::array<Row, 8> rows{{{{mode::kLsb}, 0, false},
+                                            {{mode::kUsb}, 1, false},
+                                            {{mode::kCw}, 2, false},
+                                            {{mode::kCwReverse}, 2, true},
+                                            {{mode::kAm}, 3, false},
+                                            {{mode::kFm}, 4, false},
+                                            {{mode::kData, true}, 5, false},
+                                            {{mode::kDataReverse, true}, 5, true}}};
+  const auto* const row = std::ranges::find(rows, exact, &Row::Exact);
+  if (receiver != Vfo::A || row == rows.end()) return false;
+  commands_.SetIcomMode(row->Index, row->Reverse, 0);
+  return true;
+}
+
+// 1C 00 | 01 transmit or 00 receive; then the question
+bool IcomBackend::Transmit(bool on) {
+  carrier_.Sender().SendCiv("1C", "00", on ? "01" : "00");
+  carrier_.Sender().SendCiv("1C", "00", "?");
   return true;
 }
 

@@ -28,6 +28,9 @@ class IcomBackend final : public RigBackend {
   void SelectBand(int button) override;
   void RememberBand() override;
   bool SelectMode(const ModeRequest& request) override;
+  /// No data modes of the sidebands, and none of the other VFO.
+  bool SetMode(Vfo receiver, const ExactMode& exact) override;
+  bool Transmit(bool on) override;
   /// Command, sub-command and data as hexadecimal digits; blanks between them are skipped.
   void SendMacro(std::string_view text) override;
   /// The width, once the radio told it.

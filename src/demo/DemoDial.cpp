@@ -21,6 +21,7 @@ constexpr std::array<ButtonMode, 6> kModes{{{mode::kLsb, mode::kLsb},
                                             {mode::kAm, mode::kAm},
                                             {mode::kFm, mode::kFm},
                                             {mode::kData, mode::kDataReverse}}};
+constexpr std::size_t kFskButton = 5;
 
 }  // namespace
 
@@ -32,7 +33,8 @@ std::size_t DemoDial::ButtonOf(double freqMHz) const {
 
 void DemoDial::Refresh(RadioState& radio) {
   radio.MainFreqMHz = freqMHz_;
-  radio.RadioMode = mode_;
+  radio.RadioMode = mode_.RadioMode;
+  radio.Teletype = mode_.Teletype;
 }
 
 void DemoDial::SetFrequency(Vfo /*vfo*/, double freqMHz, Aim /*aim*/) {
@@ -48,13 +50,21 @@ void DemoDial::SelectBand(int button) {
     freqMHz_ = bands_[wanted];
   else if (usual != kUsualMHz.end())
     freqMHz_ = *usual;
-  if (mode_ == mode::kLsb || mode_ == mode::kUsb)
-    mode_ = freqMHz_ < kUpperSidebandMHz ? mode::kLsb : mode::kUsb;
+  if (mode_.RadioMode == mode::kLsb || mode_.RadioMode == mode::kUsb)
+    mode_.RadioMode = freqMHz_ < kUpperSidebandMHz ? mode::kLsb : mode::kUsb;
 }
 
 bool DemoDial::SelectMode(const ModeRequest& request) {
   const auto button = static_cast<std::size_t>(request.Button);
-  if (button < kModes.size()) mode_ = request.Reverse ? kModes[button].Reverse : kModes[button].Normal;
+  if (button >= kModes.size()) return true;
+  mode_.RadioMode = request.Reverse ? kModes[button].Reverse : kModes[button].Normal;
+  mode_.Teletype = button == kFskButton;
+  return true;
+}
+
+bool DemoDial::SetMode(Vfo receiver, const ExactMode& exact) {
+  if (receiver != Vfo::A || exact.RadioMode == mode::kUnknown) return false;
+  mode_ = exact;
   return true;
 }
 

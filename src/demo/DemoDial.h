@@ -21,6 +21,7 @@ class DemoDial final : public RigBackend {
   /// Back to where it was on that band, else to a usual frequency of it.
   void SelectBand(int button) override;
   bool SelectMode(const ModeRequest& request) override;
+  bool SetMode(Vfo receiver, const ExactMode& exact) override;
   void SendMacro(std::string_view /*text*/) override {}
 
  private:
@@ -28,7 +29,7 @@ class DemoDial final : public RigBackend {
 
   SettingsStore& store_;
   double freqMHz_ = 14.074;
-  int mode_ = mode::kUsb;
+  ExactMode mode_{mode::kUsb};
   std::array<double, kBandButtonCount> bands_{};  ///< where it was on each; 0: nowhere yet
 };
 

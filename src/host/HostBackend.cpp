@@ -92,6 +92,7 @@ void HostBackend::Refresh(RadioState& radio) {
     radio.RadioMode = RadioModeOfHost(host.HostGetMode(Vfo::A));
   }
   radio.Transmitting = host.State().Transmitting;
+  radio.Teletype = radio.SubTeletype = !host.State().DataFamily;
   if (RowOf(control_).Offset == OffsetRule::FixedCentre) {
     radio.SplitOn = 0;
     return;
@@ -163,6 +164,24 @@ void HostBackend::SetFrequency(Vfo vfo, double freqMHz, Aim aim) {
 
 bool HostBackend::SelectMode(const ModeRequest& request) {
   parts_.Radio.HostSetMode(HostModeOfButton(request.Button, request.Reverse));
+  return true;
+}
+
+bool HostBackend::SetMode(Vfo receiver, const ExactMode& exact) {
+  const int hostMode = HostModeOfRadio(exact.RadioMode);
+  if (receiver != Vfo::A || hostMode == hostmode::kUnknown) return false;
+  const bool data = exact.RadioMode == mode::kData || exact.RadioMode == mode::kDataReverse;
+  parts_.Radio.HostSetMode(hostMode, data ? !exact.Teletype : parts_.Radio.State().DataFamily);
+  return true;
+}
+
+bool HostBackend::SetSplit(bool on) {
+  parts_.Radio.HostSetSplit(on);
+  return true;
+}
+
+bool HostBackend::Transmit(bool on) {
+  parts_.Radio.HostTransmit(on);
   return true;
 }
 

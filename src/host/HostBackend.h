@@ -54,6 +54,10 @@ class HostBackend final : public RigBackend {
   void RememberBand() override { parts_.Radio.RememberBand(); }
   void SelectBand(int button) override { parts_.Radio.HostSetBand(button); }
   bool SelectMode(const ModeRequest& request) override;
+  /// VFO A's.
+  bool SetMode(Vfo receiver, const ExactMode& exact) override;
+  bool SetSplit(bool on) override;
+  bool Transmit(bool on) override;
   /// For an Icom hexadecimal digits, for others text; "FA" or "FB" with 11 digits for any.
   void SendMacro(std::string_view text) override;
   /// As the radio behind the host can: the width of either VFO, the IF shift of VFO A.

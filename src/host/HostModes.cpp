@@ -51,6 +51,14 @@ int RadioModeOfHost(int hostMode) {
   return index < kRadioModes.size() ? kRadioModes[index] : mode::kUnknown;
 }
 
+int HostModeOfRadio(int radioMode) {
+  // Several codes tell of it, and one has a word to ask by.
+  if (radioMode == mode::kCwReverse) return hostmode::kCwReverse;
+  const auto at = std::ranges::find(kRadioModes, radioMode);
+  return radioMode == mode::kUnknown || at == kRadioModes.end() ? hostmode::kUnknown
+                                                                : static_cast<int>(at - kRadioModes.begin());
+}
+
 int HostModeOfButton(int button, bool reverse) {
   const auto index = static_cast<std::size_t>(button);
   if (index >= kButtonModes.size()) return hostmode::kUnknown;

@@ -7,6 +7,8 @@ namespace spectrino {
 
 /// RadioMode of a host code; unknown for one that it has none for.
 [[nodiscard]] int RadioModeOfHost(int hostMode);
+/// The host code that RadioMode is asked for by; unknown for one that it has none for.
+[[nodiscard]] int HostModeOfRadio(int radioMode);
 /// The host code of what a mode button asks for; nothing but buttons 0..8 has one.
 [[nodiscard]] int HostModeOfButton(int button, bool reverse);
 

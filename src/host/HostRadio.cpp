@@ -167,8 +167,8 @@ void HostRadio::HostSetFrequency(double freqMHz, Vfo vfo) {
 }
 
 // The radio's own filter for the mode stays: -1 asks for no width.
-void HostRadio::HostSetMode(int hostMode) {
-  const std::string_view word = WordOfHostMode(hostMode, state_.DataFamily);
+void HostRadio::HostSetMode(int hostMode, bool dataFamily) {
+  const std::string_view word = WordOfHostMode(hostMode, dataFamily);
   if (!hostFound_ || word.empty()) return;
   wantedMode_ = {0, hostMode, ++wantedCount_, std::nullopt};
   client_.Set({.Command = "set_mode",
@@ -177,6 +177,24 @@ void HostRadio::HostSetMode(int hostMode) {
                .Done = Settling(wantedMode_, Vfo::A, "mode " + std::string(word)),
                .Slot = "mode",
                .LeavesAnyway = true});
+}
+
+// Some radios put VFO B elsewhere with it: where it is now is asked for again.
+void HostRadio::HostSetSplit(bool on) {
+  if (!hostFound_) return;
+  const double subMHz = HostGetFrequency(Vfo::B);
+  client_.Set({.Command = "set_split_vfo",
+               .Arguments = on ? "1 VFOB" : "0 VFOA",
+               .Of = Vfo::A,
+               .Done = [this](const RigctldReply*) { poll_.ReadSoon(Vfo::A); },
+               .Slot = "split"});
+  if (on && subMHz > 0) HostSetFrequency(subMHz, Vfo::B);
+}
+
+// Never replaced by a newer one: each has to reach the radio.
+void HostRadio::HostTransmit(bool on) {
+  if (!hostFound_) return;
+  client_.Set({.Command = "set_ptt", .Arguments = on ? "1" : "0", .Of = Vfo::A, .Done = {}, .Slot = {}});
 }
 
 bool HostRadio::SetsWidth(Vfo vfo) const {

@@ -65,7 +65,11 @@ class HostRadio {
   void HostSetBand(int band);
   /// MHz, above 0.
   void HostSetFrequency(double freqMHz, Vfo vfo);
-  void HostSetMode(int hostMode);
+  void HostSetMode(int hostMode) { HostSetMode(hostMode, state_.DataFamily); }
+  /// dataFamily: data rather than radio teletype is meant by FSK.
+  void HostSetMode(int hostMode, bool dataFamily);
+  void HostSetSplit(bool on);
+  void HostTransmit(bool on);
   /// The filter's width in the mode that the VFO is in; a radio takes the nearest that it has. Nothing while
   /// another mode is on its way.
   void HostSetWidth(double widthHz, Vfo vfo);

@@ -24,6 +24,11 @@ std::string_view SuffixOf(Vfo receiver) {
   return receiver == Vfo::B ? "$" : "";
 }
 
+// "DT": 0 data A, 1 AFSK A, 2 FSK D, 3 PSK D
+bool IsTeletype(int dataMode) {
+  return dataMode == 1 || dataMode == 2;
+}
+
 }  // namespace
 
 void TellSignal(const K4State& state, RadioState& radio) {
@@ -37,6 +42,8 @@ void TellRadioState(const K4State& state, RadioState& radio) {
   radio.SubFreqMHz = state.SubFreqMHz;
   radio.RadioMode = state.RadioMode;
   radio.SubRadioMode = state.SubRadioMode;
+  radio.Teletype = IsTeletype(state.DataModeMain);
+  radio.SubTeletype = IsTeletype(state.DataModeSub);
   radio.SplitOn = state.SplitOn;
   radio.MainBandwidthHz = state.FilterBwMainHz;
   radio.SubBandwidthHz = state.FilterBwSubHz;
@@ -74,6 +81,28 @@ void K4Backend::RememberBand() {
 
 bool K4Backend::SelectMode(const ModeRequest& request) {
   commands_.cmdMode_Click(request.Button);
+  return true;
+}
+
+bool K4Backend::SetMode(Vfo receiver, const ExactMode& exact) {
+  const std::string suffix(SuffixOf(receiver));
+  sender_.SendK4("MD" + suffix + std::to_string(exact.RadioMode));
+  if (exact.RadioMode == mode::kData || exact.RadioMode == mode::kDataReverse)
+    sender_.SendK4("DT" + suffix + (exact.Teletype ? "2" : "0"));
+  sender_.SendK4("MD" + suffix);
+  sender_.SendK4("DT" + suffix);
+  return true;
+}
+
+bool K4Backend::SetSplit(bool on) {
+  sender_.SendK4(on ? "FT1" : "FT0");
+  sender_.SendK4("FT");
+  return true;
+}
+
+bool K4Backend::Transmit(bool on) {
+  sender_.SendK4(on ? "TX" : "RX");
+  sender_.SendK4("TQ");
   return true;
 }
 

@@ -40,6 +40,9 @@ class K4Backend final : public RigBackend {
   void SelectBand(int button) override;
   void RememberBand() override;
   bool SelectMode(const ModeRequest& request) override;
+  bool SetMode(Vfo receiver, const ExactMode& exact) override;
+  bool SetSplit(bool on) override;
+  bool Transmit(bool on) override;
   void SendMacro(std::string_view text) override { sender_.SendK4(text); }
   /// Both once the radio told them; a filter around an AM or FM carrier is not shifted.
   [[nodiscard]] FilterReach FilterReachOf(Vfo receiver) const override;

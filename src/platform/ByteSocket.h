@@ -2,6 +2,7 @@
 // Not a protocol: bytes out, bytes in, in whatever pieces the network made of them.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <span>
@@ -26,6 +27,8 @@ class ByteSocket {
   virtual void Close() = 0;
   /// Queues the bytes; they leave without waiting for more. Dropped while not connected.
   virtual void Send(std::string_view bytes) = 0;
+  /// Bytes that wait in this program because the other end does not read.
+  [[nodiscard]] virtual std::size_t Unsent() const { return 0; }
 
   std::function<void()> Connected;
   /// The other end closed the connection, after everything it sent was delivered.

@@ -23,6 +23,14 @@ struct ModeRequest {
   bool Reverse = false;  ///< the other sideband of CW or FSK, by its stored toggle
 };
 
+/// A mode as programs name it.
+struct ExactMode {
+  int RadioMode = mode::kUnknown;
+  bool Teletype = false;  ///< of DATA: radio teletype is meant
+
+  bool operator==(const ExactMode&) const = default;
+};
+
 /// What of a receiver's filter a radio lets be set.
 struct FilterReach {
   bool Width = false;
@@ -58,6 +66,12 @@ class RigBackend {
   virtual void SelectBand(int button) = 0;
   /// False when this radio has no mode command.
   virtual bool SelectMode(const ModeRequest& request) = 0;
+  /// What other programs ask for, which press no buttons: false where this radio cannot be asked for it.
+  /// What comes of it shows in the state.
+  virtual bool SetMode(Vfo /*receiver*/, const ExactMode& /*exact*/) { return false; }
+  /// VFO B transmits (true), or A does.
+  virtual bool SetSplit(bool /*on*/) { return false; }
+  virtual bool Transmit(bool /*on*/) { return false; }
   /// A user's macro text, as it was typed. Nothing where there is no command channel.
   virtual void SendMacro(std::string_view text) = 0;
 

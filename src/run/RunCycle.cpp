@@ -64,6 +64,7 @@ void RunCycle::Stop() {
   if (!run_.Running) return;
   SetupSection(parts_.Store).Write(key::kScopeOutput, false);
   earlierRuns_ += parts_.Time.Now() - runSince_;
+  if (Stopping) Stopping();
   run_.Running = false;
   start_.Close();
   UpdateScale();

@@ -31,6 +31,8 @@ class RunCycle {
   [[nodiscard]] bool StopRequested() const { return stopRequested_; }
   /// The last Start ended without a run, and not because it was stopped.
   [[nodiscard]] bool StartFailed() const { return startFailed_; }
+  /// Called while the links of a run that ends are still open.
+  std::function<void()> Stopping;
   /// Called when the run began or ended, whatever ended it.
   std::function<void()> RunningChanged;
 

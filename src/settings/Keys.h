@@ -104,7 +104,12 @@ inline constexpr IntKey kRigModel{{"RigModel"}, 0, {0, 999999, 0}};
 inline constexpr TextKey kRigPort{{"RigPort"}, ""};
 inline constexpr IntKey kRigSpeed{{"RigSpeed"}, 0, {0, 4000000, 0}};
 inline constexpr FlagKey kCatServer{{"CatServer"}};
-inline constexpr IntKey kCatServerPort{{"CatServerPort"}, 4533, {0, 65535}};
+inline constexpr IntKey kCatServerPort{{"CatServerPort"}, 4533, {1, 65535, 4533}};
+inline constexpr TextKey kCatServerAddress{{"CatServerAddress"}, "127.0.0.1"};
+/// Other programs may make the radio transmit.
+inline constexpr FlagKey kCatServerPtt{{"CatServerPtt"}};
+/// A terminal beside the port, for programs that know serial lines alone.
+inline constexpr FlagKey kCatServerTerminal{{"CatServerTerminal"}};
 
 // The window. Positions and sizes in twips, which outgrow 16 bits on a wide screen.
 inline constexpr IntKey kTop{{"Top"}, 0, IntLimits{}};

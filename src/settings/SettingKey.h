@@ -29,7 +29,7 @@ class KeyName {
   [[nodiscard]] constexpr std::string_view Text() const { return {text_.data(), length_}; }
 
  private:
-  std::array<char, 16> text_{};
+  std::array<char, 20> text_{};
   std::size_t length_;
 };
 

@@ -24,6 +24,8 @@ struct RadioState {
   double SubFreqMHz = 0;
   int RadioMode = mode::kUnknown;
   int SubRadioMode = mode::kUnknown;
+  bool Teletype = false;  ///< DATA of the main receiver is radio teletype
+  bool SubTeletype = false;
   int SplitOn = 0;
   int PreampDb = 0;            ///< gain ahead of the spectrum, 0 when unknown
   int AttenuatorDb = 0;        ///< loss ahead of the spectrum, 0 when unknown

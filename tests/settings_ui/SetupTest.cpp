@@ -171,8 +171,10 @@ TEST_F(Setup, SavesAsTypedWithinTheLimits) {
                         {"txtK41", "92000000", "K4CATPORT", "92000000"},
                         {"txtICAddr", "94", "ICADDR", "94"},
                         {"txtHostEndpoint", "shack:4532", "HostEndpoint", "shack:4532"},
-                        {"txtCatServerPort", "4600", "CatServerPort", "4600"}};
+                        {"txtCatServerPort", "4600", "CatServerPort", "4600"},
+                        {"txtCatServerAddress", "192.168.1.2", "CatServerAddress", "192.168.1.2"}};
   for (const Case& c : cases) Type(c.Control, c.Typed);
+  EXPECT_THAT(Find<QLabel>("lblCatServer")->text().toStdString(), testing::HasSubstr("there is no password"));
   Click("chkCatServer");
   Click("chkWFFollow");
   Click("chkWFLive");

@@ -17,7 +17,12 @@ class Descriptor {
   explicit Descriptor(int fd = -1) : fd_(fd) {}
   ~Descriptor() { Close(); }
   Descriptor(Descriptor&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
-  Descriptor& operator=(Descriptor&&) = delete;
+  Descriptor& operator=(Descriptor&& other) noexcept {
+    if (this == &other) return *this;
+    Close();
+    fd_ = std::exchange(other.fd_, -1);
+    return *this;
+  }
 
   [[nodiscard]] bool Open() const { return fd_ >= 0; }
   [[nodiscard]] int Get() const { return fd_; }

@@ -18,6 +18,7 @@ constexpr int kUnacknowledgedMs = 10000;
 constexpr int kSilenceBeforeProbeSeconds = 5;
 constexpr int kProbeSeconds = 2;
 constexpr int kProbes = 3;
+constexpr qint64 kMostOfVisitor = 16 * 1024;
 
 // A setting that the system refuses costs only the early notice.
 void SetTcpOption(qintptr descriptor, int option, int value) {
@@ -52,22 +53,39 @@ void QtByteSocket::Later::operator()(QTcpSocket* socket) const {
 }
 
 QtByteSocket::QtByteSocket() = default;
+
+QtByteSocket::QtByteSocket(QTcpSocket* accepted) : visitor_(true) {
+  accepted->setParent(nullptr);
+  accepted->setReadBufferSize(kMostOfVisitor);
+  Attend(accepted);
+  wasConnected_ = true;
+  SetOptions();
+  // What came before somebody attended is announced by nobody else.
+  if (accepted->bytesAvailable() > 0)
+    QMetaObject::invokeMethod(
+        accepted, [this] { Deliver(); }, Qt::QueuedConnection);
+}
+
 QtByteSocket::~QtByteSocket() = default;
 
 void QtByteSocket::Connect(const std::string& host, std::uint16_t port) {
   Close();
   QTcpSocket* socket = new QTcpSocket;
-  socket_.reset(socket);
+  Attend(socket);
   wasConnected_ = false;
   peer_ = {host, port};
   socket->setProxy(QNetworkProxy::NoProxy);
+  socket->connectToHost(QString::fromStdString(host), port);
+}
+
+void QtByteSocket::Attend(QTcpSocket* socket) {
+  socket_.reset(socket);
   QObject::connect(socket, &QTcpSocket::connected, socket, [this] { SetUp(); });
   QObject::connect(socket, &QTcpSocket::readyRead, socket, [this] { Deliver(); });
   QObject::connect(socket, &QTcpSocket::disconnected, socket, [this] { End(); });
   QObject::connect(socket, &QTcpSocket::errorOccurred, socket, [this](QTcpSocket::SocketError error) {
     if (error != QTcpSocket::RemoteHostClosedError) Fail();  // "disconnected" follows that one
   });
-  socket->connectToHost(QString::fromStdString(host), port);
 }
 
 void QtByteSocket::Close() {
@@ -76,12 +94,28 @@ void QtByteSocket::Close() {
 
 void QtByteSocket::Send(std::string_view bytes) {
   if (!socket_ || socket_->state() != QTcpSocket::ConnectedState) return;
-  socket_->write(bytes.data(), static_cast<qint64>(bytes.size()));
+  // A visitor that closed its side behind its last request still reads: what waits in Qt's buffer would be
+  // dropped with the news of that, what the system has leaves.
+  if (visitor_ && socket_->bytesToWrite() == 0) {
+    const ssize_t sent = ::send(static_cast<int>(socket_->socketDescriptor()), bytes.data(), bytes.size(),
+                                MSG_DONTWAIT | MSG_NOSIGNAL);
+    if (sent > 0) bytes.remove_prefix(static_cast<std::size_t>(sent));
+  }
+  if (!bytes.empty()) socket_->write(bytes.data(), static_cast<qint64>(bytes.size()));
+}
+
+std::size_t QtByteSocket::Unsent() const {
+  return socket_ ? static_cast<std::size_t>(socket_->bytesToWrite()) : 0;
 }
 
 void QtByteSocket::SetUp() {
   wasConnected_ = true;
   reached_ = peer_;
+  SetOptions();
+  if (const auto call = Connected) call();
+}
+
+void QtByteSocket::SetOptions() {
   socket_->setSocketOption(QTcpSocket::LowDelayOption, 1);
   socket_->setSocketOption(QTcpSocket::KeepAliveOption, 1);
   const qintptr descriptor = socket_->socketDescriptor();
@@ -89,7 +123,6 @@ void QtByteSocket::SetUp() {
   SetTcpOption(descriptor, TCP_KEEPINTVL, kProbeSeconds);
   SetTcpOption(descriptor, TCP_KEEPCNT, kProbes);
   SetTcpOption(descriptor, TCP_USER_TIMEOUT, kUnacknowledgedMs);
-  if (const auto call = Connected) call();
 }
 
 // A handler may close, connect anew or destroy us: the old socket is then empty, and nothing of ours is

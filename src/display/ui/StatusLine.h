@@ -15,6 +15,7 @@ class StatusLine final : public QLabel {
   /// From what matters least to what matters most.
   enum class Rank {
     Standing,  ///< what holds for the whole run, whatever else is said meanwhile
+    Programs,  ///< what other programs do with the radio, or why they cannot
     Status,    ///< what a part of the program has to say
     Warning,   ///< the input works, and its levels are not true
     Passing,   ///< an answer to the operator: goes by itself
@@ -34,7 +35,7 @@ class StatusLine final : public QLabel {
   void Write();
   void Fit();
 
-  std::array<QString, 5> texts_;  ///< by rank
+  std::array<QString, 6> texts_;  ///< by rank
   QTimer passingTimer_;
   QString name_;  ///< of what Health says
   QRect plot_;

@@ -17,17 +17,16 @@ SourcePage::SourcePage(SettingsStore& store, const SerialPorts* ports, AskRigLis
   Icom = new IcomFrames(store, ports, this);
   k4_ = new K4Frames(this);
   server_ = new HostServerFrame(ports, std::move(askRigs), std::move(look), this);
-  QGroupBox* fraCatServer = MakeCatServer();
+  CatServer = new CatServerFrame(this);
   connect(txtHostEndpoint_, &QLineEdit::textChanged, this,
           [this](const QString& text) { server_->Show(!txtHostEndpoint_->isHidden(), text); });
   auto* rows = new QVBoxLayout(this);
   for (QGroupBox* frame : {fraDevice, fraFrequency, server_->fraHostServer, fraTRXM_, k4_->fraK4,
-                           k4_->fraMiscK4, Icom->fraICOM, Icom->fraCIV, fraCatServer})
+                           k4_->fraMiscK4, Icom->fraICOM, Icom->fraCIV, CatServer->fraCatServer})
     rows->addWidget(frame);
   rows->addStretch(1);
   // What nothing in the program heeds is kept in the file and not shown.
-  for (QWidget* idle : std::initializer_list<QWidget*>{lblBits_, optbits[0], optbits[1], fraCatServer})
-    idle->hide();
+  for (QWidget* idle : std::initializer_list<QWidget*>{lblBits_, optbits[0], optbits[1]}) idle->hide();
 }
 
 QGroupBox* SourcePage::MakeDevice() {
@@ -78,19 +77,6 @@ QGroupBox* SourcePage::MakeInstructions() {
   return frame;
 }
 
-QGroupBox* SourcePage::MakeCatServer() {
-  QGroupBox* fraCatServer = MakeFrame("fraCatServer", tr("CAT server"), this);
-  chkCatServer_ =
-      MakeCheck("chkCatServer", tr("Serve other progra&ms"),
-                tr("Let other programs read and set the radio's frequency through Spectrino"), fraCatServer);
-  txtCatServerPort_ = MakeText("txtCatServerPort", tr("Port of the CAT server (4533)"), 6, fraCatServer);
-  QGridLayout* grid = GridOf(fraCatServer);
-  grid->addWidget(chkCatServer_, 0, 0);
-  AddRow(grid, 0, tr("Port"), txtCatServerPort_, 1);
-  grid->setColumnStretch(3, 1);
-  return fraCatServer;
-}
-
 void SourcePage::AddFields(SetupFields& fields) {
   // Two options of one group: the other one goes out by itself.
   fields.push_back(
@@ -98,8 +84,7 @@ void SourcePage::AddFields(SetupFields& fields) {
        [this](const SetupSection& setup) { optbits[setup.Read(key::k24Bits) ? 0 : 1]->setChecked(true); },
        [this](SetupBatch& batch) { batch.Put(key::k24Bits, optbits[0]->isChecked()); }});
   fields.push_back(TextField(txtHostEndpoint_, key::kHostEndpoint));
-  fields.push_back(FlagField(chkCatServer_, key::kCatServer));
-  fields.push_back(TextField(txtCatServerPort_, key::kCatServerPort));
+  CatServer->AddFields(fields);
   Icom->AddFields(fields);
   k4_->AddFields(fields);
   server_->AddFields(fields);

@@ -5,6 +5,7 @@
 #include "platform/SerialPorts.h"
 #include "settings/SettingsStore.h"
 #include "settings/SetupView.h"
+#include "settings/ui/CatServerFrame.h"
 #include "settings/ui/FreshList.h"
 #include "settings/ui/HostServerFrame.h"
 #include "settings/ui/IcomFrames.h"
@@ -35,12 +36,12 @@ class SourcePage final : public QWidget {
   QComboBox* cboControl;
   QComboBox* cboSDR;
   IcomFrames* Icom;
+  CatServerFrame* CatServer;
 
  private:
   QGroupBox* MakeDevice();
   QGroupBox* MakeFrequency();
   QGroupBox* MakeInstructions();
-  QGroupBox* MakeCatServer();
 
   QLabel* lblBits_;
   QLabel* lblSDR_;
@@ -50,8 +51,6 @@ class SourcePage final : public QWidget {
   QLabel* lblTRX_;
   K4Frames* k4_;
   HostServerFrame* server_;
-  QCheckBox* chkCatServer_;
-  QLineEdit* txtCatServerPort_;
 };
 
 }  // namespace spectrino::setup

@@ -58,6 +58,7 @@ void frmSetupPan::FillWorld() {
 
 void frmSetupPan::MakePages() {
   source_ = new SourcePage(world_.Store, world_.Ports, world_.AskRigs, world_.LookForServer);
+  source_->CatServer->ShowPlace(world_.CatServerPlace);
   sound_ = new SoundPage;
   tuning_ = new TuningPage;
   display_ = new DisplayPage;

@@ -26,8 +26,9 @@ struct SetupWorld {
   bool Running = false;  ///< a run is on: what it copied at Start cannot be changed now
   /// Opens a chapter of the manual; empty: its first page. What went wrong, empty when nothing did.
   std::function<std::string(const std::string& chapter)> OpenManual{};
-  setup::AskRigList AskRigs{};                             ///< null: the list of radios stays empty
-  setup::LookForServer LookForServer{};                    ///< null: nothing is told of a server
+  setup::AskRigList AskRigs{};           ///< null: the list of radios stays empty
+  setup::LookForServer LookForServer{};  ///< null: nothing is told of a server
+  QString CatServerPlace{};              ///< where other programs find the radio now; empty: nowhere
   std::function<void(const QString& text)> ShowMessage{};  ///< titled "Spectrino"
   std::function<bool(const QString& text)> AskOkCancel{};
 };
