@@ -22,7 +22,6 @@ constexpr auto kHoleTime = 1500ms;
 constexpr auto kHeardLately = 1500ms;
 /// No radio tunes below.
 constexpr double kLeastMHz = 0.01;
-constexpr std::string_view kUnknownModel = "ICOM?";
 }  // namespace
 
 HostSession::HostSession(const IcomParts& parts, HostIcom& host) : parts_(parts), host_(host), sender_(host) {

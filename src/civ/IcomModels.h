@@ -13,6 +13,9 @@ struct IcomModel {
   int SpectrumPoints = 0;  ///< points of one scope line
 };
 
+/// What a radio is called that is not known.
+inline constexpr std::string_view kUnknownModel = "ICOM?";
+
 /// Null for a radio that is not known.
 [[nodiscard]] const IcomModel* FindIcomModel(std::string_view id);
 

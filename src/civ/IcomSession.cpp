@@ -24,7 +24,6 @@ constexpr auto kDivisionIsNew = 2s;
 constexpr auto kCutLine = 1s;  // the slowest line takes a third of it
 constexpr std::size_t kFutileTries = 3;
 constexpr int kOpenQuestions = 2;
-constexpr std::string_view kUnknownModel = "ICOM?";
 
 // The radio's addresses stand in upper case in the text that frames are compared by.
 std::string Address(const SetupSection& setup, const TextKey& key) {

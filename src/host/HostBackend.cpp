@@ -17,8 +17,8 @@ constexpr auto kSearchTime = 1000ms;
 constexpr auto kOwnServerTime = 3000ms;
 constexpr auto kLook = 5ms;
 constexpr auto kAgain = 100ms;
-constexpr auto kOwnCount = 2000ms;
 constexpr double kNarrowestHz = 50;
+constexpr double kMostShiftHz = 1e6;  // no radio goes as far
 constexpr std::string_view kPublisher = "Bexmora";
 
 }  // namespace
@@ -206,23 +206,17 @@ FilterReach HostBackend::FilterReachOf(Vfo receiver) const {
       .Shift = shifts && host.HostFound() && host.State().SetsIfShift && host.State().IfShiftHz.has_value()};
 }
 
-double HostBackend::StepOn(OwnValue& own, double toldHz, double deltaHz) {
-  const auto now = parts_.Time.Now();
-  const bool counting = own.Sent.time_since_epoch().count() != 0 && now - own.Sent < kOwnCount;
-  own = {(counting ? own.Hz : toldHz) + deltaHz, now};
-  return own.Hz;
-}
-
 void HostBackend::ChangeBandwidth(Vfo receiver, int deltaHz) {
   if (!FilterReachOf(receiver).Width) return;
-  OwnValue& own = ownWidth_[receiver == Vfo::A ? 0 : 1];
-  own.Hz = std::max(kNarrowestHz, StepOn(own, parts_.Radio.State().Of(receiver).WidthHz, deltaHz));
-  parts_.Radio.HostSetWidth(own.Hz, receiver);
+  const double wantedHz = ownWidth_[receiver == Vfo::A ? 0 : 1].Step(
+      parts_.Radio.State().Of(receiver).WidthHz, deltaHz, kNarrowestHz, parts_.Time.Now());
+  parts_.Radio.HostSetWidth(wantedHz, receiver);
 }
 
 void HostBackend::ShiftPassband(Vfo receiver, int deltaHz) {
   if (!FilterReachOf(receiver).Shift) return;
-  parts_.Radio.HostSetIfShift(StepOn(ownShift_, parts_.Radio.State().IfShiftHz.value_or(0), deltaHz));
+  const double toldHz = parts_.Radio.State().IfShiftHz.value_or(0);
+  parts_.Radio.HostSetIfShift(ownShift_.Step(toldHz, deltaHz, -kMostShiftHz, parts_.Time.Now()));
 }
 
 }  // namespace spectrino

@@ -13,6 +13,7 @@
 #include "host/PanKeys.h"
 #include "platform/EventPump.h"
 #include "rig/RigBackend.h"
+#include "rig/SteppedHz.h"
 #include "settings/PanSettings.h"
 #include "state/Pacer.h"
 
@@ -69,14 +70,6 @@ class HostBackend final : public RigBackend {
   void Begin();
   void Publish();
 
-  /// What was asked for last: steps count on from it, since a radio that has widths of its own tells rounded
-  /// ones meanwhile.
-  struct OwnValue {
-    double Hz = 0;
-    std::chrono::steady_clock::time_point Sent{};
-  };
-  [[nodiscard]] double StepOn(OwnValue& own, double toldHz, double deltaHz);
-
   Parts parts_;
   CatControl control_ = CatControl::HostIf;
   PanValues pan_;
@@ -86,8 +79,9 @@ class HostBackend final : public RigBackend {
   std::uint64_t publishedSerial_ = 0;
   double publishedSubMHz_ = 0;
   int publishedMode_ = 0;
-  std::array<OwnValue, 2> ownWidth_;
-  OwnValue ownShift_;
+  static constexpr std::chrono::milliseconds kOwnCount{2000};
+  std::array<SteppedHz, 2> ownWidth_{SteppedHz{kOwnCount}, SteppedHz{kOwnCount}};
+  SteppedHz ownShift_{kOwnCount};
 };
 
 }  // namespace spectrino

@@ -10,7 +10,6 @@ namespace spectrino {
 namespace {
 
 constexpr double kSMeterZeroDb = 127;  // six units an S unit: 54 is S9
-constexpr std::chrono::milliseconds kOwnCount{400};
 constexpr int kBandButtonsBegin = 1;
 constexpr int kBandButtonsEnd = 12;
 
@@ -106,11 +105,8 @@ bool K4Backend::Transmit(bool on) {
   return true;
 }
 
-int K4Backend::StepOn(OwnValue& own, int toldHz, int deltaHz) {
-  const auto now = clock_.Now();
-  const bool counting = own.Sent.time_since_epoch().count() != 0 && now - own.Sent < kOwnCount;
-  own = {std::max(0, (counting ? own.Hz : toldHz) + deltaHz), now};
-  return own.Hz;
+int K4Backend::StepOn(SteppedHz& own, int toldHz, int deltaHz) {
+  return static_cast<int>(own.Step(toldHz, deltaHz, 0, clock_.Now()));
 }
 
 FilterReach K4Backend::FilterReachOf(Vfo receiver) const {

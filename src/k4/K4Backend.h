@@ -11,6 +11,7 @@
 #include "k4/K4State.h"
 #include "platform/Clock.h"
 #include "rig/RigBackend.h"
+#include "rig/SteppedHz.h"
 #include "settings/SettingsStore.h"
 
 namespace spectrino {
@@ -58,16 +59,11 @@ class K4Backend final : public RigBackend {
   SettingsStore& store_;
   BandMemory& memory_;
   const Clock& clock_;
-  /// Where steps got to by themselves: the radio still answers the earlier ones.
-  struct OwnValue {
-    int Hz = 0;
-    std::chrono::steady_clock::time_point Sent{};
-  };
-  /// The value as it was asked last, or as the radio told it, by deltaHz further; not below 0.
-  int StepOn(OwnValue& own, int toldHz, int deltaHz);
+  int StepOn(SteppedHz& own, int toldHz, int deltaHz);
 
-  std::array<OwnValue, 2> ownShift_;  ///< by receiver
-  std::array<OwnValue, 2> ownBandwidth_;
+  static constexpr std::chrono::milliseconds kOwnCount{400};
+  std::array<SteppedHz, 2> ownShift_{SteppedHz{kOwnCount}, SteppedHz{kOwnCount}};  ///< by receiver
+  std::array<SteppedHz, 2> ownBandwidth_{SteppedHz{kOwnCount}, SteppedHz{kOwnCount}};
 };
 
 }  // namespace spectrino
